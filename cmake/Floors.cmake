@@ -1,0 +1,37 @@
+# One folder, one object library; orlan_floor() and orlan_suite() keep every CMakeLists.txt to one line a room.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(ORLAN_CCACHE ccache)
+if(ORLAN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ORLAN_CCACHE})
+  set(CMAKE_C_COMPILER_LAUNCHER ${ORLAN_CCACHE})
+endif()
+
+add_library(orlan_flags INTERFACE)
+target_compile_features(orlan_flags INTERFACE cxx_std_20)
+target_compile_options(orlan_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wconversion
+                                             -Wno-sign-conversion -Wno-missing-field-initializers)
+if(ORLAN_WERROR)
+  target_compile_options(orlan_flags INTERFACE -Werror)
+endif()
+if(ORLAN_SANITIZE)
+  # Applied to the whole tree: a program half instrumented reports faults that are none.
+  add_compile_options(-fsanitize=${ORLAN_SANITIZE} -fno-omit-frame-pointer -g1 -O1)
+  add_link_options(-fsanitize=${ORLAN_SANITIZE})
+  if(ORLAN_SANITIZE MATCHES "undefined")
+    add_compile_options(-fno-sanitize-recover=undefined)
+  endif()
+endif()
+
+# orlan_room(TARGET FOLDER): an object library of every source in FOLDER (a new file needs no edit here).
+function(orlan_room target folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  add_library(${target} OBJECT ${sources} ${PROJECT_SOURCE_DIR}/cmake/empty.cpp)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${target} PRIVATE orlan_flags)
+endfunction()

@@ -1,0 +1,1 @@
+// Lets a room without sources of its own be a library.

@@ -1,0 +1,239 @@
+#pragma once
+
+#include <bitset>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "orlan/base/Enumeration.hpp"
+#include "orlan/base/json.hpp"
+
+/// The JSON form of records, said once a record and used in both directions:
+///
+///     template <> struct Fields<GeofencePoint> {
+///       using R = GeofencePoint;
+///       static constexpr std::tuple list{field("position", &R::position),
+///                                        field("latitude", &R::latitude, DegreesText{})};
+///     };
+///
+/// Decoding: a member of type `std::optional` may be missing or null, every other must be there with its
+/// type; unknown keys are ignored; of duplicate keys the last wins. Encoding: an absent optional is left out.
+/// A codec changes the form of one field: `static bool decode(json::Node, M&, Failure&)` and
+/// `static json::Value encode(const M&)`.
+namespace orlan {
+
+template <class R>
+struct Fields;
+
+template <class R>
+concept Record = requires {
+  Fields<R>::list;
+};
+
+namespace json {
+
+/// Where and why decoding failed; the path grows from the inside out while the calls return.
+struct Failure {
+  std::string path;
+  std::string reason;
+
+  bool expected(std::string_view what, Node found);  // always false, for `return failure.expected(…)`
+  void under(std::string_view key);
+  void under(std::size_t index);
+  [[nodiscard]] Error error() const;
+};
+
+struct Standard;  // the form that follows from the member's type
+
+template <class T>
+bool decode(Node node, T& out, Failure& failure);
+template <class T>
+Value encode(const T& value);
+
+}  // namespace json
+
+template <class R, class M, class Codec>
+struct Field {
+  std::string_view key;
+  M R::*member;
+};
+
+template <class Codec = json::Standard, class R, class M>
+constexpr Field<R, M, Codec> field(std::string_view key, M R::*member) {
+  return {key, member};
+}
+template <class R, class M, class Codec>
+constexpr Field<R, M, Codec> field(std::string_view key, M R::*member, Codec) {
+  return {key, member};
+}
+
+namespace json {
+
+template <class T>
+struct IsOptional : std::false_type {};
+template <class T>
+struct IsOptional<std::optional<T>> : std::true_type {};
+template <class T>
+struct IsVector : std::false_type {};
+template <class T>
+struct IsVector<std::vector<T>> : std::true_type {};
+template <class T>
+struct IsMap : std::false_type {};
+template <class T>
+struct IsMap<std::map<std::string, T>> : std::true_type {};
+
+bool decodeScalar(Node node, bool& out, Failure& failure);
+bool decodeScalar(Node node, std::int64_t& out, Failure& failure);
+bool decodeScalar(Node node, double& out, Failure& failure);
+bool decodeScalar(Node node, std::string& out, Failure& failure);
+
+template <class R, class M, class Codec>
+bool decodeField(const Field<R, M, Codec>& field, Node node, R& record, Failure& failure) {
+  bool ok = false;
+  if constexpr (std::is_same_v<Codec, Standard>) {
+    ok = decode(node, record.*field.member, failure);
+  } else {
+    ok = Codec::decode(node, record.*field.member, failure);
+  }
+  if (!ok) failure.under(field.key);
+  return ok;
+}
+
+template <class R>
+bool decodeRecord(Node node, R& record, Failure& failure) {
+  if (node.kind() != Kind::object) return failure.expected("an object", node);
+  constexpr auto& list = Fields<R>::list;
+  constexpr std::size_t count = std::tuple_size_v<std::remove_cvref_t<decltype(list)>>;
+  std::bitset<count> seen;
+  const bool ok = node.members([&](std::string_view key, Node value) {
+    return [&]<std::size_t... I>(std::index_sequence<I...>) {
+      bool fine = true;
+      (void)((std::get<I>(list).key == key
+                  ? (seen.set(I), fine = decodeField(std::get<I>(list), value, record, failure), true)
+                  : false) ||
+             ...);
+      return fine;
+    }
+    (std::make_index_sequence<count>{});
+  });
+  if (!ok) return false;
+  return [&]<std::size_t... I>(std::index_sequence<I...>) {
+    auto present = [&]<class M, class Codec>(const Field<R, M, Codec>& field, bool found) {
+      if (found || IsOptional<M>::value) return true;
+      failure.reason = "missing";
+      failure.under(field.key);
+      return false;
+    };
+    return (present(std::get<I>(list), seen[I]) && ...);
+  }
+  (std::make_index_sequence<count>{});
+}
+
+template <class T>
+bool decode(Node node, T& out, Failure& failure) {
+  if constexpr (IsOptional<T>::value) {
+    if (node.kind() == Kind::null) {
+      out.reset();
+      return true;
+    }
+    return decode(node, out.emplace(), failure);
+  } else if constexpr (IsVector<T>::value) {
+    if (node.kind() != Kind::array) return failure.expected("an array", node);
+    out.clear();
+    out.reserve(node.size());
+    return node.elements([&](Node element) {
+      if (decode(element, out.emplace_back(), failure)) return true;
+      failure.under(out.size() - 1);
+      return false;
+    });
+  } else if constexpr (IsMap<T>::value) {
+    if (node.kind() != Kind::object) return failure.expected("an object", node);
+    out.clear();
+    return node.members([&](std::string_view key, Node value) {
+      if (decode(value, out[std::string(key)], failure)) return true;
+      failure.under(key);
+      return false;
+    });
+  } else if constexpr (RawRepresentable<T>) {
+    using Raw = std::conditional_t<std::is_same_v<RawValue<T>, std::string_view>, std::string, std::int64_t>;
+    Raw raw{};
+    if (!decodeScalar(node, raw, failure)) return false;
+    const auto known = fromRawValue<T>(raw);
+    if (!known) return failure.expected("a known value", node);
+    out = *known;
+    return true;
+  } else if constexpr (std::is_same_v<T, Value>) {
+    out = node.value();
+    return true;
+  } else if constexpr (Record<T>) {
+    return decodeRecord(node, out, failure);
+  } else {
+    return decodeScalar(node, out, failure);
+  }
+}
+
+template <class R>
+Value encodeRecord(const R& record) {
+  Object object;
+  auto add = [&]<class M, class Codec>(const Field<R, M, Codec>& field) {
+    const M& member = record.*field.member;
+    if constexpr (IsOptional<M>::value) {
+      if (!member) return;
+    }
+    if constexpr (std::is_same_v<Codec, Standard>) {
+      object.set(field.key, encode(member));
+    } else {
+      object.set(field.key, Codec::encode(member));
+    }
+  };
+  std::apply([&](const auto&... field) { (add(field), ...); }, Fields<R>::list);
+  return object;
+}
+
+template <class T>
+Value encode(const T& value) {
+  if constexpr (IsOptional<T>::value) {
+    return value ? encode(*value) : Value();
+  } else if constexpr (IsVector<T>::value) {
+    Array array;
+    array.reserve(value.size());
+    for (const auto& element : value) array.push_back(encode(element));
+    return array;
+  } else if constexpr (IsMap<T>::value) {
+    Object object;
+    for (const auto& [key, element] : value) object.set(key, encode(element));
+    return object;
+  } else if constexpr (RawRepresentable<T>) {
+    return Value(rawValue(value));
+  } else if constexpr (Record<T>) {
+    return encodeRecord(value);
+  } else {
+    return Value(value);
+  }
+}
+
+/// A whole text as a record (or a list or map of records). The error names the path of what is wrong:
+/// `geoCampaign[3].locations: expected an array, found a string`.
+template <class T>
+[[nodiscard]] Result<T> decodeText(std::string_view text) {
+  auto document = Document::parse(text);
+  if (!document) return Unexpected(document.error());
+  T out{};
+  Failure failure;
+  if (!decode(document->root(), out, failure)) return Unexpected(failure.error());
+  return out;
+}
+
+template <class T>
+[[nodiscard]] std::string encodeText(const T& value) {
+  return print(encode(value));
+}
+
+}  // namespace json
+}  // namespace orlan

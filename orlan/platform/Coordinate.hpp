@@ -1,0 +1,18 @@
+#pragma once
+
+namespace orlan {
+
+/// Degrees, latitude first. May be out of range or not finite (the backend's text may say "nan"): every
+/// comparison, sort and clamp copes with that.
+struct Coordinate {
+  double latitude = 0.0;
+  double longitude = 0.0;
+
+  friend bool operator==(const Coordinate&, const Coordinate&) = default;
+};
+
+/// Geodesic distance in metres on the WGS84 ellipsoid. Not-a-number when either coordinate is not finite or a
+/// latitude lies beyond 90 degrees, so write comparisons such that not-a-number means "no".
+[[nodiscard]] double distance(Coordinate a, Coordinate b);
+
+}  // namespace orlan

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cassert>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "orlan/base/Subscription.hpp"
+#include "orlan/base/Time.hpp"
+
+namespace orlan {
+
+/// Runs tasks one after the other, in the order of posting. `async` may be called from any thread and never
+/// runs the task inside the call. Destroying a queue waits for a task that is running on another thread; on a
+/// real phone it first runs what is still posted, on the simulated one what is posted dies with it.
+class SerialQueue {
+ public:
+  SerialQueue() = default;
+  SerialQueue(const SerialQueue&) = delete;
+  SerialQueue& operator=(const SerialQueue&) = delete;
+  virtual ~SerialQueue() = default;
+
+  virtual void async(std::function<void()> task) = 0;
+
+  /// Whether the caller runs on this queue. Outside any task the main loop is current on its own thread.
+  [[nodiscard]] virtual bool isCurrent() const = 0;
+
+  /// A confinement mistake stops a debug build and every simulated one; release builds do not check.
+  void assertCurrent() const { assert(isCurrent()); }
+};
+
+/// The main thread's queue, with timers on a monotonic clock. A timer's handle cancels it when destroyed,
+/// also from inside its own task; handles are used on the main thread. Equal deadlines run in the order of
+/// starting.
+class MainLoop : public SerialQueue {
+ public:
+  /// Runs `task` once, `delay` from now (not before; zero or negative: as soon as possible). Any thread.
+  [[nodiscard]] virtual Subscription after(Duration delay, std::function<void()> task) = 0;
+
+  /// Runs `task` each `interval` (positive), first one interval from now; late ticks do not pile up.
+  [[nodiscard]] virtual Subscription every(Duration interval, std::function<void()> task) = 0;
+};
+
+/// Makes serial queues. Any thread.
+class Queues {
+ public:
+  virtual ~Queues() = default;
+
+  /// `label` is for diagnostics, such as "com.orlan.logger".
+  [[nodiscard]] virtual std::unique_ptr<SerialQueue> make(std::string_view label) = 0;
+};
+
+}  // namespace orlan

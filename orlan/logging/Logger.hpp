@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "orlan/platform/Clock.hpp"
+#include "orlan/platform/Console.hpp"
+#include "orlan/platform/FileSystem.hpp"
+#include "orlan/platform/SerialQueue.hpp"
+
+namespace orlan {
+
+/// The library's one diagnostic channel. Each message becomes one line,
+/// "[2025-03-14T09:26:53Z] [INFO] message\n", printed at once on the caller's thread and appended in the
+/// background to "orlan-sdk.log" in the caches directory. There is no level filter. Any thread may write;
+/// lines of one thread reach the file in the order written. The caller never waits for disk, and no failure
+/// is reported.
+///
+/// The first use of any operation opens the log: it creates the file when there is none.
+class Logger {
+ public:
+  Logger(Clock& clock, Console& console, FileSystem& files, Queues& queues);
+  ~Logger();
+  Logger(const Logger&) = delete;
+  Logger& operator=(const Logger&) = delete;
+
+  static Logger& shared();
+
+  void log(std::string_view message);         // "INFO"
+  void warn(std::string_view message);        // "WARN"
+  void error(std::string_view message);       // "ERROR"
+  void breadcrumb(std::string_view message);  // "•"
+
+  /// Several breadcrumbs at one moment: as many `breadcrumb` calls, at the price of one.
+  void breadcrumbs(std::span<const std::string_view> messages);
+
+  /// Absolute path of the log file, whether or not it is there now.
+  [[nodiscard]] std::string logFileURL();
+
+  /// Deletes the file with exactly the lines written before this call. It stays away until the next start of
+  /// the process; later lines are still printed.
+  void clear();
+
+ private:
+  class File;
+  void write(std::string_view level, std::span<const std::string_view> messages);
+  File& file();
+
+  Clock& clock_;
+  Console& console_;
+  FileSystem& files_;
+  Queues& queues_;
+  std::once_flag opened_;
+  std::unique_ptr<File> file_;
+};
+
+}  // namespace orlan

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "orlan/base/Lazy.hpp"
+#include "orlan/base/Subject.hpp"
+#include "orlan/campaigns/LocationTrackingReliability.hpp"
+#include "orlan/geofence/PolygonSink.hpp"
+#include "orlan/geofence/ReactionServices.hpp"
+#include "orlan/platform/LocationManager.hpp"
+#include "orlan/platform/SerialQueue.hpp"
+
+namespace orlan {
+
+/// Hears entries and exits that the foreground monitor recognised. Main thread.
+class ForegroundGeofenceDelegate {
+ public:
+  virtual ~ForegroundGeofenceDelegate() = default;
+  virtual void didEnterCampaign(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+  virtual void didExitCampaign(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+};
+
+/// Watches live fixes against the campaigns' polygons while the application is in front. Main thread.
+class ForegroundGeofenceMonitor : public PolygonSink {
+ public:
+  /// Campaign id and location id.
+  using Crossing = std::pair<std::int64_t, std::int64_t>;
+
+  ForegroundGeofenceMonitor(MainLoop& main, LocationService& locations, const ReactionServices& services,
+                            Lazy<LocationTrackingReliability>& reliability);
+  ~ForegroundGeofenceMonitor() override;
+
+  static ForegroundGeofenceMonitor& shared();
+
+  /// Held weakly.
+  void setDelegate(std::weak_ptr<ForegroundGeofenceDelegate> delegate);
+
+  [[nodiscard]] Publisher<Crossing>& enterPublisher();
+  [[nodiscard]] Publisher<Crossing>& exitPublisher();
+
+  /// The location manager is not used: the monitor owns one.
+  void start(const std::shared_ptr<LocationManager>& with);
+  void stop();
+
+  /// Replaces what is watched; who is inside what stays known.
+  void updatePolygons(const std::vector<CampaignPolygon>& polygons);
+  void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updatePolygons(polygons); }
+
+  /// Whether a notification may be posted now. Only "ON_EXIT" has a cooldown: 900 s, shared by both monitors.
+  bool shouldSendNotification(std::int64_t campaignId, std::string_view activation);
+
+  /// Forgets all cooldowns, those of the background monitor too.
+  void clearCooldown();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace orlan

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include "orlan/base/Lifetime.hpp"
+#include "orlan/base/Subject.hpp"
+#include "orlan/platform/NotificationCenter.hpp"
+#include "orlan/platform/SerialQueue.hpp"
+
+namespace orlan {
+
+/// Knows whether the person lets the application notify, and is the notification centre's delegate from start
+/// on.
+class NotificationPermissionManager {
+ public:
+  NotificationPermissionManager(MainLoop& main, NotificationCenter& center);
+  ~NotificationPermissionManager();
+
+  static NotificationPermissionManager& shared();
+
+  /// The latest known status; `notDetermined` until the first answer. Values may arrive on any thread.
+  [[nodiscard]] CurrentValue<NotificationAuthorization>& statusPublisher();
+  [[nodiscard]] NotificationAuthorization currentStatus() const;
+
+  /// Becomes the centre's delegate on the main queue, then asks the centre for its settings and publishes
+  /// them.
+  void refresh();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace orlan

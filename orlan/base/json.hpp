@@ -30,6 +30,9 @@ class Object {
   Object() = default;
   Object(std::initializer_list<Member> members);
 
+  /// Of members with the same key the last wins, in the place of the first. Linear, unlike so many `set`.
+  explicit Object(std::vector<Member> members);
+
   /// Null pointer when there is no such key. A key with a null value is there.
   [[nodiscard]] const Value* find(std::string_view key) const;
   [[nodiscard]] Value* find(std::string_view key);
@@ -135,7 +138,10 @@ class Node {
 
  private:
   friend class Document;
-  alignas(void*) std::byte cursor_[2 * sizeof(void*)] = {};
+  template <class Cursor>
+  explicit Node(const Cursor& cursor);
+
+  alignas(void*) std::byte cursor_[2 * sizeof(void*)];
 };
 
 /// A parsed JSON text, owned. Records decode straight from it (`Fields.hpp`).

@@ -1,0 +1,232 @@
+#include <simdjson.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <iterator>
+#include <type_traits>
+
+#include "orlan/base/json.hpp"
+
+namespace orlan::json {
+namespace {
+
+namespace dom = simdjson::dom;
+
+// Whatever walks a value does so by recursion: this bounds its stack, on a thread with a small one too.
+constexpr std::size_t deepest = 512;
+
+// The parser keeps a count of this in its tree for every array and object that has as many or more.
+constexpr std::size_t largestCount = 0xFFFFFF;
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string reason(simdjson::error_code code) {
+  switch (code) {
+    case simdjson::EMPTY:
+      return "the text is empty";
+    case simdjson::UTF8_ERROR:
+      return "the text is not UTF-8";
+    case simdjson::DEPTH_ERROR:
+      return "arrays or objects are nested too deeply";
+    case simdjson::STRING_ERROR:
+      return "a string has a wrong escape";
+    case simdjson::UNESCAPED_CHARS:
+      return "a string has a line break or another control character in it";
+    case simdjson::UNCLOSED_STRING:
+      return "a string does not end";
+    case simdjson::NUMBER_ERROR:
+      return "a number is malformed or too large";
+    case simdjson::CAPACITY:
+    case simdjson::MEMALLOC:
+      return "the text is too large";
+    default:
+      return "not valid JSON";
+  }
+}
+
+using Storage = std::byte[2 * sizeof(void*)];
+
+dom::element element(const Storage& cursor) {
+  return std::bit_cast<dom::element>(cursor);
+}
+
+}  // namespace
+
+struct Document::Tree {
+  dom::document parsed;  // cursors point here: never moves
+};
+
+Document::Document(std::unique_ptr<Tree> tree) : tree_(std::move(tree)) {}
+Document::Document(Document&&) noexcept = default;
+Document& Document::operator=(Document&&) noexcept = default;
+Document::~Document() = default;
+
+Result<Document> Document::parse(std::string_view text) {
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  auto tree = std::make_unique<Tree>();
+  dom::parser parser;
+  auto code = parser.allocate(std::max(text.size(), dom::MINIMAL_DOCUMENT_CAPACITY), deepest);
+  if (code == simdjson::SUCCESS) {
+    code = parser.parse_into_document(tree->parsed, text.data(), text.size()).error();
+  }
+  if (code != simdjson::SUCCESS) return Unexpected(error(reason(code)));
+  return Document(std::move(tree));
+}
+
+Node Document::root() const {
+  return Node(tree_->parsed.root());
+}
+
+template <class Cursor>
+Node::Node(const Cursor& cursor) {
+  static_assert(std::is_same_v<Cursor, dom::element> && std::is_trivially_copyable_v<Cursor> &&
+                sizeof cursor == sizeof cursor_ && alignof(Cursor) <= alignof(void*));
+  std::memcpy(cursor_, &cursor, sizeof cursor);
+}
+
+Kind Node::kind() const {
+  switch (element(cursor_).type()) {
+    case dom::element_type::ARRAY:
+      return Kind::array;
+    case dom::element_type::OBJECT:
+      return Kind::object;
+    case dom::element_type::INT64:
+      return Kind::integer;
+    case dom::element_type::UINT64:
+    case dom::element_type::DOUBLE:
+      return Kind::real;
+    case dom::element_type::STRING:
+      return Kind::string;
+    case dom::element_type::BOOL:
+      return Kind::boolean;
+    case dom::element_type::NULL_VALUE:
+      break;
+  }
+  return Kind::null;
+}
+
+std::string_view Node::kindName() const {
+  switch (kind()) {
+    case Kind::boolean:
+      return "a boolean";
+    case Kind::integer:
+      return "an integer";
+    case Kind::real:
+      return "a number";
+    case Kind::string:
+      return "a string";
+    case Kind::array:
+      return "an array";
+    case Kind::object:
+      return "an object";
+    case Kind::null:
+      break;
+  }
+  return "null";
+}
+
+std::optional<bool> Node::boolean() const {
+  bool value = false;
+  if (element(cursor_).get_bool().get(value) != simdjson::SUCCESS) return std::nullopt;
+  return value;
+}
+
+std::optional<std::int64_t> Node::integer() const {
+  const dom::element self = element(cursor_);
+  std::int64_t whole = 0;
+  if (self.get_int64().get(whole) == simdjson::SUCCESS) return whole;
+  if (self.type() != dom::element_type::DOUBLE) return std::nullopt;
+  constexpr double end = 9223372036854775808.0;  // 2^63, the first that does not fit
+  const double real = *number();
+  if (!(real >= -end && real < end) || std::trunc(real) != real) return std::nullopt;
+  return static_cast<std::int64_t>(real);
+}
+
+std::optional<double> Node::number() const {
+  double value = 0.0;
+  if (element(cursor_).get_double().get(value) != simdjson::SUCCESS) return std::nullopt;
+  return value;
+}
+
+std::optional<std::string_view> Node::string() const {
+  std::string_view value;
+  if (element(cursor_).get_string().get(value) != simdjson::SUCCESS) return std::nullopt;
+  return value;
+}
+
+bool Node::elements(FunctionRef<bool(Node)> visit) const {
+  dom::array array;
+  if (element(cursor_).get_array().get(array) != simdjson::SUCCESS) return true;
+  for (const dom::element child : array) {
+    if (!visit(Node(child))) return false;
+  }
+  return true;
+}
+
+bool Node::members(FunctionRef<bool(std::string_view, Node)> visit) const {
+  dom::object object;
+  if (element(cursor_).get_object().get(object) != simdjson::SUCCESS) return true;
+  for (const dom::key_value_pair member : object) {
+    if (!visit(member.key, Node(member.value))) return false;
+  }
+  return true;
+}
+
+std::size_t Node::size() const {
+  const dom::element self = element(cursor_);
+  dom::array array;
+  dom::object object;
+  std::size_t count = 0;
+  if (self.get_array().get(array) == simdjson::SUCCESS) {
+    count = array.size();
+    if (count == largestCount) count = static_cast<std::size_t>(std::distance(array.begin(), array.end()));
+  } else if (self.get_object().get(object) == simdjson::SUCCESS) {
+    count = object.size();
+    if (count == largestCount) count = static_cast<std::size_t>(std::distance(object.begin(), object.end()));
+  }
+  return count;
+}
+
+Value Node::value() const {
+  switch (kind()) {
+    case Kind::boolean:
+      return *boolean();
+    case Kind::integer:
+      return *integer();
+    case Kind::real:
+      return *number();
+    case Kind::string:
+      return *string();
+    case Kind::array: {
+      Array array;
+      array.reserve(size());
+      elements([&](Node child) {
+        array.push_back(child.value());
+        return true;
+      });
+      return array;
+    }
+    case Kind::object: {
+      std::vector<Object::Member> found;
+      found.reserve(size());
+      members([&](std::string_view key, Node child) {
+        found.emplace_back(key, child.value());
+        return true;
+      });
+      return Object(std::move(found));
+    }
+    case Kind::null:
+      break;
+  }
+  return {};
+}
+
+Result<Value> parse(std::string_view text) {
+  const auto document = Document::parse(text);
+  if (!document) return Unexpected(document.error());
+  return document->root().value();
+}
+
+}  // namespace orlan::json

@@ -1,0 +1,81 @@
+#include "orlan/base/text.hpp"
+
+#include <fmt/format.h>
+
+#include "orlan/base/utf8.hpp"
+
+namespace orlan::text {
+namespace {
+
+/// Unicode's White_Space, which has every line break in it.
+bool isWhiteSpace(std::int32_t c) {
+  return (c >= 0x09 && c <= 0x0D) || c == 0x20 || c == 0x85 || c == 0xA0 || c == 0x1680 ||
+         (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 || c == 0x202F || c == 0x205F ||
+         c == 0x3000;
+}
+
+bool isControl(std::int32_t c) {
+  return c < 0x20 || (c >= 0x7F && c <= 0x9F);
+}
+
+std::string escaped(std::int32_t control) {
+  switch (control) {
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      return fmt::format("\\u{:04x}", control);
+  }
+}
+
+}  // namespace
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty()) {
+    const CodePoint first = firstCodePoint(text);
+    if (!isWhiteSpace(first.value)) break;
+    text.remove_prefix(first.length);
+  }
+  while (!text.empty()) {
+    const CodePoint last = lastCodePoint(text);
+    if (!isWhiteSpace(last.value)) break;
+    text.remove_suffix(last.length);
+  }
+  return text;
+}
+
+std::string escapedControls(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  while (!text.empty()) {
+    const CodePoint next = firstCodePoint(text);
+    if (!next.valid()) {
+      out += fmt::format("\\x{:02x}", static_cast<unsigned char>(text.front()));
+    } else if (isControl(next.value)) {
+      out += escaped(next.value);
+    } else {
+      out += text.substr(0, next.length);
+    }
+    text.remove_prefix(next.length);
+  }
+  return out;
+}
+
+std::string joined(std::span<const std::string> parts, std::string_view separator) {
+  return fmt::format("{}", fmt::join(parts, separator));
+}
+
+std::vector<std::string> split(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    const std::string_view part = text.substr(0, text.find(separator));
+    if (!part.empty()) parts.emplace_back(part);
+    text.remove_prefix(std::min(part.size() + 1, text.size()));
+  }
+  return parts;
+}
+
+}  // namespace orlan::text

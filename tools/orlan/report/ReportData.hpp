@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "orlan/base/Time.hpp"
+#include "orlan/platform/Circle.hpp"
+#include "orlan/platform/Coordinate.hpp"
+
+/// What happened to one device in one run, as plain values: what the report draws and the summary counts.
+namespace orlan::report {
+
+struct Area {
+  std::int64_t campaignId = 0;
+  std::int64_t locationId = 0;
+  std::string name;
+  std::vector<Coordinate> vertices;
+};
+
+struct Fix {
+  Duration at{};  // since the beginning of the run
+  Coordinate coordinate;
+  double accuracy = 0.0;  // metres
+};
+
+struct Crossing {
+  Duration at{};
+  bool entry = true;
+  std::string monitor;  // "foreground" or "background"
+  std::int64_t campaignId = 0;
+  std::int64_t locationId = 0;
+  std::optional<Coordinate> where;
+};
+
+struct Notification {
+  Duration at{};  // when it was shown, or scheduled when it was not
+  std::string identifier;
+  std::string title;
+  std::string body;
+  std::string state;  // "scheduled", "presented", "delivered", "refused"
+  std::optional<Coordinate> where;
+};
+
+struct Request {
+  Duration at{};
+  std::string method;
+  std::string path;
+  std::string outcome;  // a status, an error's words, or empty while under way
+};
+
+struct Moment {
+  Duration at{};
+  std::string kind;  // "start", "application", "fetch", "error"
+  std::string text;
+};
+
+struct ReportData {
+  std::string title;
+  TimePoint begin;                   // wall clock at second 0
+  std::chrono::seconds utcOffset{};  // local time of the device
+  Duration length{};
+  std::vector<Area> areas;
+  std::vector<Circle> circles;
+  std::vector<Fix> fixes;
+  std::vector<Crossing> crossings;
+  std::vector<Notification> notifications;
+  std::vector<Request> requests;
+  std::vector<Moment> moments;
+
+  /// The campaign's name, or "campaign 42" for one that was never listed.
+  [[nodiscard]] std::string campaignName(std::int64_t campaignId) const;
+  /// "09:26:53" local time.
+  [[nodiscard]] std::string clockTime(Duration at) const;
+};
+
+}  // namespace orlan::report

@@ -25,8 +25,13 @@ class SerialQueue {
   /// Whether the caller runs on this queue. Outside any task the main loop is current on its own thread.
   [[nodiscard]] virtual bool isCurrent() const = 0;
 
-  /// A confinement mistake stops a debug build and every simulated one; release builds do not check.
-  void assertCurrent() const { assert(isCurrent()); }
+  /// A confinement mistake stops a debug build and, in every build, a simulated phone.
+  void assertCurrent() const {
+    if (!isCurrent()) confinementBroken();
+  }
+
+ private:
+  virtual void confinementBroken() const { assert(!"called outside its queue"); }
 };
 
 /// The main thread's queue, with timers on a monotonic clock. A timer's handle cancels it when destroyed,

@@ -34,7 +34,7 @@ class LocationPermissionManager {
 
  private:
   struct Parts;
-  std::unique_ptr<Parts> parts_;
+  std::shared_ptr<Parts> parts_;  // shared only to be the location manager's delegate, held weakly there
 };
 
 }  // namespace orlan

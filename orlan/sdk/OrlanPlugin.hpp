@@ -75,6 +75,11 @@ class OrlanPlugin : public NotificationCounter {
   [[nodiscard]] std::string getNotificationStats() const;
   void resetNotificationStats();
 
+  /// The same counts as a record, as assembled when a started library last changed between foreground and
+  /// background with something to count; empty before. The backend has no endpoint that takes it: a host may
+  /// send it where it likes.
+  [[nodiscard]] const json::Object& notificationTelemetry() const;
+
   /// Called by the monitors for each entry and each allowed exit, with its activation.
   void recordFGNotification(std::string_view activation) override;
   void recordBGNotification(std::string_view activation) override;

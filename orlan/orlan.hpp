@@ -1,0 +1,10 @@
+#pragma once
+
+/// Everything a host application needs: install a phone with `Runtime::install`, then start the library
+/// through `OrlanPlugin::shared()`.
+#include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
+#include "orlan/geofence/GeofenceService.hpp"
+#include "orlan/logging/Logger.hpp"
+#include "orlan/sdk/LocationPermissionManager.hpp"
+#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/Runtime.hpp"

@@ -1,0 +1,127 @@
+#include "orlan/sdk/LocationPermissionManager.hpp"
+
+#include <utility>
+
+#include "orlan/base/Lifetime.hpp"
+
+namespace orlan {
+namespace {
+
+constexpr double coarseDistanceFilter = 10.0;  // metres
+
+bool mayLocate(LocationAuthorization status) {
+  return status == LocationAuthorization::authorizedAlways ||
+         status == LocationAuthorization::authorizedWhenInUse;
+}
+
+}  // namespace
+
+struct LocationPermissionManager::Parts : LocationManagerDelegate {
+  Parts(MainLoop& loop, LocationService& locations, Application& app, SystemLog& log)
+      : main(loop), application(app), systemLog(log), mgr(locations.makeManager("permission")) {
+    mgr->setDesiredAccuracy(accuracyNearestTenMeters);
+    mgr->setDistanceFilter(coarseDistanceFilter);
+    mgr->setAllowsBackgroundUpdates(true);
+  }
+
+  void observeApplication() {
+    if (!appStateObservers.empty()) return;
+    appStateObservers.add(
+        application.observe(ApplicationSignal::didEnterBackground, [this] { enteredBackground(); }));
+    appStateObservers.add(
+        application.observe(ApplicationSignal::willEnterForeground, [this] { entersForeground(); }));
+  }
+
+  void enteredBackground() {
+    if (mgr->authorizationStatus() != LocationAuthorization::authorizedAlways) return;
+    mgr->stopUpdatingLocation();
+    mgr->startMonitoringSignificantChanges();
+  }
+
+  void entersForeground() {
+    if (!mayLocate(mgr->authorizationStatus())) return;
+    mgr->stopMonitoringSignificantChanges();
+    mgr->setDesiredAccuracy(accuracyNearestTenMeters);
+    mgr->setDistanceFilter(coarseDistanceFilter);
+    mgr->startUpdatingLocation();
+  }
+
+  void didChangeAuthorization(LocationManager&) override {
+    main.assertCurrent();
+    const LocationAuthorization status = mgr->authorizationStatus();
+    publish([this, status] { statusSubject.send(status); });
+    if (mayLocate(status)) {
+      mgr->startUpdatingLocation();
+    } else {
+      mgr->stopUpdatingLocation();
+      publish([this] { lastLocationSubject.send(std::nullopt); });
+    }
+  }
+
+  void didUpdateLocations(LocationManager&, std::span<const Location> locations) override {
+    main.assertCurrent();
+    if (locations.empty()) return;
+    publish([this, latest = locations.back()] { lastLocationSubject.send(latest); });
+  }
+
+  void didFail(LocationManager&, const Error& error) override {
+    systemLog.write("[Orlan] CLLocation error: " + error.description);
+  }
+
+  /// Subscribers hear values on the next turn of the main loop, never inside the location service's callback.
+  template <class Emit>
+  void publish(Emit emit) {
+    main.async([alive = lifetime.token(), emit = std::move(emit)] {
+      if (alive) emit();
+    });
+  }
+
+  MainLoop& main;
+  Application& application;
+  SystemLog& systemLog;
+  CurrentValue<LocationAuthorization> statusSubject{LocationAuthorization::notDetermined};
+  CurrentValue<std::optional<Location>> lastLocationSubject;
+  SubscriptionBag appStateObservers;
+  bool isConfigured = false;
+  std::shared_ptr<LocationManager> mgr;
+  Lifetime lifetime;
+};
+
+LocationPermissionManager::LocationPermissionManager(MainLoop& main, LocationService& locations,
+                                                     Application& application, SystemLog& systemLog)
+    : parts_(std::make_shared<Parts>(main, locations, application, systemLog)) {}
+
+LocationPermissionManager::~LocationPermissionManager() = default;
+
+LocationAuthorization LocationPermissionManager::currentStatus() const {
+  return parts_->statusSubject.value();
+}
+
+CurrentValue<LocationAuthorization>& LocationPermissionManager::statusPublisher() {
+  return parts_->statusSubject;
+}
+
+CurrentValue<std::optional<Location>>& LocationPermissionManager::lastLocationPublisher() {
+  return parts_->lastLocationSubject;
+}
+
+void LocationPermissionManager::configure() {
+  parts_->main.assertCurrent();
+  if (!std::exchange(parts_->isConfigured, true)) {
+    parts_->mgr->setDelegate(parts_);
+    parts_->observeApplication();
+  }
+  parts_->statusSubject.send(parts_->mgr->authorizationStatus());
+}
+
+void LocationPermissionManager::requestWhenInUseAuthorization() {
+  parts_->main.assertCurrent();
+  parts_->mgr->requestWhenInUseAuthorization();
+}
+
+void LocationPermissionManager::requestAlwaysAuthorization() {
+  parts_->main.assertCurrent();
+  parts_->mgr->requestAlwaysAuthorization();
+}
+
+}  // namespace orlan

@@ -1,0 +1,131 @@
+#include "orlan/sdk/OrlanPlugin.hpp"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "orlan/base/text.hpp"
+#include "orlan/platform/Platform.hpp"
+#include "orlan/sdk/AppStateMonitoring.hpp"
+#include "orlan/sdk/BridgedArguments.hpp"
+#include "orlan/sdk/NotificationStats.hpp"
+#include "orlan/sdk/StartSequence.hpp"
+
+namespace orlan {
+
+struct OrlanPlugin::Parts {
+  Parts(OrlanPlugin& plugin, const Platform& platform, OrlanServices& services)
+      : phone(platform),
+        logger(services.logger),
+        monitoring({phone.clock, phone.application, phone.locations, services.logger,
+                    services.foregroundMonitor, services.backgroundMonitor},
+                   [this] { reportStatistics(); }),
+        starting(plugin, platform, services, monitoring) {
+    notificationStats.lastReportTime = phone.clock.now();
+  }
+
+  void reportStatistics() {
+    logger.breadcrumb(notificationStats.summary(phone.clock.now()));
+    if (notificationStats.totalNotifications == 0) return;
+    logger.breadcrumb(fmt::format("📊 Notification duplication rate: {}x",
+                                  text::fixed(notificationStats.duplicationRate(), 2)));
+    if (starting.storedApiKey().empty()) return;
+    telemetry = notificationStats.telemetry(monitoring.transitionCount(), monitoring.sinceLaunch());
+    logger.breadcrumb("📊 Sending notification telemetry to backend");
+  }
+
+  Platform phone;
+  Logger& logger;
+  NotificationStats notificationStats;
+  json::Object telemetry;
+  AppStateMonitoring monitoring;
+  StartSequence starting;
+};
+
+OrlanPlugin::OrlanPlugin(const Platform& phone, OrlanServices& services)
+    : parts_(std::make_unique<Parts>(*this, phone, services)) {}
+
+OrlanPlugin::~OrlanPlugin() = default;
+
+void OrlanPlugin::start(const std::string& apiKey, Config::Environment env,
+                        const Segmentations& segmentations, Delegate delegate) {
+  parts_->phone.main.assertCurrent();
+  parts_->starting.withApiKey(apiKey, env, segmentations, delegate);
+}
+
+void OrlanPlugin::start(Config::Environment env, const Segmentations& segmentations, Delegate delegate) {
+  parts_->phone.main.assertCurrent();
+  parts_->starting.withHostCredentials(env, segmentations, delegate);
+}
+
+void OrlanPlugin::start(const std::string& companyApiKey, const std::string& appId,
+                        const std::string& appApiKey, const std::string& iosBundleId, Config::Environment env,
+                        const Segmentations& segmentations, bool includeLegacyApiKeyHeader,
+                        Delegate delegate) {
+  parts_->phone.main.assertCurrent();
+  TransmissionAppCredentials credentials;
+  credentials.companyApiKey = companyApiKey;
+  credentials.appID = appId;
+  credentials.appApiKey = appApiKey;
+  credentials.iosBundleID = iosBundleId;
+  credentials.includeLegacyApiKeyHeader = includeLegacyApiKeyHeader;
+  parts_->starting.withAppCredentials(std::move(credentials), env, segmentations, delegate);
+}
+
+void OrlanPlugin::startBridged(const std::string& apiKey, std::int64_t environment,
+                               const json::Value& segmentations, Delegate delegate) {
+  start(apiKey, environmentFromBridged(environment), stringsFromBridged(segmentations), std::move(delegate));
+}
+
+void OrlanPlugin::startBridged(std::int64_t environment, const json::Value& segmentations,
+                               Delegate delegate) {
+  start(environmentFromBridged(environment), stringsFromBridged(segmentations), std::move(delegate));
+}
+
+void OrlanPlugin::startBridged(const std::string& companyApiKey, const std::string& appId,
+                               const std::string& appApiKey, const std::string& iosBundleId,
+                               std::int64_t environment, const json::Value& segmentations,
+                               Delegate delegate) {
+  start(companyApiKey, appId, appApiKey, iosBundleId, environmentFromBridged(environment),
+        stringsFromBridged(segmentations), true, std::move(delegate));
+}
+
+std::string OrlanPlugin::getNotificationStats() const {
+  parts_->phone.main.assertCurrent();
+  return parts_->notificationStats.summary(parts_->phone.clock.now());
+}
+
+void OrlanPlugin::resetNotificationStats() {
+  parts_->phone.main.assertCurrent();
+  parts_->logger.breadcrumb("📊 Resetting notification statistics");
+  parts_->notificationStats = {};
+  parts_->notificationStats.lastReportTime = parts_->phone.clock.now();
+}
+
+const json::Object& OrlanPlugin::notificationTelemetry() const {
+  return parts_->telemetry;
+}
+
+void OrlanPlugin::recordFGNotification(std::string_view activation) {
+  parts_->phone.main.assertCurrent();
+  parts_->notificationStats.recordForeground(activation);
+  parts_->logger.breadcrumb(fmt::format("📊 Recorded FG notification: {} (Total: {})", activation,
+                                        parts_->notificationStats.totalNotifications));
+}
+
+void OrlanPlugin::recordBGNotification(std::string_view activation) {
+  parts_->phone.main.assertCurrent();
+  parts_->notificationStats.recordBackground(activation);
+  parts_->logger.breadcrumb(fmt::format("📊 Recorded BG notification: {} (Total: {})", activation,
+                                        parts_->notificationStats.totalNotifications));
+}
+
+const std::string& OrlanPlugin::storedApiKey() const {
+  return parts_->starting.storedApiKey();
+}
+
+Config::Environment OrlanPlugin::storedEnv() const {
+  return parts_->starting.storedEnv();
+}
+
+}  // namespace orlan

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "orlan/base/Lazy.hpp"
+#include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
+#include "orlan/geofence/NotificationCounter.hpp"
+#include "orlan/geofence/PolygonSink.hpp"
+#include "orlan/sdk/LocationPermissionManager.hpp"
+#include "orlan/sdk/OrlanPlugin.hpp"
+
+/// What ties services that do not know each other. Each looks through a slot, so that nobody comes to life
+/// before somebody means it.
+namespace orlan {
+
+class CounterPort final : public NotificationCounter {
+ public:
+  explicit CounterPort(Lazy<OrlanPlugin>& plugin) : plugin_(plugin) {}
+  void recordFGNotification(std::string_view activation) override {
+    plugin_->recordFGNotification(activation);
+  }
+  void recordBGNotification(std::string_view activation) override {
+    plugin_->recordBGNotification(activation);
+  }
+
+ private:
+  Lazy<OrlanPlugin>& plugin_;
+};
+
+class ForegroundSink final : public PolygonSink {
+ public:
+  explicit ForegroundSink(Lazy<ForegroundGeofenceMonitor>& monitor) : monitor_(monitor) {}
+  void takePolygons(const std::vector<CampaignPolygon>& polygons) override {
+    monitor_->takePolygons(polygons);
+  }
+
+ private:
+  Lazy<ForegroundGeofenceMonitor>& monitor_;
+};
+
+/// The background monitor takes turns with the foreground monitor but watches no regions of its own.
+class BackgroundSink final : public PolygonSink {
+ public:
+  void takePolygons(const std::vector<CampaignPolygon>&) override {}
+};
+
+class LocationStream final : public Publisher<std::optional<Location>> {
+ public:
+  explicit LocationStream(Lazy<LocationPermissionManager>& manager) : manager_(manager) {}
+  [[nodiscard]] Subscription subscribe(Handler handler) override {
+    return manager_->lastLocationPublisher().subscribe(std::move(handler));
+  }
+
+ private:
+  Lazy<LocationPermissionManager>& manager_;
+};
+
+}  // namespace orlan

@@ -1,0 +1,122 @@
+#include "orlan/sdk/Runtime.hpp"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "orlan/sdk/Errors.hpp"
+#include "orlan/sdk/Ports.hpp"
+#include "orlan/sdk/ScopedMainLoop.hpp"
+
+namespace orlan {
+namespace {
+
+std::atomic<Runtime*> processRuntime = nullptr;
+thread_local Runtime* scopedRuntime = nullptr;
+
+}  // namespace
+
+/// Members stand in the order in which they may use one another: the last goes first.
+struct Runtime::Parts {
+  Parts(const Platform& platform, Options given)
+      : main(platform.main),
+        phone{main,
+              platform.queues,
+              platform.clock,
+              platform.random,
+              platform.store,
+              platform.files,
+              platform.http,
+              platform.locations,
+              platform.notifications,
+              platform.application,
+              platform.device,
+              platform.bundle,
+              platform.console,
+              platform.systemLog},
+        options(std::move(given)) {}
+
+  ~Parts() { main.close(); }
+
+  ScopedMainLoop main;
+  Platform phone;  // the host's phone, but for its main loop
+  Options options;
+  Logger logger{phone.clock, phone.console, phone.files, phone.queues};
+
+  // What the services know of each other beyond the floors below them.
+  CounterPort counter{plugin};
+  ForegroundSink foregroundSink{foregroundMonitor};
+  BackgroundSink backgroundSink;
+  LocationStream locationStream{locationPermission};
+
+  Lazy<LocationTrackingReliability> reliability{[this] {
+    return std::make_shared<LocationTrackingReliability>(phone.main, phone.queues, phone.clock, phone.random,
+                                                         phone.store, logger);
+  }};
+  Lazy<APIService> api{
+      [this] { return std::make_shared<APIService>(phone, options.urls, logger, reliability); }};
+  Lazy<ForegroundGeofenceMonitor> foregroundMonitor{[this] {
+    return std::make_shared<ForegroundGeofenceMonitor>(
+        phone.main, phone.locations,
+        ReactionServices{phone.clock, phone.store, phone.notifications, phone.random, logger, api, counter},
+        reliability);
+  }};
+  Lazy<BackgroundRegionMonitor> backgroundMonitor{
+      [this] { return std::make_shared<BackgroundRegionMonitor>(phone.main, logger); }};
+  Lazy<LocationPermissionManager> locationPermission{[this] {
+    return std::make_shared<LocationPermissionManager>(phone.main, phone.locations, phone.application,
+                                                       phone.systemLog);
+  }};
+  Lazy<NotificationPermissionManager> notificationPermission{
+      [this] { return std::make_shared<NotificationPermissionManager>(phone.main, phone.notifications); }};
+  Lazy<GeofenceService> geofence{[this] {
+    return std::make_shared<GeofenceService>(
+        phone, GeofenceService::Neighbours{logger, api, locationStream, foregroundSink, backgroundSink});
+  }};
+  Lazy<OrlanPlugin> plugin{[this] { return std::make_shared<OrlanPlugin>(phone, services); }};
+
+  OrlanServices services{logger,
+                         reliability,
+                         api,
+                         foregroundMonitor,
+                         backgroundMonitor,
+                         geofence,
+                         locationPermission,
+                         notificationPermission,
+                         plugin};
+};
+
+Runtime::Runtime(const Platform& phone, Options options)
+    : parts_(std::make_unique<Parts>(phone, std::move(options))) {}
+
+Runtime::~Runtime() = default;
+
+OrlanServices& Runtime::services() {
+  return parts_->services;
+}
+
+Result<void> Runtime::install(const Platform& phone, Options options) {
+  static std::atomic_flag installed;
+  if (installed.test_and_set()) return Unexpected(errors::alreadyInstalled());
+  // Lives as long as the process: hosts use the shared services until its very end.
+  processRuntime.store(new Runtime(phone, std::move(options)));
+  return {};
+}
+
+Runtime& Runtime::current() {
+  if (scopedRuntime != nullptr) return *scopedRuntime;
+  if (Runtime* process = processRuntime.load()) return *process;
+  std::fputs(
+      "Orlan: no phone is installed. Call orlan::Runtime::install before the first use of the library.\n",
+      stderr);
+  std::abort();
+}
+
+Runtime::Scope::Scope(Runtime& runtime) : previous_(std::exchange(scopedRuntime, &runtime)) {}
+
+Runtime::Scope::~Scope() {
+  scopedRuntime = previous_;
+}
+
+}  // namespace orlan

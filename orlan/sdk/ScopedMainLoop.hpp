@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "orlan/platform/SerialQueue.hpp"
+
+namespace orlan {
+
+/// The phone's main loop as the library sees it: what was posted through it dies with it, so that nothing
+/// runs on behalf of a library that is gone. Destroyed on the main thread; the phone's loop outlives it.
+class ScopedMainLoop final : public MainLoop {
+ public:
+  explicit ScopedMainLoop(MainLoop& phone) : phone_(phone) {}
+
+  /// From now on nothing runs, whoever posts it.
+  void close() { open_.reset(); }
+
+  void async(std::function<void()> task) override { phone_.async(scoped(std::move(task))); }
+  [[nodiscard]] bool isCurrent() const override { return phone_.isCurrent(); }
+  [[nodiscard]] Subscription after(Duration delay, std::function<void()> task) override {
+    return phone_.after(delay, scoped(std::move(task)));
+  }
+  [[nodiscard]] Subscription every(Duration interval, std::function<void()> task) override {
+    return phone_.every(interval, scoped(std::move(task)));
+  }
+
+ private:
+  std::function<void()> scoped(std::function<void()> task) const;
+
+  MainLoop& phone_;
+  std::shared_ptr<const char> open_ = std::make_shared<const char>('\0');
+  std::weak_ptr<const char> isOpen_ = open_;  // never changes, so any thread may copy it
+};
+
+}  // namespace orlan

@@ -1,0 +1,148 @@
+#include "orlan/sdk/StartSequence.hpp"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "orlan/backend/StoreKeys.hpp"
+#include "orlan/sdk/BundleCheck.hpp"
+#include "orlan/sdk/Errors.hpp"
+#include "orlan/sdk/HostCredentials.hpp"
+
+namespace orlan {
+
+StartSequence::StartSequence(OrlanPlugin& plugin, const Platform& phone, OrlanServices& services,
+                             AppStateMonitoring& monitoring)
+    : plugin_(plugin),
+      phone_(phone),
+      services_(services),
+      monitoring_(monitoring),
+      logger_(services.logger) {}
+
+void StartSequence::withHostCredentials(Config::Environment env, const Segmentations& segmentations,
+                                        const Delegate& delegate) {
+  auto credentials = pendingTransmissionAuthOverride_;
+  if (!credentials) credentials = fromPropertyList();
+  if (!credentials) {
+    const Error error = errors::noHostCredentials();
+    fail(delegate, error.description, error);
+    return;
+  }
+  withAppCredentials(std::move(*credentials), env, segmentations, delegate);
+}
+
+void StartSequence::withAppCredentials(TransmissionAppCredentials credentials, Config::Environment env,
+                                       const Segmentations& segmentations, const Delegate& delegate) {
+  const std::string key = credentials.companyApiKey;
+  pendingTransmissionAuthOverride_ = std::move(credentials);
+  withApiKey(key, env, segmentations, delegate);
+}
+
+void StartSequence::withApiKey(const std::string& apiKey, Config::Environment env,
+                               const Segmentations& segmentations, const Delegate& delegate) {
+  auto credentials = std::exchange(pendingTransmissionAuthOverride_, std::nullopt);
+  if (!credentials) credentials = fromPropertyList();
+  if (credentials && credentials->companyApiKey.empty()) credentials->companyApiKey = apiKey;
+  const std::string key = credentials ? credentials->companyApiKey : apiKey;
+
+  if (const auto check = checkBundle(credentials, phone_.bundle.identifier()); !check) {
+    fail(delegate, check.error().description, check.error());
+    return;
+  }
+
+  bag_ = {};
+  monitoring_.removeObservers();
+  resetCredentialsIfKeyChanged(phone_.store, logger_, key);
+  delegate_ = delegate;
+  adopt(key, env, credentials);
+  services_.locationPermission->configure();
+  services_.notificationPermission->refresh();
+  registerDevice(segmentations);
+  watchPermissions();
+}
+
+std::optional<TransmissionAppCredentials> StartSequence::fromPropertyList() const {
+  const auto content = phone_.bundle.propertyList("OrlanConfig");
+  return content ? hostCredentials(*content, phone_.bundle.identifier()) : std::nullopt;
+}
+
+void StartSequence::adopt(const std::string& key, Config::Environment env,
+                          const std::optional<TransmissionAppCredentials>& credentials) {
+  storedApiKey_ = key;
+  storedEnv_ = env;
+  services_.api->setEnv(env);
+  phone_.store.set(storeKeys::environment, rawValue(env));
+  services_.api->setTransmissionAuthConfig(credentials);
+}
+
+void StartSequence::registerDevice(const Segmentations& segmentations) {
+  const auto answer = services_.api->registerDevice(storedApiKey_, segmentations);
+  bag_.add(answer.subscribe([this](const Result<APIService::AuthPayload>& identity) {
+    if (identity) {
+      registered(*identity);
+    } else {
+      fail(delegate_, "Auth failed: " + identity.error().description, identity.error());
+    }
+  }));
+}
+
+void StartSequence::watchPermissions() {
+  // Statuses may arrive on any thread, so the handlers touch nothing but the logger.
+  bag_.add(services_.locationPermission->statusPublisher().subscribe(
+      [&logger = logger_](const LocationAuthorization& status) {
+        logger.breadcrumb(fmt::format("Location status = {}", rawValue(status)));
+      }));
+  bag_.add(services_.notificationPermission->statusPublisher().subscribe(
+      [&logger = logger_](const NotificationAuthorization& status) {
+        logger.breadcrumb(fmt::format("Push status = {}", rawValue(status)));
+      }));
+}
+
+void StartSequence::registered(const APIService::AuthPayload& identity) {
+  logger_.log("Auth OK • deviceID=" + identity.deviceID);
+  if (const auto delegate = delegate_.lock()) {
+    delegate->didAuthenticate(plugin_, identity.deviceID, identity.orlanID);
+  }
+  startServices();
+  monitoring_.setUp();
+
+  LocationTrackingReliability& reliability = *services_.reliability;
+  reliability.loadPendingEvents();
+  reliability.loadFailedEvents();
+  reliability.processPendingEvents();
+}
+
+void StartSequence::startServices() {
+  const auto manager = phone_.locations.makeManager("host");
+  const bool inFront = phone_.application.state() == ApplicationState::active;
+  logger_.breadcrumb(inFront ? "📱 Initial app state check: FOREGROUND"
+                             : "📱 Initial app state check: BACKGROUND");
+  if (inFront) {
+    services_.backgroundMonitor->pauseMonitoring();
+    logger_.breadcrumb("📱 Pre-paused BG monitor (app in foreground)");
+  } else {
+    services_.backgroundMonitor->resumeMonitoring();
+    logger_.breadcrumb("📱 BG monitor active (app in background)");
+  }
+
+  logger_.log("I'm here and this is the API key - " + storedApiKey_);
+  services_.geofence->start(storedApiKey_, storedEnv_, manager);
+
+  if (inFront) {
+    logger_.breadcrumb("📱 Starting FG monitor (app in foreground)");
+    services_.foregroundMonitor->start(manager);
+  } else {
+    logger_.breadcrumb("📱 Skipping FG monitor start (app in background)");
+  }
+
+  logger_.breadcrumb("🟢 Calling reportPluginStarted");
+  logger_.breadcrumb("🟢 inside reportPluginStarted");
+  services_.api->createPluginActivity("plugin_started", storedApiKey_, storedEnv_);
+}
+
+void StartSequence::fail(const Delegate& delegate, const std::string& line, const Error& error) {
+  logger_.error(line);
+  if (const auto host = delegate.lock()) host->didFailWith(plugin_, error);
+}
+
+}  // namespace orlan

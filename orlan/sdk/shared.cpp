@@ -1,0 +1,43 @@
+// Where the process-wide accessors of all services lead: to the slots of the current Runtime.
+#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/OrlanServices.hpp"
+#include "orlan/sdk/Runtime.hpp"
+
+namespace orlan {
+namespace {
+
+OrlanServices& services() {
+  return Runtime::current().services();
+}
+
+}  // namespace
+
+Logger& Logger::shared() {
+  return services().logger;
+}
+LocationTrackingReliability& LocationTrackingReliability::shared() {
+  return *services().reliability;
+}
+APIService& APIService::shared() {
+  return *services().api;
+}
+ForegroundGeofenceMonitor& ForegroundGeofenceMonitor::shared() {
+  return *services().foregroundMonitor;
+}
+BackgroundRegionMonitor& BackgroundRegionMonitor::shared() {
+  return *services().backgroundMonitor;
+}
+GeofenceService& GeofenceService::shared() {
+  return *services().geofence;
+}
+LocationPermissionManager& LocationPermissionManager::shared() {
+  return *services().locationPermission;
+}
+NotificationPermissionManager& NotificationPermissionManager::shared() {
+  return *services().notificationPermission;
+}
+OrlanPlugin& OrlanPlugin::shared() {
+  return *services().plugin;
+}
+
+}  // namespace orlan

@@ -128,8 +128,7 @@ std::string marks(const ReportData& data, const Projection& projection) {
         R"(<circle class="mark {} {}" cx="{}" cy="{}" r="7"><title>{} {} {} ({})</title></circle>)",
         crossing.entry ? "entry" : "exit", escaped(crossing.monitor), number(projection.x(*crossing.where)),
         number(projection.y(*crossing.where)), data.clockTime(crossing.at),
-        crossing.entry ? "entered" : "left", escaped(data.campaignName(crossing.campaignId)),
-        escaped(crossing.monitor));
+        crossing.entry ? "entered" : "left", escaped(crossing.campaign), escaped(crossing.monitor));
   }
   int index = 0;
   for (const Notification& notification : data.notifications) {

@@ -31,6 +31,7 @@ struct Crossing {
   std::string monitor;  // "foreground" or "background"
   std::int64_t campaignId = 0;
   std::int64_t locationId = 0;
+  std::string campaign;  // its name
   std::optional<Coordinate> where;
 };
 
@@ -69,8 +70,6 @@ struct ReportData {
   std::vector<Request> requests;
   std::vector<Moment> moments;
 
-  /// The campaign's name, or "campaign 42" for one that was never listed.
-  [[nodiscard]] std::string campaignName(std::int64_t campaignId) const;
   /// "09:26:53" local time.
   [[nodiscard]] std::string clockTime(Duration at) const;
 };

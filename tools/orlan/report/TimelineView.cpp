@@ -40,23 +40,24 @@ bool failed(const Request& request) {
 
 std::string insideBars(const ReportData& data, const Axis& axis) {
   std::string out;
-  std::map<std::pair<std::int64_t, std::string>, Duration> since;
-  const auto bar = [&](std::int64_t campaign, Duration from, Duration to) {
+  std::map<std::pair<std::int64_t, std::string>, const Crossing*> since;
+  const auto bar = [&](const Crossing& entry, Duration to) {
+    const Duration from = entry.at;
     out += fmt::format(
         R"(<rect class="inside" x="{}" y="{}" width="{}" height="14"><title>{} {} to {}</title></rect>)",
         number(axis.x(from)), number(laneMiddle(0) - 7), number(std::max(2.0, axis.x(to) - axis.x(from))),
-        escaped(data.campaignName(campaign)), data.clockTime(from), data.clockTime(to));
+        escaped(entry.campaign), data.clockTime(from), data.clockTime(to));
   };
   for (const Crossing& crossing : data.crossings) {
     const std::pair key{crossing.campaignId, crossing.monitor};
     if (crossing.entry) {
-      since.emplace(key, crossing.at);
+      since.emplace(key, &crossing);
     } else if (const auto found = since.find(key); found != since.end()) {
-      bar(crossing.campaignId, found->second, crossing.at);
+      bar(*found->second, crossing.at);
       since.erase(found);
     }
   }
-  for (const auto& [key, from] : since) bar(key.first, from, data.length);
+  for (const auto& [key, entry] : since) bar(*entry, data.length);
   return out;
 }
 
@@ -105,7 +106,7 @@ std::string eventTable(const ReportData& data) {
   for (const Request& r : data.requests)
     add(r.at, failed(r) ? "failed" : "request", r.method + " " + r.path + " → " + r.outcome);
   for (const Crossing& c : data.crossings) {
-    add(c.at, c.entry ? "entry" : "exit", data.campaignName(c.campaignId) + " (" + c.monitor + ")");
+    add(c.at, c.entry ? "entry" : "exit", c.campaign + " (" + c.monitor + ")");
   }
   for (const Notification& n : data.notifications)
     add(n.at, "notification", n.title + ": " + n.body + " [" + n.state + "]");

@@ -1,0 +1,177 @@
+#include "tools/orlan/report/ReportCollector.hpp"
+
+#include <algorithm>
+
+namespace orlan::report {
+
+namespace {
+constexpr char scheduled[] = "scheduled";
+}
+
+ReportCollector::ReportCollector(std::string title, TimePoint begin, std::chrono::seconds utcOffset,
+                                 std::function<Duration()> elapsed, ReportListener* listener)
+    : elapsed_(std::move(elapsed)), listener_(listener) {
+  data_.title = std::move(title);
+  data_.begin = begin;
+  data_.utcOffset = utcOffset;
+}
+
+void ReportCollector::watch(OrlanServices& services) {
+  subscriptions_ = {};
+  services.foregroundMonitor.onBuilt([this](ForegroundGeofenceMonitor& monitor) {
+    subscriptions_.add(monitor.enterPublisher().subscribe(
+        [this](const auto& ids) { crossed(true, "foreground", ids.first, ids.second); }));
+    subscriptions_.add(monitor.exitPublisher().subscribe(
+        [this](const auto& ids) { crossed(false, "foreground", ids.first, ids.second); }));
+  });
+  services.geofence.onBuilt([this](GeofenceService& geofence) {
+    if (const auto cached = geofence.current()) campaignsArrived(*cached);
+    subscriptions_.add(
+        geofence.campaigns().subscribe([this](const CampaignData& data) { campaignsArrived(data); }));
+  });
+}
+
+void ReportCollector::note(std::string kind, std::string text) {
+  const Moment moment{elapsed_(), std::move(kind), std::move(text)};
+  {
+    const std::lock_guard lock(mutex_);
+    data_.moments.push_back(moment);
+  }
+  if (listener_) listener_->noted(moment);
+}
+
+ReportData ReportCollector::data() const {
+  const std::lock_guard lock(mutex_);
+  ReportData copy = data_;
+  copy.length = elapsed_();
+  return copy;
+}
+
+std::size_t ReportCollector::openRequests() const {
+  const std::lock_guard lock(mutex_);
+  return open_.size();
+}
+
+void ReportCollector::consoleLine(std::string_view level, std::string_view message) {
+  if (level == "ERROR") note("error", std::string(message));
+}
+
+void ReportCollector::request(phone::RequestId id, const HttpRequest& request) {
+  const std::lock_guard lock(mutex_);
+  open_[id] = data_.requests.size();
+  data_.requests.push_back({elapsed_(), request.method, pathOf(request.url), {}});
+}
+
+void ReportCollector::response(phone::RequestId id, const Result<HttpReply>& result) {
+  const std::lock_guard lock(mutex_);
+  const auto found = open_.find(id);
+  if (found == open_.end()) return;
+  std::string& outcome = data_.requests[found->second].outcome;
+  if (!result) {
+    outcome = result.error().description;
+  } else {
+    outcome = result->status ? std::to_string(*result->status) : "not HTTP";
+  }
+  open_.erase(found);
+}
+
+void ReportCollector::notificationScheduled(const NotificationRequest& request) {
+  notificationState(request, scheduled);
+}
+
+void ReportCollector::notificationRefused(const NotificationRequest& request, const Error& why) {
+  notificationState(request, "refused: " + why.description);
+}
+
+void ReportCollector::notificationPresented(const NotificationRequest& request, std::uint32_t) {
+  notificationState(request, "presented");
+}
+
+void ReportCollector::notificationDelivered(const NotificationRequest& request) {
+  notificationState(request, "delivered");
+}
+
+void ReportCollector::fixes(std::span<const Location> batch) {
+  const std::lock_guard lock(mutex_);
+  for (const Location& fix : batch) {
+    if (fix.horizontalAccuracy >= 0)
+      data_.fixes.push_back({elapsed_(), fix.coordinate, fix.horizontalAccuracy});
+  }
+}
+
+void ReportCollector::applicationSignal(ApplicationSignal signal, ApplicationState) {
+  switch (signal) {
+    case ApplicationSignal::didEnterBackground:
+      return note("application", "went to the background");
+    case ApplicationSignal::willEnterForeground:
+      return note("application", "came to the front");
+    case ApplicationSignal::didBecomeActive:
+      return note("application", "became active");
+    case ApplicationSignal::willResignActive:
+      return note("application", "resigned active");
+  }
+}
+
+void ReportCollector::crossed(bool entry, std::string_view monitor, std::int64_t campaignId,
+                              std::int64_t locationId) {
+  Crossing crossing{elapsed_(), entry, std::string(monitor), campaignId, locationId, {}, {}};
+  {
+    const std::lock_guard lock(mutex_);
+    crossing.campaign = campaignName(campaignId);
+    crossing.where = position();
+    data_.crossings.push_back(crossing);
+  }
+  if (listener_) listener_->crossed(crossing);
+}
+
+void ReportCollector::campaignsArrived(const CampaignData& campaigns) {
+  note("fetch", std::to_string(campaigns.campaignsArray.size()) + " campaigns");
+  const std::lock_guard lock(mutex_);
+  for (const auto& campaign : campaigns.campaignsArray) {
+    if (campaign.location.geofence.size() < 3) continue;
+    Area area{campaign.campaign.campaignId, campaign.location.locationId, campaign.campaign.campaignName, {}};
+    const bool known = std::ranges::any_of(data_.areas, [&](const Area& other) {
+      return other.campaignId == area.campaignId && other.locationId == area.locationId;
+    });
+    if (known) continue;
+    for (const auto& vertex : campaign.location.geofence) {
+      area.vertices.push_back({vertex.latitude, vertex.longitude});
+    }
+    data_.areas.push_back(std::move(area));
+  }
+}
+
+void ReportCollector::notificationState(const NotificationRequest& request, std::string state) {
+  Notification notification{elapsed_(),           request.identifier, request.content.title,
+                            request.content.body, std::move(state),   {}};
+  {
+    const std::lock_guard lock(mutex_);
+    notification.where = position();
+    const auto found = std::ranges::find(data_.notifications, request.identifier, &Notification::identifier);
+    if (found == data_.notifications.end()) {
+      data_.notifications.push_back(notification);
+    } else {
+      *found = notification;
+    }
+  }
+  if (listener_ && notification.state != scheduled) listener_->notified(notification);
+}
+
+std::optional<Coordinate> ReportCollector::position() const {
+  if (data_.fixes.empty()) return std::nullopt;
+  return data_.fixes.back().coordinate;
+}
+
+std::string ReportCollector::campaignName(std::int64_t campaignId) const {
+  const auto found = std::ranges::find(data_.areas, campaignId, &Area::campaignId);
+  return found == data_.areas.end() ? "campaign " + std::to_string(campaignId) : found->name;
+}
+
+std::string pathOf(std::string_view url) {
+  const std::size_t scheme = url.find("://");
+  if (scheme == std::string_view::npos) return std::string(url);
+  const std::size_t path = url.find('/', scheme + 3);
+  return path == std::string_view::npos ? "/" : std::string(url.substr(path));
+}
+
+}  // namespace orlan::report

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -61,8 +62,8 @@ class LocalNotificationCenter final : public NotificationCenter {
   void endProcess();
 
  private:
-  void schedule(NotificationRequest request, const std::function<void(Result<void>)>& done);
-  void ask(const std::function<void(Result<bool>)>& done);
+  void schedule(const NotificationRequest& request, const std::function<void(Result<void>)>& done);
+  [[nodiscard]] Result<bool> ask();
   void deliverDue(const std::string& identifier);
   void onMain(std::function<void()> task);
   void answerSoon(std::function<void()> answer);
@@ -79,7 +80,7 @@ class LocalNotificationCenter final : public NotificationCenter {
   bool asked_ = false;
   std::weak_ptr<NotificationCenterDelegate> delegate_;
   std::map<std::string, Pending, std::less<>> pending_;
-  std::shared_ptr<Lifetime> process_;
+  std::unique_ptr<Lifetime> process_;
   Lifetime lifetime_;
 };
 

@@ -63,6 +63,9 @@ class LocationHub final : public LocationService {
   void enterRegion(std::string_view identifier) { cross(RegionAction::enter, identifier); }
   void exitRegion(std::string_view identifier) { cross(RegionAction::exit, identifier); }
 
+  /// The process ends: its managers hear no more. Position, authorization and regions stay.
+  void endProcess();
+
   [[nodiscard]] std::optional<Location> position() const { return position_; }
   [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const { return regions_.regions(); }
 
@@ -74,7 +77,6 @@ class LocationHub final : public LocationService {
   [[nodiscard]] std::vector<std::shared_ptr<Manager>> managers() const;
   [[nodiscard]] bool authorized() const;
   void requestAuthorization();
-  void reportAuthorizationSoon(const std::shared_ptr<Manager>& manager);
   void startRegion(const CircularRegion& region);
   void stopRegion(std::string_view identifier);
   void cross(RegionAction action, std::string_view identifier);

@@ -9,6 +9,8 @@
 
 namespace orlan {
 
+class Vicinity;
+
 /// An immutable ring of vertices in the order given; it closes itself, the first vertex is not repeated.
 /// Copies share one object, which also holds what makes containment fast, computed once at construction.
 /// Coordinates may be anything a double can hold. Safe to read from any thread.
@@ -28,6 +30,9 @@ class Polygon {
   /// where they can, never differently from computing every distance.
   [[nodiscard]] bool hasVertexWithin(Coordinate point, double metres) const;
 
+  /// The same with the bounds computed beforehand, for asking many polygons (`VertexDistance.hpp`).
+  [[nodiscard]] bool hasVertexIn(const Vicinity& vicinity) const;
+
   /// The half-open interval of longitudes outside of which nothing is inside: `minLongitude <= longitude <
   /// maxLongitude` is necessary for `rayCastingContains`. Empty (min 0, max 0) when nothing can be inside.
   struct LongitudeRange {
@@ -44,6 +49,10 @@ class Polygon {
     double maxLatitude = 0.0;
   };
   [[nodiscard]] Box box() const;
+
+  /// The closed box of the vertices that lie on the ground (longitude finite, latitude at most 90 degrees);
+  /// its ends are exchanged, and infinite, when there are none.
+  [[nodiscard]] Box vertexBox() const;
 
   /// The same vertices, by identity or by value.
   friend bool operator==(const Polygon& a, const Polygon& b);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -105,34 +107,62 @@ bool decodeField(const Field<R, M, Codec>& field, Node node, R& record, Failure&
   return ok;
 }
 
+/// `Fields<R>::list` as rows that a loop can walk.
+template <class R>
+struct FieldRows {
+  struct Row {
+    std::string_view key;
+    bool isOptional;
+    bool (*decode)(Node node, R& record, Failure& failure, bool again);
+  };
+
+  template <std::size_t I>
+  static constexpr Row row() {
+    constexpr auto& field = std::get<I>(Fields<R>::list);
+    using Member = std::remove_cvref_t<decltype(std::declval<R&>().*field.member)>;
+    return {field.key, IsOptional<Member>::value, &decodeRow<I, Member>};
+  }
+
+  /// `again`: the key is there a second time, and nothing of the first value may shine through.
+  template <std::size_t I, class Member>
+  static bool decodeRow(Node node, R& record, Failure& failure, bool again) {
+    constexpr auto& field = std::get<I>(Fields<R>::list);
+    if (again) record.*field.member = Member{};
+    return decodeField(field, node, record, failure);
+  }
+
+  static constexpr std::size_t count = std::tuple_size_v<std::remove_cvref_t<decltype(Fields<R>::list)>>;
+  static constexpr std::array<Row, count> rows = []<std::size_t... I>(std::index_sequence<I...>) {
+    return std::array<Row, count>{row<I>()...};
+  }
+  (std::make_index_sequence<count>{});
+};
+
 template <class R>
 bool decodeRecord(Node node, R& record, Failure& failure) {
   if (node.kind() != Kind::object) return failure.expected("an object", node);
-  constexpr auto& list = Fields<R>::list;
-  constexpr std::size_t count = std::tuple_size_v<std::remove_cvref_t<decltype(list)>>;
-  std::bitset<count> seen;
+  constexpr auto& rows = FieldRows<R>::rows;
+  std::bitset<rows.size()> seen;
+  std::size_t next = 0;  // members mostly come in the order of the list
   const bool ok = node.members([&](std::string_view key, Node value) {
-    return [&]<std::size_t... I>(std::index_sequence<I...>) {
-      bool fine = true;
-      (void)((std::get<I>(list).key == key
-                  ? (seen.set(I), fine = decodeField(std::get<I>(list), value, record, failure), true)
-                  : false) ||
-             ...);
-      return fine;
+    for (std::size_t tried = 0; tried < rows.size(); ++tried) {
+      const std::size_t at = (next + tried) % rows.size();
+      if (rows[at].key != key) continue;
+      next = at + 1;
+      const bool again = seen[at];
+      seen.set(at);
+      return rows[at].decode(value, record, failure, again);
     }
-    (std::make_index_sequence<count>{});
+    return true;
   });
   if (!ok) return false;
-  return [&]<std::size_t... I>(std::index_sequence<I...>) {
-    auto present = [&]<class M, class Codec>(const Field<R, M, Codec>& field, bool found) {
-      if (found || IsOptional<M>::value) return true;
-      failure.reason = "missing";
-      failure.under(field.key);
-      return false;
-    };
-    return (present(std::get<I>(list), seen[I]) && ...);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (seen[i] || rows[i].isOptional) continue;
+    failure.reason = "missing";
+    failure.under(rows[i].key);
+    return false;
   }
-  (std::make_index_sequence<count>{});
+  return true;
 }
 
 template <class T>
@@ -156,7 +186,7 @@ bool decode(Node node, T& out, Failure& failure) {
     if (node.kind() != Kind::object) return failure.expected("an object", node);
     out.clear();
     return node.members([&](std::string_view key, Node value) {
-      if (decode(value, out[std::string(key)], failure)) return true;
+      if (decode(value, out[std::string(key)] = {}, failure)) return true;
       failure.under(key);
       return false;
     });
@@ -206,9 +236,10 @@ Value encode(const T& value) {
     for (const auto& element : value) array.push_back(encode(element));
     return array;
   } else if constexpr (IsMap<T>::value) {
-    Object object;
-    for (const auto& [key, element] : value) object.set(key, encode(element));
-    return object;
+    std::vector<Object::Member> members;
+    members.reserve(value.size());
+    for (const auto& [key, element] : value) members.emplace_back(key, encode(element));
+    return Object(std::move(members));
   } else if constexpr (RawRepresentable<T>) {
     return Value(rawValue(value));
   } else if constexpr (Record<T>) {

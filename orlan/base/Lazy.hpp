@@ -11,7 +11,7 @@ namespace orlan {
 
 /// A slot whose object is made at first use, because when a service first comes to life is visible from
 /// outside (a start time, a file, a log line). Any thread may use it; the object is made once.
-/// The builder must not use its own slot.
+/// Neither the builder nor a hook may use its own slot.
 template <class T>
 class Lazy {
  public:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -27,7 +28,10 @@ class Single {
   /// leaves the subscribers without an answer.
   class Resolver {
    public:
-    void operator()(Answer answer) const { state_->resolve(std::move(answer)); }
+    void operator()(Answer answer) const {
+      const auto state = state_;  // a subscriber may destroy this resolver
+      state->resolve(std::move(answer));
+    }
 
    private:
     friend class Single;
@@ -47,49 +51,57 @@ class Single {
     return Single(std::move(state));
   }
 
-  /// Runs `pass` with the answer each time it passes to a subscriber, just before that subscriber.
+  /// Runs `pass` with the answer each time it passes to a subscriber, just before that subscriber; of
+  /// several, the one added first comes first.
   [[nodiscard]] Single passing(Handler pass) const {
     Single copy = *this;
-    copy.pass_ = std::move(pass);
+    copy.passes_.push_back(std::move(pass));
     return copy;
   }
 
   [[nodiscard]] Subscription subscribe(Handler handler) const {
-    if (pass_) {
-      handler = [pass = pass_, next = std::move(handler)](const Answer& answer) {
-        pass(answer);
-        next(answer);
-      };
-    }
-    auto slot = std::make_shared<Slot>(Slot{std::move(handler)});
-    bool ready = false;
-    {
-      const std::lock_guard lock(state_->mutex);
-      ready = state_->answer.has_value();
-      if (!ready) state_->slots.push_back(slot);
-    }
-    if (ready) {
-      slot->handler(*state_->answer);
+    const auto state = state_;  // the subscriber may destroy this object
+    auto slot = std::make_shared<Slot>(passes_, std::move(handler));
+    if (!state->keep(slot)) {
+      slot->deliver(*state->answer);
       return {};
     }
-    return Subscription::onCancel([state = std::weak_ptr<State>(state_), slot] {
-      if (const auto held = state.lock()) {
-        const std::lock_guard lock(held->mutex);
-        slot->cancelled = true;
-      }
+    return Subscription::onCancel([held = std::weak_ptr<State>(state), slot] {
+      slot->live = false;
+      if (const auto still = held.lock()) still->drop(slot);
     });
   }
 
  private:
   struct Slot {
-    Handler handler;
-    bool cancelled = false;
+    Slot(std::vector<Handler> before, Handler last) : handlers(std::move(before)) {
+      handlers.push_back(std::move(last));
+    }
+    void deliver(const Answer& answer) const {
+      for (const auto& handler : handlers) {
+        if (live) handler(answer);
+      }
+    }
+    std::vector<Handler> handlers;
+    std::atomic<bool> live = true;
   };
+
   struct State {
     std::mutex mutex;
     std::optional<Answer> answer;  // set once, then only read
     std::vector<std::shared_ptr<Slot>> slots;
 
+    /// False when the answer is there already.
+    bool keep(const std::shared_ptr<Slot>& slot) {
+      const std::lock_guard lock(mutex);
+      if (answer) return false;
+      slots.push_back(slot);
+      return true;
+    }
+    void drop(const std::shared_ptr<Slot>& slot) {
+      const std::lock_guard lock(mutex);
+      std::erase(slots, slot);
+    }
     void resolve(Answer value) {
       std::vector<std::shared_ptr<Slot>> waiting;
       {
@@ -98,20 +110,14 @@ class Single {
         answer.emplace(std::move(value));
         waiting = std::move(slots);
       }
-      for (const auto& slot : waiting) {
-        if (isLive(*slot)) slot->handler(*answer);
-      }
-    }
-    bool isLive(const Slot& slot) {
-      const std::lock_guard lock(mutex);
-      return !slot.cancelled;
+      for (const auto& slot : waiting) slot->deliver(*answer);
     }
   };
 
   explicit Single(std::shared_ptr<State> state) : state_(std::move(state)) {}
 
   std::shared_ptr<State> state_;
-  Handler pass_;
+  std::vector<Handler> passes_;
 };
 
 }  // namespace orlan

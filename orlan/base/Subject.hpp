@@ -69,7 +69,8 @@ class Subject : public Publisher<T> {
   std::shared_ptr<List> list_ = std::make_shared<List>();
 };
 
-/// A stream with a current value: a new subscriber hears it at once, then every change.
+/// A stream with a current value: a new subscriber hears it at once, then every change. `value` may be asked
+/// on any thread; `send` and `subscribe` belong to one, or a new subscriber could hear old news last.
 template <class T>
 class CurrentValue : public Publisher<T> {
  public:
@@ -92,8 +93,11 @@ class CurrentValue : public Publisher<T> {
   }
 
   [[nodiscard]] Subscription subscribe(Handler handler) override {
-    handler(value());
-    return changes_.subscribe(std::move(handler));
+    // Subscribed first: what the handler itself sends when it hears the current value reaches it too.
+    auto shared = std::make_shared<Handler>(std::move(handler));
+    Subscription changes = changes_.subscribe([shared](const T& value) { (*shared)(value); });
+    (*shared)(value());
+    return changes;
   }
 
   /// Only what is emitted from now on, without the current value.

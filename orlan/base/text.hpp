@@ -44,8 +44,8 @@ namespace orlan::text {
 /// `bytes` if they are UTF-8, else `otherwise` (such as "<binary>").
 [[nodiscard]] std::string_view utf8Or(std::string_view bytes, std::string_view otherwise);
 
-/// Control characters (below U+0020, U+007F to U+009F) as "\n", "\t" or "\u001b", so that a text can stand in
-/// a terminal or in an error message of one line.
+/// Control characters (below U+0020, U+007F to U+009F) as "\n", "\t" or "\u001b", and bytes that are not
+/// UTF-8 as "\x9b", so that a text can stand in a terminal or in an error message of one line.
 [[nodiscard]] std::string escapedControls(std::string_view text);
 
 [[nodiscard]] std::string joined(std::span<const std::string> parts, std::string_view separator);

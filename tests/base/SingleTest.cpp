@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "orlan/base/Single.hpp"
+
+namespace orlan {
+namespace {
+
+using Heard = std::vector<std::string>;
+
+std::string words(const Result<int>& answer) {
+  return answer ? std::to_string(*answer) : answer.error().description;
+}
+
+TEST(Single, AnswersEverySubscriberOnce) {
+  auto [single, resolve] = Single<int>::pending();
+  Heard heard;
+  const auto listen = [&](const char* name) {
+    return single.subscribe(
+        [&heard, name](const Result<int>& answer) { heard.push_back(name + words(answer)); });
+  };
+  auto early = listen("early ");
+  auto second = listen("second ");
+  EXPECT_EQ(heard, Heard{});
+  resolve(7);
+  resolve(8);
+  resolve(Unexpected(Error{"test", 1, "late"}));
+  auto late = listen("late ");
+  EXPECT_EQ(heard, (Heard{"early 7", "second 7", "late 7"}));
+  EXPECT_FALSE(static_cast<bool>(late)) << "nothing is left to end";
+}
+
+TEST(Single, MayBeAnErrorFromTheStart) {
+  const auto single = Single<int>::of(Unexpected(Error{"test", 1, "refused"}));
+  Heard heard;
+  auto subscription = single.subscribe([&](const Result<int>& answer) { heard.push_back(words(answer)); });
+  EXPECT_EQ(heard, Heard{"refused"});
+}
+
+TEST(Single, EndedSubscriberHearsNothingAndIsFreed) {
+  auto [single, resolve] = Single<int>::pending();
+  auto held = std::make_shared<int>(0);
+  Heard heard;
+  Subscription victim;
+  auto killer = single.subscribe([&](const Result<int>&) { victim.cancel(); });
+  victim = single.subscribe([&](const Result<int>&) { heard.push_back("victim"); });
+  auto quitter = single.subscribe([&, held](const Result<int>&) { heard.push_back("quitter"); });
+  quitter.cancel();
+  EXPECT_EQ(held.use_count(), 1);
+  resolve(1);
+  EXPECT_EQ(heard, Heard{});
+}
+
+TEST(Single, PassesRunBeforeEachSubscriberInTheOrderAdded) {
+  auto [single, resolve] = Single<int>::pending();
+  Heard heard;
+  const auto noting = [&](std::string word) {
+    return [&heard, word = std::move(word)](const Result<int>&) { heard.push_back(word); };
+  };
+  const auto passing = single.passing(noting("first")).passing(noting("second"));
+  auto a = passing.subscribe(noting("a"));
+  auto plain = single.subscribe(noting("plain"));
+  resolve(1);
+  auto b = passing.subscribe(noting("b"));
+  EXPECT_EQ(heard, (Heard{"first", "second", "a", "plain", "first", "second", "b"}));
+}
+
+TEST(Single, SubscribersMayDestroyEverythingAround) {
+  auto [made, resolver] = Single<int>::pending();
+  auto single = std::make_unique<Single<int>>(made);
+  auto resolve = std::make_unique<Single<int>::Resolver>(resolver);
+  made = Single<int>::of(0);
+  resolver = Single<int>::pending().second;
+  Heard heard;
+  auto subscription = single->subscribe([&](const Result<int>& answer) {
+    resolve.reset();
+    single.reset();
+    heard.push_back(words(answer));
+  });
+  (*resolve)(5);
+  EXPECT_EQ(heard, Heard{"5"});
+
+  auto answered = std::make_unique<Single<int>>(Single<int>::of(6));
+  auto late = answered->subscribe([&](const Result<int>& answer) {
+    answered.reset();
+    heard.push_back(words(answer));
+  });
+  EXPECT_EQ(heard, (Heard{"5", "6"}));
+}
+
+TEST(Single, DroppedUnresolvedLeavesNoAnswerAndFreesItsSubscribers) {
+  auto held = std::make_shared<int>(0);
+  Subscription subscription;
+  {
+    auto [single, resolve] = Single<int>::pending();
+    subscription = single.subscribe([held](const Result<int>&) { ADD_FAILURE() << "answered"; });
+  }
+  subscription.cancel();
+  EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(Single, OneOfManyThreadsAnswers) {
+  auto [single, resolve] = Single<int>::pending();
+  std::atomic<int> answers = 0;
+  auto subscription = single.subscribe([&](const Result<int>&) { ++answers; });
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back([i, resolve = resolve] { resolve(i); });
+  for (auto& thread : threads) thread.join();
+  EXPECT_EQ(answers, 1);
+}
+
+}  // namespace
+}  // namespace orlan

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -15,11 +14,12 @@
 #include "orlan/base/Lazy.hpp"
 #include "orlan/base/Single.hpp"
 #include "orlan/base/Subject.hpp"
-#include "orlan/campaigns/LocationTrackingReliability.hpp"
 #include "orlan/logging/Logger.hpp"
 #include "orlan/platform/Platform.hpp"
 
 namespace orlan {
+
+class LocationTrackingReliability;
 
 /// The process's backend client: who the device is, which environment, and every call to the platform API.
 /// Calls may come from any thread unless their line says otherwise; answers are processed on the HTTP

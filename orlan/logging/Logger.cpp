@@ -1,0 +1,105 @@
+#include "orlan/logging/Logger.hpp"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+#include "orlan/base/Time.hpp"
+#include "orlan/base/text.hpp"
+#include "orlan/logging/LogFile.hpp"
+
+namespace orlan {
+namespace {
+
+/// Formatting a date costs more than the rest of a line, and most lines share their second with the one
+/// before. A plain record, so that threads and late static destructors may log too.
+struct Stamp {
+  std::chrono::sys_seconds second;
+  std::array<char, 40> text;
+  std::size_t length = 0;
+};
+
+std::string_view timestamp(TimePoint now) {
+  thread_local Stamp stamp;
+  const auto second = std::chrono::floor<std::chrono::seconds>(now);
+  if (stamp.length == 0 || stamp.second != second) {
+    const std::string text = isoDateTime(now);
+    stamp.second = second;
+    stamp.length = std::min(text.size(), stamp.text.size());
+    std::copy_n(text.begin(), stamp.length, stamp.text.begin());
+  }
+  return {stamp.text.data(), stamp.length};
+}
+
+/// "[2025-03-14T09:26:53Z] [INFO] "
+std::string header(std::string_view time, std::string_view level) {
+  std::string text;
+  text.reserve(time.size() + level.size() + 6);
+  return text.append("[").append(time).append("] [").append(level).append("] ");
+}
+
+}  // namespace
+
+Logger::Logger(Clock& clock, Console& console, FileSystem& files, Queues& queues)
+    : clock_(clock), console_(console), files_(files), queues_(queues) {}
+
+Logger::~Logger() = default;
+
+void Logger::log(std::string_view message) {
+  write("INFO", {&message, 1});
+}
+void Logger::warn(std::string_view message) {
+  write("WARN", {&message, 1});
+}
+void Logger::error(std::string_view message) {
+  write("ERROR", {&message, 1});
+}
+void Logger::breadcrumb(std::string_view message) {
+  write("•", {&message, 1});
+}
+void Logger::breadcrumbs(std::span<const std::string_view> messages) {
+  write("•", messages);
+}
+
+std::string Logger::logFileURL() {
+  return file().path();
+}
+
+void Logger::clear() {
+  file().clear();
+}
+
+Logger::File& Logger::file() {
+  std::call_once(opened_, [this] { file_ = std::make_unique<File>(files_, queues_); });
+  return *file_;
+}
+
+void Logger::write(std::string_view level, std::span<const std::string_view> messages) {
+  if (messages.empty()) return;
+  File& file = this->file();
+  const std::string head = header(timestamp(clock_.now()), level);
+
+  std::size_t size = 0;
+  for (const auto message : messages) size += head.size() + message.size() + 1;
+  std::string text;
+  text.reserve(size);  // exact: the lines below are views into it
+  std::vector<ConsoleLine> lines;
+  lines.reserve(messages.size());
+  bool storable = true;
+  for (const auto message : messages) {
+    const std::size_t start = text.size();
+    text.append(head).append(message).push_back('\n');
+    lines.push_back({level, message, std::string_view(text).substr(start)});
+    storable = storable && text::isUtf8(message);
+  }
+
+  console_.print(lines);
+  if (storable) return file.append(text);
+  for (const auto& line : lines) {
+    if (text::isUtf8(line.message)) file.append(line.text);
+  }
+}
+
+}  // namespace orlan

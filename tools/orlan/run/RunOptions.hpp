@@ -10,11 +10,11 @@ namespace orlan::run {
 
 /// What `orlan run` was asked to do.
 struct RunOptions {
-  std::string track;                        // GPX or NMEA file
-  std::optional<std::string> campaigns;     // a /check-geofence answer for the development backend
-  std::optional<std::string> backend;       // base address of a backend that is already there
-  std::optional<std::string> platformHost;  // … of one family alone
-  std::optional<std::string> transmissionHost;
+  std::string track;                       // GPX or NMEA file
+  std::optional<std::string> campaigns;    // a /check-geofence answer for the development backend
+  std::optional<std::string> backend;      // base address of a backend that is already there
+  std::optional<std::string> platformUrl;  // … of one family alone
+  std::optional<std::string> transmissionUrl;
   std::optional<std::string> config;  // OrlanConfig.plist
   std::optional<std::string> apiKey;
   std::vector<std::string> segments;
@@ -25,6 +25,9 @@ struct RunOptions {
   double speed = 1.0;
   bool json = false;
   bool showLog = false;  // the library's own lines, too
+
+  /// Whether somebody else's backend is used instead of one of our own.
+  [[nodiscard]] bool hasBackend() const { return backend || platformUrl || transmissionUrl; }
 };
 
 }  // namespace orlan::run

@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "tools/orlan/report/Html.hpp"
+#include "tools/orlan/report/Report.hpp"
+
+namespace orlan::report {
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+std::size_t count(std::string_view text, std::string_view what) {
+  std::size_t found = 0;
+  for (auto at = text.find(what); at != std::string_view::npos; at = text.find(what, at + what.size()))
+    ++found;
+  return found;
+}
+
+ReportData rideThrough(const std::string& name) {
+  ReportData data;
+  data.title = name;
+  data.length = std::chrono::minutes(10);
+  data.areas = {{7, 70, name, {{51.0, -1.0}, {51.0, -0.9}, {51.1, -0.9}}}};
+  data.fixes = {{Duration(0), {51.0, -1.0}, 5.0}, {std::chrono::minutes(5), {51.05, -0.95}, 5.0}};
+  data.crossings = {{std::chrono::minutes(5), true, "foreground", 7, 70, name, Coordinate{51.05, -0.95}}};
+  data.notifications = {{std::chrono::minutes(5), "id", name, name, "presented", Coordinate{51.05, -0.95}}};
+  data.requests = {{std::chrono::minutes(5), "POST", "/x?" + name, name}};
+  data.moments = {{std::chrono::minutes(5), "error", name}};
+  return data;
+}
+
+TEST(Html, EscapesWhatCouldBecomeMarkupOrAnEscapeSequence) {
+  struct Row {
+    std::string_view name, text, expected;
+  };
+  for (const auto& [name, text, expected] :
+       {Row{"plain", "Grüße 🔔", "Grüße 🔔"},
+        Row{"element", "<b a='1'>&\"", "&lt;b a=&#39;1&#39;&gt;&amp;&quot;"},
+        Row{"terminal", "\x1b[31mred", "\\u001b[31mred"}, Row{"line breaks stay", "a\nb", "a\nb"},
+        Row{"not UTF-8", "\xff\xfe", "&lt;not text&gt;"}, Row{"empty", "", ""}}) {
+    EXPECT_EQ(escaped(text), expected) << name;
+  }
+}
+
+TEST(Report, NoTextOfACampaignBecomesMarkupAnywhereOnThePage) {
+  const std::string page =
+      renderReport(rideThrough("<script>alert('x')</script><img src=\"http://e.example\">"));
+  EXPECT_EQ(count(page, "<script"), 0u);
+  EXPECT_EQ(count(page, "<img"), 0u);
+  EXPECT_GE(count(page, "&lt;script&gt;"), 8u);  // title twice, map, timeline, card twice, table
+}
+
+TEST(Report, LoadsNothingFromElsewhere) {
+  const std::string page = renderReport(rideThrough("Ride"));
+  for (const std::string_view reference : {"src=", "href=\"http", "url(", "@import", "<link"}) {
+    EXPECT_EQ(count(page, reference), 0u) << reference;
+  }
+}
+
+TEST(Report, ShowsEachThingWhereItHappened) {
+  const std::string page = renderReport(rideThrough("Harbour"));
+  EXPECT_EQ(count(page, "class=\"area touched\""), 1u);
+  EXPECT_EQ(count(page, "class=\"mark entry foreground\""), 1u);
+  EXPECT_EQ(count(page, "<div class=\"note\""), 1u);
+  EXPECT_EQ(count(page, "class=\"inside\""), 1u);  // never left: the bar goes on to the end
+}
+
+TEST(Report, DrawsWhatCanBeDrawnOfCoordinatesThatAreNotNumbers) {
+  ReportData data = rideThrough("Nowhere");
+  data.fixes.push_back({std::chrono::minutes(6), {nan, -1.0}, 5.0});
+  data.areas.front().vertices.push_back({std::numeric_limits<double>::infinity(), nan});
+  data.circles = {{{nan, nan}, 100.0}, {{51.0, -1.0}, nan}};
+  data.crossings.front().where = Coordinate{nan, nan};
+  const std::string page = renderReport(data);
+  EXPECT_EQ(count(page, "nan"), 0u);
+  EXPECT_EQ(count(page, "inf"), 0u);
+}
+
+TEST(Report, AnEmptyRunIsStillAPage) {
+  const std::string page = renderReport({});
+  EXPECT_EQ(count(page, "No position and no campaign area to draw."), 1u);
+  EXPECT_EQ(count(page, "No notification."), 1u);
+  EXPECT_EQ(count(page, "</html>"), 1u);
+}
+
+}  // namespace
+}  // namespace orlan::report

@@ -1,0 +1,34 @@
+#include <CLI/CLI.hpp>
+
+#include "tools/orlan/backend/BackendCommand.hpp"
+#include "tools/orlan/run/RunCommand.hpp"
+#include "tools/orlan/simulate/SimulateCommand.hpp"
+
+namespace {
+
+constexpr const char* description = R"(Turns a phone's position into the right local notification at the right door.
+
+  simulate   play a scenario on a simulated phone and write down all that the outside world could see
+  run        be a host application in a terminal, fed by a recorded track
+  backend    serve a development backend)";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{description, "orlan"};
+  app.require_subcommand(1);
+  app.set_version_flag("--version", "orlan " ORLAN_VERSION);
+  int exitCode = 0;
+  orlan::simulate::addSimulateCommand(app, exitCode);
+  orlan::run::addRunCommand(app, exitCode);
+  orlan::devbackend::addBackendCommand(app, exitCode);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& help) {
+    return app.exit(help);
+  } catch (const CLI::ParseError& mistake) {
+    app.exit(mistake);
+    return 2;
+  }
+  return exitCode;
+}

@@ -1,0 +1,68 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "orlan/base/text.hpp"
+#include "orlan/platform/Coordinate.hpp"
+
+namespace orlan {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Distance, AgreesWithTheReferenceTableToTheNanometre) {
+  std::ifstream file(ORLAN_SOURCE_DIR "/tests/data/geodesic/wgs84-inverse-20.csv");
+  std::string line;
+  std::getline(file, line);
+  int rows = 0;
+  while (std::getline(file, line)) {
+    std::vector<double> values;
+    for (const std::string& cell : text::split(line, ',')) values.push_back(text::toDouble(cell).value());
+    ASSERT_EQ(values.size(), 5U) << line;
+    const Coordinate a{values[0], values[1]};
+    const Coordinate b{values[2], values[3]};
+    EXPECT_NEAR(distance(a, b), values[4], 1e-8) << line;
+    EXPECT_NEAR(distance(b, a), values[4], 1e-8) << line;
+    ++rows;
+  }
+  EXPECT_EQ(rows, 20);
+}
+
+TEST(Distance, IsThatOfTheEllipsoidAndGoesTheShortWay) {
+  struct Row {
+    const char* label;
+    Coordinate a, b;
+    double metres, tolerance;
+  };
+  constexpr double meridianQuarter = 10'001'965.729;  // equator to pole on WGS84
+  const Row rows[] = {
+      {"same place", {51.5, -0.12}, {51.5, -0.12}, 0.0, 0.0},
+      {"zeros of either sign", {0.0, -0.0}, {-0.0, 0.0}, 0.0, 0.0},
+      {"equator to pole", {0.0, 30.0}, {90.0, 0.0}, meridianQuarter, 0.001},
+      {"pole to pole", {90.0, 0.0}, {-90.0, 77.0}, 2 * meridianQuarter, 0.002},
+      {"nearly antipodal", {0.0, 0.0}, {0.5, 179.5}, 19'936'288.579, 0.001},
+      {"across 180 degrees", {0.0, 179.9995}, {0.0, -179.9995}, 111.319, 0.001},
+      {"a longitude once round", {10.0, 20.0}, {10.0, 380.0}, 0.0, 0.0},
+      {"a thousandth of a degree of latitude", {51.0, 0.0}, {51.001, 0.0}, 111.248, 0.001},
+  };
+  for (const Row& row : rows) EXPECT_NEAR(distance(row.a, row.b), row.metres, row.tolerance) << row.label;
+}
+
+TEST(Distance, IsNotANumberWhereThereIsNoPlace) {
+  const Coordinate here{51.5, -0.12};
+  const Coordinate nowhere[] = {{notANumber, 0.0}, {0.0, notANumber}, {infinity, 0.0}, {0.0, infinity},
+                                {0.0, -infinity},  {90.000001, 0.0},  {-91.0, 0.0}};
+  for (const Coordinate& place : nowhere) {
+    EXPECT_TRUE(std::isnan(distance(here, place))) << place.latitude << ", " << place.longitude;
+    EXPECT_TRUE(std::isnan(distance(place, here))) << place.latitude << ", " << place.longitude;
+    EXPECT_TRUE(std::isnan(distance(place, place))) << place.latitude << ", " << place.longitude;
+  }
+}
+
+}  // namespace
+}  // namespace orlan

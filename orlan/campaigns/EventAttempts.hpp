@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "orlan/campaigns/EventStore.hpp"
+#include "orlan/campaigns/ReliabilityEvents.hpp"
+#include "orlan/platform/RandomSource.hpp"
+
+namespace orlan::reliability {
+
+/// The pending and failed events and the attempts with them. Belongs to one queue.
+class EventAttempts {
+ public:
+  using Timer = std::uint64_t;
+  /// Asks for `retry(timer, event)` to be called after a while.
+  using StartTimer = std::function<void(Timer timer, Duration delay, PendingEvent event)>;
+
+  EventAttempts(RandomSource& random, KeyValueStore& store, StartTimer startTimer);
+
+  void loadPending();
+  void loadFailed();
+
+  /// Takes an event, keeps it, and attempts all.
+  void add(PendingEvent event);
+
+  /// One attempt with each pending event, in order. What waits for a retry is attempted too, and the retry
+  /// stays due beside those that may follow from it.
+  void process();
+
+  /// A timer has fired: one more attempt, unless the event ended while this was its latest timer.
+  void retry(Timer timer, const PendingEvent& event);
+
+ private:
+  void attempt(const PendingEvent& event);
+  void tryAgain(const PendingEvent& event, Duration delay);
+  void giveUp(const PendingEvent& event);
+  void finish(const PendingEvent& event);
+
+  RandomSource& random_;
+  EventStore store_;
+  StartTimer startTimer_;
+  std::vector<PendingEvent> pendingEvents_;
+  std::vector<FailedEvent> failedEvents_;
+  std::map<std::string, Timer> retryTimers_;  // the latest of each event; only that one ends with the event
+  std::set<Timer> due_;                       // all that may still fire
+  Timer lastTimer_ = 0;
+};
+
+}  // namespace orlan::reliability

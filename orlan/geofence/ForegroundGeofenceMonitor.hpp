@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "orlan/base/Lazy.hpp"
 #include "orlan/base/Subject.hpp"
 #include "orlan/campaigns/LocationTrackingReliability.hpp"
+#include "orlan/geofence/Crossing.hpp"
 #include "orlan/geofence/PolygonSink.hpp"
 #include "orlan/geofence/ReactionServices.hpp"
 #include "orlan/platform/LocationManager.hpp"
@@ -27,9 +27,6 @@ class ForegroundGeofenceDelegate {
 /// Watches live fixes against the campaigns' polygons while the application is in front. Main thread.
 class ForegroundGeofenceMonitor : public PolygonSink {
  public:
-  /// Campaign id and location id.
-  using Crossing = std::pair<std::int64_t, std::int64_t>;
-
   ForegroundGeofenceMonitor(MainLoop& main, LocationService& locations, const ReactionServices& services,
                             Lazy<LocationTrackingReliability>& reliability);
   ~ForegroundGeofenceMonitor() override;
@@ -50,6 +47,9 @@ class ForegroundGeofenceMonitor : public PolygonSink {
   void updatePolygons(const std::vector<CampaignPolygon>& polygons);
   void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updatePolygons(polygons); }
 
+  /// Posts the campaign's notifications of that activation (upper case), without a cooldown of their own.
+  void sendLocalNotifications(const CampaignData::Campaign& campaign, std::string_view activation);
+
   /// Whether a notification may be posted now. Only "ON_EXIT" has a cooldown: 900 s, shared by both monitors.
   bool shouldSendNotification(std::int64_t campaignId, std::string_view activation);
 
@@ -58,7 +58,7 @@ class ForegroundGeofenceMonitor : public PolygonSink {
 
  private:
   struct Parts;
-  std::unique_ptr<Parts> parts_;
+  std::shared_ptr<Parts> parts_;  // the location manager's delegate, which holds it weakly
 };
 
 }  // namespace orlan

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "orlan/base/Lifetime.hpp"
 #include "orlan/base/Subject.hpp"
 #include "orlan/platform/NotificationCenter.hpp"
 #include "orlan/platform/SerialQueue.hpp"
@@ -28,7 +27,7 @@ class NotificationPermissionManager {
 
  private:
   struct Parts;
-  std::unique_ptr<Parts> parts_;
+  std::shared_ptr<Parts> parts_;
 };
 
 }  // namespace orlan

@@ -1,0 +1,202 @@
+#include "orlan/geofence/GeofenceService.hpp"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "orlan/campaigns/CampaignPolygons.hpp"
+#include "orlan/campaigns/GeofenceResponse.hpp"
+#include "orlan/geofence/CampaignFetch.hpp"
+#include "orlan/geofence/GeofenceRequest.hpp"
+#include "orlan/geofence/LocationFeed.hpp"
+#include "orlan/geofence/RefreshPolicy.hpp"
+
+namespace orlan {
+namespace {
+
+std::vector<Polygon> polygonsOf(const std::vector<CampaignPolygon>& list) {
+  std::vector<Polygon> polygons;
+  polygons.reserve(list.size());
+  for (const auto& entry : list) polygons.push_back(entry.polygon);
+  return polygons;
+}
+
+}  // namespace
+
+struct GeofenceService::Parts {
+  Parts(const Platform& platform, const Neighbours& others)
+      : phone(platform),
+        neighbours(others),
+        cache(platform.files),
+        fetcher(platform.main, platform.http, cache, others.logger) {}
+
+  void loadCache();
+  void fetch(const std::string& apiKey, std::string_view reason);
+  void request(const std::string& apiKey, const Location& fix, std::string_view reason);
+  void finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason);
+  void publish(const CampaignFetch::Campaigns& data);
+  void restartTimer();
+  void observeApplication();
+  void takeFix(const Location& fix);
+
+  const Platform phone;
+  const Neighbours neighbours;
+
+  CurrentValue<std::shared_ptr<const CampaignData>> current;
+  CurrentValue<std::vector<Polygon>> polygons;
+  Subject<CampaignData> campaigns;
+
+  Config::Environment env = Config::Environment::staging;
+  std::string storedApiKey;  // empty: not started
+  std::shared_ptr<LocationManager> storedLocationManager;
+  std::optional<Location> lastKnownLocation;
+  refreshPolicy::LastFetch lastFetch;
+  bool isFetchInFlight = false;  // from the request to the end of what its answer sets off
+
+  CampaignCache cache;
+  CampaignFetch fetcher;
+  std::unique_ptr<LocationFeed> fixes;
+  Subscription timer;
+  SubscriptionBag appStateObservers;
+};
+
+GeofenceService::GeofenceService(const Platform& phone, const Neighbours& neighbours)
+    : parts_(std::make_unique<Parts>(phone, neighbours)) {
+  phone.main.assertCurrent();
+  parts_->loadCache();
+}
+
+GeofenceService::~GeofenceService() = default;
+
+void GeofenceService::Parts::loadCache() {
+  const auto bytes = cache.read();
+  if (!bytes) return;
+  auto response = NewGeofenceResponse::decode(*bytes);
+  if (!response) return;
+  auto data = std::make_shared<const CampaignData>(convert(std::move(response).value(), neighbours.logger));
+  current.send(data);
+  polygons.send(polygonsOf(campaignPolygons(data)));
+}
+
+void GeofenceService::start(const std::string& apiKey, Config::Environment env,
+                            std::shared_ptr<LocationManager> locationManager) {
+  Parts& parts = *parts_;
+  parts.phone.main.assertCurrent();
+  parts.env = env;
+  parts.storedApiKey = apiKey;
+  parts.storedLocationManager = std::move(locationManager);
+  parts.lastKnownLocation =
+      parts.storedLocationManager ? parts.storedLocationManager->location() : std::nullopt;
+  parts.fixes.reset();
+  parts.fixes = std::make_unique<LocationFeed>(parts.phone.main, parts.neighbours.locations,
+                                               [&parts](const Location& fix) { parts.takeFix(fix); });
+  parts.fetch(apiKey, "start");
+  parts.restartTimer();
+  parts.observeApplication();
+}
+
+void GeofenceService::refetch() {
+  parts_->phone.main.assertCurrent();
+  if (parts_->storedApiKey.empty()) {
+    parts_->neighbours.logger.error("refetchGeofence: SDK not initialized");
+    return;
+  }
+  parts_->neighbours.logger.log("🔄 Manually triggering geofence refetch");
+  parts_->fetch(parts_->storedApiKey, "manual");
+}
+
+void GeofenceService::Parts::fetch(const std::string& apiKey, std::string_view reason) {
+  auto fix = storedLocationManager ? storedLocationManager->location() : std::nullopt;
+  if (!fix) fix = lastKnownLocation;
+  if (!fix) {
+    neighbours.logger.error(fmt::format("Geofence fetch ({}): no CLLocation yet", reason));
+    return;
+  }
+  request(apiKey, *fix, reason);
+}
+
+void GeofenceService::Parts::request(const std::string& apiKey, const Location& fix,
+                                     std::string_view reason) {
+  if (isFetchInFlight) {
+    neighbours.logger.log(fmt::format("⏭️ Geofence fetch ({}) skipped: fetch already in flight", reason));
+    return;
+  }
+  isFetchInFlight = true;
+  lastFetch = {phone.clock.now(), fix};
+  lastKnownLocation = fix;
+  const APIService& api = *neighbours.api;
+  auto asking = GeofenceRequest::of({.baseUrl = api.transmissionUrl(env),
+                                     .position = fix.coordinate,
+                                     .segments = api.segments(),
+                                     .credentials = api.effectiveTransmissionCredentials(apiKey),
+                                     .reason = reason});
+  neighbours.logger.log(asking.logLine);
+  fetcher.send(std::move(asking.http), [this, reason](const auto& answer) { finish(answer, reason); });
+}
+
+void GeofenceService::Parts::finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason) {
+  if (answer) publish(*answer);
+  isFetchInFlight = false;
+  if (!answer) {
+    neighbours.logger.error(
+        fmt::format("❌ Geofence fetch ({}) failed: {}", reason, answer.error().description));
+  }
+}
+
+void GeofenceService::Parts::publish(const CampaignFetch::Campaigns& data) {
+  neighbours.logger.log(fmt::format("✅ Geofence fetch OK – {} campaigns", data->campaignsArray.size()));
+  current.send(data);
+  campaigns.send(*data);
+  const auto list = campaignPolygons(data);
+  neighbours.foreground.takePolygons(list);
+  neighbours.background.takePolygons(list);
+  polygons.send(polygonsOf(list));
+}
+
+void GeofenceService::Parts::restartTimer() {
+  timer = {};
+  if (storedApiKey.empty()) return;
+  timer = phone.main.every(refreshPolicy::timerInterval(phone.application.state()),
+                           [this, apiKey = storedApiKey] { fetch(apiKey, "timer"); });
+}
+
+void GeofenceService::Parts::observeApplication() {
+  if (!appStateObservers.empty()) return;
+  for (const auto signal : {ApplicationSignal::didEnterBackground, ApplicationSignal::willEnterForeground}) {
+    appStateObservers.add(phone.application.observe(signal, [this] { restartTimer(); }));
+  }
+}
+
+void GeofenceService::Parts::takeFix(const Location& fix) {
+  lastKnownLocation = fix;
+  if (storedApiKey.empty()) return;
+  if (!refreshPolicy::wantsBackgroundRefresh(fix, phone.application.state(), phone.clock.now(), lastFetch)) {
+    return;
+  }
+  neighbours.logger.log(fmt::format("📍 Significant background location update ({}m) → refreshing geofences",
+                                    refreshPolicy::wholeMetres(fix, lastFetch)));
+  request(storedApiKey, fix, "significantLocationChange");
+}
+
+std::shared_ptr<const CampaignData> GeofenceService::current() {
+  parts_->phone.main.assertCurrent();
+  return parts_->current.value();
+}
+
+Publisher<std::shared_ptr<const CampaignData>>& GeofenceService::currentPublisher() {
+  return parts_->current;
+}
+
+std::vector<Polygon> GeofenceService::currentPolygons() const {
+  return parts_->polygons.value();
+}
+
+CurrentValue<std::vector<Polygon>>& GeofenceService::polygonsPublisherPublic() {
+  return parts_->polygons;
+}
+
+Publisher<CampaignData>& GeofenceService::campaigns() {
+  return parts_->campaigns;
+}
+
+}  // namespace orlan

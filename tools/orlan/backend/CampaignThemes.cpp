@@ -1,0 +1,96 @@
+#include "tools/orlan/backend/CampaignThemes.hpp"
+
+namespace orlan::devbackend {
+namespace {
+
+constexpr std::array<std::string_view, 3> reasons{"The stalls", "The music", "Just passing"};
+constexpr std::array<std::string_view, 3> drinks{"Espresso", "Filter", "Tea"};
+
+constexpr std::array<Theme, 9> all{{
+    {"harbour-market", "Harbour market", "Fish came in at six",
+     "The market is open until two; mackerel is the catch of the day.", "Thanks for stopping by the market",
+     "Tomorrow there is crab. What brought you here today?", "See the stalls",
+     "What brought you to the market?", "SINGLE_CHOICE", reasons},
+    {"corner-bakery",
+     "Corner bakery",
+     "Bread is out of the oven",
+     "Rye, wheat and one loaf with walnuts, still warm, on your left.",
+     "Enjoy the bread",
+     "Show this line before noon and the second loaf is half the price.",
+     "Today's loaves",
+     "",
+     "",
+     {}},
+    {"city-museum",
+     "City museum",
+     "Free entry this afternoon",
+     "The map room shows how the river moved in four hundred years.",
+     "How was the museum?",
+     "One tap helps us plan the next exhibition.",
+     "Plan a visit",
+     "How did you like the map room?",
+     "RATING",
+     {}},
+    {"old-library",
+     "Old library",
+     "A quiet seat by the window",
+     "The reading room has eleven free places and a kettle.",
+     "Your book is patient",
+     "Lent books can be returned at any library in town.",
+     "Reserve a book",
+     "",
+     "",
+     {}},
+    {"bicycle-workshop",
+     "Bicycle workshop",
+     "Free air and oil",
+     "Roll in, the pump is beside the door. A check takes ten minutes.",
+     "Ride well",
+     "Was everything in order with your bicycle?",
+     "Book a check",
+     "Was everything in order?",
+     "BOOLEAN",
+     {}},
+    {"riverside-park",
+     "Riverside park",
+     "The herons are nesting",
+     "Keep to the left bank and you will see three nests from the bridge.",
+     "See you at the river",
+     "The evening walk with the warden starts at half past six.",
+     "Join the walk",
+     "",
+     "",
+     {}},
+    {"little-theatre",
+     "Little theatre",
+     "Two seats left for tonight",
+     "A comedy about a lighthouse, ninety minutes, no interval.",
+     "The curtain rises at eight",
+     "Your place in the queue is kept for an hour.",
+     "Get the seats",
+     "",
+     "",
+     {}},
+    {"coffee-roaster", "Coffee roaster", "Roasting right now",
+     "You can smell it already. Tasting at the counter costs nothing.", "Which one was it?",
+     "Tell us what you drank and we keep it on the list.", "See the beans", "What did you drink?",
+     "SINGLE_CHOICE", drinks},
+    {"garden-nursery",
+     "Garden nursery",
+     "Tomato plants are in",
+     "Nine old kinds, raised next door. The yellow ones are the sweetest.",
+     "Water them tonight",
+     "Anything you would like us to grow next year?",
+     "Growing tips",
+     "What should we grow next year?",
+     "OPEN_ENDED",
+     {}},
+}};
+
+}  // namespace
+
+const std::array<Theme, 9>& themes() {
+  return all;
+}
+
+}  // namespace orlan::devbackend

@@ -24,6 +24,9 @@ std::int64_t saturatingSum(std::int64_t a, std::int64_t b) {
 std::int64_t floorDivided(std::int64_t a, std::int64_t b) {
   return a / b - (a % b < 0 ? 1 : 0);
 }
+std::int64_t floorRest(std::int64_t a, std::int64_t b) {
+  return a % b + (a % b < 0 ? b : 0);
+}
 
 /// `fraction` (0 <= fraction < 1) of a second in whole microseconds, halves upwards. The product is rounded
 /// before we round it; what it lost decides when it seems to lie exactly on a half.
@@ -61,12 +64,12 @@ Civil civil(TimePoint time, std::chrono::seconds offset) {
   const std::int64_t local =
       floorDivided(count, microsecondsPerSecond) + static_cast<std::int64_t>(offset.count());
   const std::int64_t dayNumber = floorDivided(local, secondsPerDay);
-  const int secondOfDay = static_cast<int>(local - dayNumber * secondsPerDay);
+  const int secondOfDay = static_cast<int>(floorRest(local, secondsPerDay));
 
   // Years begin in March here, so that the leap day is the last of its year; eras have 400 years.
   const std::int64_t shifted = dayNumber + 719'468;
   const std::int64_t era = floorDivided(shifted, 146'097);
-  const std::int64_t dayOfEra = shifted - era * 146'097;
+  const std::int64_t dayOfEra = floorRest(shifted, 146'097);
   const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1'460 + dayOfEra / 36'524 - dayOfEra / 146'096) / 365;
   const int dayOfYear = static_cast<int>(dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100));
   const int marchMonth = (5 * dayOfYear + 2) / 153;
@@ -74,14 +77,13 @@ Civil civil(TimePoint time, std::chrono::seconds offset) {
   const int month = marchMonth < 10 ? marchMonth + 3 : marchMonth - 9;
   const std::int64_t year = era * 400 + yearOfEra + (month <= 2 ? 1 : 0);
 
-  const std::int64_t microsecond = count - floorDivided(count, microsecondsPerSecond) * microsecondsPerSecond;
   return {year,
           month,
           day,
           secondOfDay / 3'600,
           secondOfDay / 60 % 60,
           secondOfDay % 60,
-          static_cast<int>(microsecond / 1'000)};
+          static_cast<int>(floorRest(count, microsecondsPerSecond) / 1'000)};
 }
 
 }  // namespace

@@ -1,0 +1,207 @@
+#include "phones/linux/CurlHttpClient.hpp"
+
+#include <atomic>
+#include <cassert>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include "phones/common/httpRules.hpp"
+#include "phones/linux/HttpCall.hpp"
+#include "phones/linux/HttpTransfer.hpp"
+#include "phones/linux/Threads.hpp"
+
+namespace orlan::linuxphone {
+namespace {
+
+constexpr int longestPollMs = 60'000;  // libcurl's own timers end the poll earlier
+constexpr long connectionsPerHost = 6;
+
+/// Once a process, before the first handle.
+void startLibrary() {
+  static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
+  (void)started;
+}
+
+}  // namespace
+
+/// The client's thread and what it shares with the senders.
+class CurlHttpClient::Engine {
+ public:
+  using Call = std::shared_ptr<HttpCall>;
+
+  Engine(phone::PhoneObserver& observer, HttpOptions options)
+      : observer_(observer), options_(std::move(options)), multi_(curl_multi_init()) {
+    curl_multi_setopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS, connectionsPerHost);
+  }
+
+  // Any thread.
+  Call send(HttpRequest request, HttpDone done);
+  void forget(const Call& call);
+  void close();
+
+  // Client's thread.
+  void run();
+
+ private:
+  struct Order {
+    Call call;
+    std::optional<HttpRequest> request;  // none: forget the call
+  };
+
+  void post(Order order);
+  bool obeyOrders();
+  void begin(const Call& call, HttpRequest request);
+  void reportFinished();
+  void end(CURL* easy, CURLcode code);
+  void cancelAll();
+
+  phone::PhoneObserver& observer_;
+  const HttpOptions options_;
+  std::atomic<phone::RequestId> sent_ = 0;
+
+  std::mutex mutex_;
+  std::vector<Order> orders_;
+  bool closing_ = false;
+
+  std::unique_ptr<CURLM, Releasing<curl_multi_cleanup>> multi_;
+  std::map<Call, std::unique_ptr<HttpTransfer>> transfers_;  // client's thread
+};
+
+CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, HttpDone done) {
+  const phone::RequestId id = ++sent_;
+  auto call = std::make_shared<HttpCall>(id, std::move(done));
+  observer_.request(id, request);  // before the answer can come
+  post({call, std::move(request)});
+  return call;
+}
+
+void CurlHttpClient::Engine::forget(const Call& call) {
+  call->cancel();
+  post({call, std::nullopt});
+}
+
+void CurlHttpClient::Engine::post(Order order) {
+  {
+    const std::lock_guard lock(mutex_);
+    orders_.push_back(std::move(order));
+  }
+  curl_multi_wakeup(multi_.get());
+}
+
+void CurlHttpClient::Engine::close() {
+  {
+    const std::lock_guard lock(mutex_);
+    closing_ = true;
+  }
+  curl_multi_wakeup(multi_.get());
+}
+
+void CurlHttpClient::Engine::run() {
+  while (obeyOrders()) {
+    int running = 0;
+    curl_multi_perform(multi_.get(), &running);
+    reportFinished();
+    curl_multi_poll(multi_.get(), nullptr, 0, longestPollMs, nullptr);
+  }
+}
+
+/// Whether to go on.
+bool CurlHttpClient::Engine::obeyOrders() {
+  while (true) {
+    std::vector<Order> orders;
+    bool closing = false;
+    {
+      const std::lock_guard lock(mutex_);
+      orders.swap(orders_);
+      closing = closing_;
+    }
+    for (auto& [call, request] : orders) {
+      if (!request) {
+        if (const auto found = transfers_.find(call); found != transfers_.end()) {
+          curl_multi_remove_handle(multi_.get(), found->second->easy());
+          transfers_.erase(found);
+        }
+      } else if (closing) {
+        call->finish(observer_, Unexpected(urlErrors::cancelled()));
+      } else {
+        begin(call, std::move(*request));
+      }
+    }
+    if (!closing) return true;
+    cancelAll();
+    const std::lock_guard lock(mutex_);
+    if (orders_.empty()) return false;  // else somebody sent from inside an answer
+  }
+}
+
+void CurlHttpClient::Engine::begin(const Call& call, HttpRequest request) {
+  if (auto why = phone::refusal(request)) return call->finish(observer_, Unexpected(std::move(*why)));
+  auto url = checkedUrl(request.url);
+  if (!url.handle) return call->finish(observer_, Unexpected(urlErrors::badURL()));
+
+  auto transfer = std::make_unique<HttpTransfer>(std::move(request), std::move(url), options_);
+  curl_easy_setopt(transfer->easy(), CURLOPT_PRIVATE, call.get());
+  if (curl_multi_add_handle(multi_.get(), transfer->easy()) != CURLM_OK) {
+    return call->finish(observer_, Unexpected(urlErrors::other("the request could not be started")));
+  }
+  transfers_.emplace(call, std::move(transfer));
+}
+
+void CurlHttpClient::Engine::reportFinished() {
+  int left = 0;
+  while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+    if (message->msg == CURLMSG_DONE) end(message->easy_handle, message->data.result);
+  }
+}
+
+void CurlHttpClient::Engine::end(CURL* easy, CURLcode code) {
+  HttpCall* key = nullptr;
+  curl_easy_getinfo(easy, CURLINFO_PRIVATE, &key);
+  const auto found = transfers_.find(Call(Call(), key));
+  assert(found != transfers_.end());
+  auto ended = transfers_.extract(found);
+  auto result = ended.mapped()->result(code);
+  curl_multi_remove_handle(multi_.get(), easy);
+  ended.mapped().reset();
+  ended.key()->finish(observer_, std::move(result));
+}
+
+void CurlHttpClient::Engine::cancelAll() {
+  for (auto ending = std::move(transfers_); auto& [call, transfer] : ending) {
+    curl_multi_remove_handle(multi_.get(), transfer->easy());
+    transfer.reset();
+    call->finish(observer_, Unexpected(urlErrors::cancelled()));
+  }
+  transfers_.clear();
+}
+
+CurlHttpClient::CurlHttpClient(phone::PhoneObserver& observer, HttpOptions options) {
+  startLibrary();
+  engine_ = std::make_shared<Engine>(observer, std::move(options));
+  thread_ = startThread("http", [engine = engine_] { engine->run(); });
+}
+
+CurlHttpClient::~CurlHttpClient() {
+  assert(std::this_thread::get_id() != thread_.get_id());
+  engine_->close();
+  thread_.join();
+}
+
+bool CurlHttpClient::isUrl(std::string_view text) const {
+  return checkedUrl(text).handle != nullptr;
+}
+
+Subscription CurlHttpClient::send(HttpRequest request, HttpDone done) {
+  const auto call = engine_->send(std::move(request), std::move(done));
+  return Subscription::onCancel([engine = std::weak_ptr<Engine>(engine_), call] {
+    if (const auto held = engine.lock()) {
+      held->forget(call);
+    } else {
+      call->cancel();
+    }
+  });
+}
+
+}  // namespace orlan::linuxphone

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "orlan/base/Error.hpp"
+
+/// The errors of files that people hand to the phone: one line that names the file and, where there is one,
+/// the place in it. Code -1.
+namespace orlan::linuxphone::errors {
+
+[[nodiscard]] Error propertyList(std::string what);  // domain "PropertyList"
+[[nodiscard]] Error track(std::string what);         // domain "Track"
+
+}  // namespace orlan::linuxphone::errors

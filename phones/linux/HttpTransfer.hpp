@@ -1,0 +1,71 @@
+#pragma once
+
+#include <curl/curl.h>
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "orlan/platform/HttpClient.hpp"
+#include "phones/linux/CurlHttpClient.hpp"
+
+namespace orlan::linuxphone {
+
+template <auto release>
+struct Releasing {
+  template <class T>
+  void operator()(T* held) const {
+    release(held);
+  }
+};
+using EasyHandle = std::unique_ptr<CURL, Releasing<curl_easy_cleanup>>;
+using UrlHandle = std::unique_ptr<CURLU, Releasing<curl_url_cleanup>>;
+using HeaderList = std::unique_ptr<curl_slist, Releasing<curl_slist_free_all>>;
+
+/// A URL that may be sent to, as libcurl understands it, so that what was checked is what is used. Empty when
+/// it is none.
+struct CheckedUrl {
+  UrlHandle handle;
+  bool isPlain = false;  // http, to the loopback
+};
+[[nodiscard]] CheckedUrl checkedUrl(std::string_view text);
+
+/// One request and its response inside libcurl. Client's thread.
+class HttpTransfer {
+ public:
+  /// The request was not refused, its URL is `url`.
+  HttpTransfer(HttpRequest request, CheckedUrl url, const HttpOptions& options);
+  HttpTransfer(const HttpTransfer&) = delete;
+  HttpTransfer& operator=(const HttpTransfer&) = delete;
+
+  [[nodiscard]] CURL* easy() const { return easy_.get(); }
+
+  /// What came of it, once libcurl is through.
+  [[nodiscard]] Result<HttpReply> result(CURLcode code);
+
+ private:
+  void setUp();
+  void setUpSecurity();
+  void setUpMethodAndBody();
+  void setUpHeaders();
+  [[nodiscard]] HttpReply reply(int status);
+  [[nodiscard]] Error fault(CURLcode code) const;
+
+  static std::size_t onHeader(char* data, std::size_t size, std::size_t count, void* self);
+  static std::size_t onBody(char* data, std::size_t size, std::size_t count, void* self);
+  static int onRequestStarting(void* self, char*, char*, int, int);
+
+  HttpRequest request_;
+  CheckedUrl url_;
+  const HttpOptions& options_;
+  EasyHandle easy_;
+  HeaderList headers_;
+  std::array<char, CURL_ERROR_SIZE> detail_{};
+  std::string body_;
+  std::size_t headerBytes_ = 0;
+  bool started_ = false;
+  std::string refused_;  // why we ended it ourselves
+};
+
+}  // namespace orlan::linuxphone

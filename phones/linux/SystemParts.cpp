@@ -1,0 +1,46 @@
+#include "phones/linux/SystemParts.hpp"
+
+#include <sys/random.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace orlan::linuxphone {
+
+std::uint64_t SystemRandom::next() {
+  std::uint64_t bits = 0;
+  // So few bytes come whole or, interrupted before the kernel has any, not at all.
+  while (::getrandom(&bits, sizeof bits, 0) != static_cast<ssize_t>(sizeof bits)) continue;
+  return bits;
+}
+
+void printToStandardOutput(std::span<const ConsoleLine> lines) {
+  std::string all;
+  for (const ConsoleLine& line : lines) all += line.text;
+  std::string_view left = all;
+  while (!left.empty()) {
+    const ssize_t written = ::write(STDOUT_FILENO, left.data(), left.size());
+    if (written < 0 && errno != EINTR) return;  // nobody reads it any more
+    if (written > 0) left.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+void HostConsole::print(std::span<const ConsoleLine> lines) {
+  if (sink_) {
+    const std::lock_guard lock(mutex_);
+    sink_(lines);
+  }
+  for (const ConsoleLine& line : lines) observer_.consoleLine(line.level, line.message);
+}
+
+void writeToSyslog(std::string_view message) {
+  ::syslog(LOG_USER | LOG_INFO, "%.*s", static_cast<int>(message.size()), message.data());
+}
+
+void HostSystemLog::write(std::string_view message) {
+  if (sink_) sink_(message);
+  observer_.systemLog(message);
+}
+
+}  // namespace orlan::linuxphone

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <span>
+#include <string>
+
+#include "orlan/platform/Console.hpp"
+#include "orlan/platform/RandomSource.hpp"
+#include "phones/common/PhoneObserver.hpp"
+
+namespace orlan::linuxphone {
+
+/// The kernel's random bits.
+class SystemRandom final : public RandomSource {
+ public:
+  [[nodiscard]] std::uint64_t next() override;
+};
+
+/// Where printed lines go; one call at a time.
+using ConsoleSink = std::function<void(std::span<const ConsoleLine>)>;
+
+/// Writes all lines of a call to standard output at once, so that those of several processes do not mix.
+void printToStandardOutput(std::span<const ConsoleLine> lines);
+
+class HostConsole final : public Console {
+ public:
+  HostConsole(ConsoleSink sink, phone::PhoneObserver& observer)
+      : sink_(std::move(sink)), observer_(observer) {}
+
+  void print(std::span<const ConsoleLine> lines) override;
+
+ private:
+  std::mutex mutex_;
+  ConsoleSink sink_;  // may be empty: nothing is printed
+  phone::PhoneObserver& observer_;
+};
+
+/// Where lines of the system log go; any thread, several at a time.
+using SystemLogSink = std::function<void(std::string_view message)>;
+
+/// Writes to the machine's log (syslog), priority "info".
+void writeToSyslog(std::string_view message);
+
+class HostSystemLog final : public SystemLog {
+ public:
+  HostSystemLog(SystemLogSink sink, phone::PhoneObserver& observer)
+      : sink_(std::move(sink)), observer_(observer) {}
+
+  void write(std::string_view message) override;
+
+ private:
+  const SystemLogSink sink_;  // may be empty
+  phone::PhoneObserver& observer_;
+};
+
+}  // namespace orlan::linuxphone

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "orlan/base/json.hpp"
+#include "orlan/base/text.hpp"
 
 namespace orlan::json {
 namespace {
@@ -230,3 +231,9 @@ Result<Value> parse(std::string_view text) {
 }
 
 }  // namespace orlan::json
+
+// Here because of the parser's library, which checks text many times faster than one character at a time;
+// every log line is checked.
+bool orlan::text::isUtf8(std::string_view bytes) {
+  return simdjson::validate_utf8(bytes.data(), bytes.size());
+}

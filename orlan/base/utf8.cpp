@@ -34,15 +34,6 @@ void appendCodePoint(std::string& out, std::int32_t codePoint) {
   out.append(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(length));
 }
 
-bool isUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const CodePoint next = firstCodePoint(bytes);
-    if (!next.valid()) return false;
-    bytes.remove_prefix(next.length);
-  }
-  return true;
-}
-
 std::string_view utf8Or(std::string_view bytes, std::string_view otherwise) {
   return isUtf8(bytes) ? bytes : otherwise;
 }

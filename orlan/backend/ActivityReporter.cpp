@@ -50,7 +50,7 @@ void ActivityReporter::report(const ActivityReport& report) {
 void ActivityReporter::reportGeo(const ActivityReport& report, Coordinate position) {
   const auto form = this->form(report, position);
   reliability_->addPendingEvent("geo_activity", eventData(form),
-                                LocationTrackingReliability::PendingEvent::EventPriority::high);
+                                LocationTrackingReliability::EventPriority::high);
   send(form, true);
 }
 

@@ -21,11 +21,12 @@ struct Stamp {
   std::size_t length = 0;
 };
 
-std::string_view timestamp(TimePoint now) {
+/// "[2025-03-14T09:26:53Z] [", valid until the next call on the same thread.
+std::string_view lineStart(TimePoint now) {
   thread_local Stamp stamp;
   const auto second = std::chrono::floor<std::chrono::seconds>(now);
   if (stamp.length == 0 || stamp.second != second) {
-    const std::string text = isoDateTime(now);
+    const std::string text = "[" + isoDateTime(now) + "] [";
     stamp.second = second;
     stamp.length = std::min(text.size(), stamp.text.size());
     std::copy_n(text.begin(), stamp.length, stamp.text.begin());
@@ -33,12 +34,7 @@ std::string_view timestamp(TimePoint now) {
   return {stamp.text.data(), stamp.length};
 }
 
-/// "[2025-03-14T09:26:53Z] [INFO] "
-std::string header(std::string_view time, std::string_view level) {
-  std::string text;
-  text.reserve(time.size() + level.size() + 6);
-  return text.append("[").append(time).append("] [").append(level).append("] ");
-}
+constexpr std::string_view kLevelEnd = "] ";
 
 }  // namespace
 
@@ -79,26 +75,26 @@ Logger::File& Logger::file() {
 void Logger::write(std::string_view level, std::span<const std::string_view> messages) {
   if (messages.empty()) return;
   File& file = this->file();
-  const std::string head = header(timestamp(clock_.now()), level);
+  const auto start = lineStart(clock_.now());
 
   std::size_t size = 0;
-  for (const auto message : messages) size += head.size() + message.size() + 1;
+  for (const auto message : messages) {
+    size += start.size() + level.size() + kLevelEnd.size() + message.size() + 1;
+  }
   std::string text;
-  text.reserve(size);  // exact: the lines below are views into it
+  text.reserve(size);  // exact: the lines are views into it
   std::vector<ConsoleLine> lines;
   lines.reserve(messages.size());
-  bool storable = true;
   for (const auto message : messages) {
-    const std::size_t start = text.size();
-    text.append(head).append(message).push_back('\n');
-    lines.push_back({level, message, std::string_view(text).substr(start)});
-    storable = storable && text::isUtf8(message);
+    const std::size_t at = text.size();
+    text.append(start).append(level).append(kLevelEnd).append(message).push_back('\n');
+    lines.push_back({level, message, std::string_view(text).substr(at)});
   }
 
   console_.print(lines);
-  if (storable) return file.append(text);
-  for (const auto& line : lines) {
-    if (text::isUtf8(line.message)) file.append(line.text);
+  if (text::isUtf8(text)) return file.append(text);
+  for (const auto& line : lines) {  // whatever a broken line holds, it does not take its neighbours with it
+    if (text::isUtf8(line.text)) file.append(line.text);
   }
 }
 

@@ -31,7 +31,7 @@ class SerialQueue {
   }
 
  private:
-  virtual void confinementBroken() const { assert(!"called outside its queue"); }
+  virtual void confinementBroken() const { assert(false && "called outside its queue"); }
 };
 
 /// The main thread's queue, with timers on a monotonic clock. A timer's handle cancels it when destroyed,

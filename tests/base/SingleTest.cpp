@@ -19,9 +19,8 @@ std::string words(const Result<int>& answer) {
 TEST(Single, AnswersEverySubscriberOnce) {
   auto [single, resolve] = Single<int>::pending();
   Heard heard;
-  const auto listen = [&](const char* name) {
-    return single.subscribe(
-        [&heard, name](const Result<int>& answer) { heard.push_back(name + words(answer)); });
+  const auto listen = [&heard, &to = single](const char* name) {
+    return to.subscribe([&heard, name](const Result<int>& answer) { heard.push_back(name + words(answer)); });
   };
   auto early = listen("early ");
   auto second = listen("second ");

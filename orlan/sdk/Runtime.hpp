@@ -11,14 +11,16 @@
 
 namespace orlan {
 
+struct RuntimeOptions {
+  BaseUrls urls = BaseUrls::builtIn();
+};
+
 /// The composition root: one lazily built slot a service. It owns the library's queues, timers and requests:
 /// when it is destroyed, what is pending dies with it and the phone is as it was but for what was kept.
 /// Created, used and destroyed on the main thread; the phone outlives it.
 class Runtime {
  public:
-  struct Options {
-    BaseUrls urls = BaseUrls::builtIn();
-  };
+  using Options = RuntimeOptions;
 
   explicit Runtime(const Platform& phone, Options options = {});
   ~Runtime();

@@ -25,6 +25,7 @@ class ScopedMainLoop final : public MainLoop {
   }
 
  private:
+  void confinementBroken() const override { phone_.assertCurrent(); }
   std::function<void()> scoped(std::function<void()> task) const;
 
   MainLoop& phone_;

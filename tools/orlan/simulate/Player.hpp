@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "orlan/sdk/OrlanServices.hpp"
+#include "phones/common/PhoneObserver.hpp"
+#include "tools/orlan/simulate/Scenario.hpp"
+#include "tools/orlan/simulate/Transcript.hpp"
+
+namespace orlan::simulate {
+
+/// Somebody who looks on while a scenario is played. Outlives the player.
+struct Spectator {
+  phone::PhoneObserver* phone = nullptr;         // told what the phone does
+  std::function<void(OrlanServices&)> launched;  // a process began; its services are still to come to life
+};
+
+/// Plays one scenario through the library on a simulated phone, in virtual time.
+class Player {
+ public:
+  /// `write` takes the transcript's lines; `only` as for `Transcript`. The scenario outlives the player.
+  Player(const Scenario& scenario, Transcript::Write write, std::set<std::string, std::less<>> only);
+  ~Player();
+  Player(const Player&) = delete;
+  Player& operator=(const Player&) = delete;
+
+  /// Before `play`.
+  void add(Spectator spectator);
+
+  /// Virtual time since second 0.
+  [[nodiscard]] Duration now() const;
+
+  /// From the first step to the end; once.
+  void play();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace orlan::simulate

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/OrlanServices.hpp"
+#include "tools/orlan/simulate/Transcript.hpp"
+
+namespace orlan::simulate {
+
+/// Writes down what the library's services tell their subscribers and delegates, from the moment each comes
+/// to life; brings none to life. Ends before the services do.
+class ServiceStreams {
+ public:
+  ServiceStreams(OrlanServices& services, Transcript& transcript);
+  ~ServiceStreams();
+
+ private:
+  struct Parts;
+  std::shared_ptr<Parts> parts_;
+};
+
+/// What the transcript has of a host's delegate for starts.
+[[nodiscard]] std::shared_ptr<OrlanPluginDelegate> recordingDelegate(Transcript& transcript);
+
+}  // namespace orlan::simulate

@@ -1,0 +1,54 @@
+#include "tools/orlan/simulate/SimulateCommand.hpp"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "tools/orlan/simulate/SimulateSession.hpp"
+#include "tools/orlan/simulate/Transcript.hpp"
+
+namespace orlan::simulate {
+namespace {
+
+constexpr const char* description =
+    R"(Play a scenario: a phone, a backend and a day in the life of the device, described in a JSON file.
+
+The real library runs on a simulated phone in virtual time, so that a day takes no longer than a
+moment and the same scenario always gives the same transcript, byte for byte: one JSON object a line
+for everything the outside world could have seen.)";
+
+constexpr const char* footer = R"(Examples:
+  orlan simulate walk.json
+  orlan simulate walk.json --only notification,delegate
+  orlan simulate walk.json --transcript walk.jsonl --quiet
+
+Exit status: 0 played to the end; 2 the scenario is not valid (the message says where); 1 anything else.)";
+
+std::string eventList() {
+  std::string list = "events to keep, separated by commas, besides \"end\": ";
+  for (const auto name : Transcript::eventNames()) {
+    if (list.back() != ' ') list += ", ";
+    list += name;
+  }
+  return list;
+}
+
+}  // namespace
+
+void addSimulateCommand(CLI::App& app, int& exitCode) {
+  auto options = std::make_shared<SimulateOptions>();
+  CLI::App* command = app.add_subcommand("simulate", description);
+  command->footer(footer);
+  command->add_option("scenario", options->scenario, "the scenario to play")
+      ->required()
+      ->type_name("SCENARIO.json");
+  command->add_option("--transcript", options->transcript, "write the transcript to a file")
+      ->type_name("OUT.jsonl");
+  command->add_option("--only", options->only, eventList())
+      ->delimiter(',')
+      ->expected(1)
+      ->type_name("EVENT[,EVENT…]");
+  command->add_flag("--quiet", options->quiet, "no summary on standard error");
+  command->callback([options, &exitCode] { exitCode = simulate(*options); });
+}
+
+}  // namespace orlan::simulate

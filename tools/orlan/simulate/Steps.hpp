@@ -1,0 +1,118 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "orlan/backend/Config.hpp"
+#include "orlan/base/Time.hpp"
+#include "orlan/base/json.hpp"
+#include "orlan/platform/Application.hpp"
+#include "orlan/platform/LocationManager.hpp"
+#include "orlan/platform/NotificationCenter.hpp"
+#include "phones/simulated/SimulatedFiles.hpp"
+
+namespace orlan::simulate {
+
+/// A position as a scenario gives it; when it is taken follows from the step.
+struct Fix {
+  Coordinate coordinate;  // degrees
+  double accuracy = 5.0;  // metres
+};
+
+/// With which credentials a start is called: one of its three forms.
+struct AppScoped {
+  std::string companyApiKey;
+  std::string appId;
+  std::string appApiKey;
+  std::string iosBundleId;
+  bool includeLegacyApiKeyHeader = true;
+};
+struct ApiKey {
+  std::string apiKey;
+};
+struct FromPropertyList {};
+using StartChoice = std::variant<FromPropertyList, ApiKey, AppScoped>;
+
+/// What a step does, with its arguments.
+namespace step {
+
+struct Start {
+  StartChoice choice;
+  Config::Environment env = Config::Environment::staging;
+  std::vector<std::string> segmentations;
+  bool delegate = true;
+};
+struct StartBridged {
+  StartChoice choice;
+  std::int64_t environment = 1;
+  json::Value segmentations;
+  bool delegate = true;
+};
+struct GetNotificationStats {};
+struct ResetNotificationStats {};
+struct ClearCooldown {};
+
+/// Fixes that arrive as one batch.
+struct Fixes {
+  std::vector<Fix> fixes;
+};
+/// A walk, already cut into single fixes at even intervals.
+struct Track {
+  Duration interval{};
+  std::vector<Fix> fixes;
+};
+struct MoveApplication {
+  ApplicationState to;
+};
+struct RaiseSignal {
+  ApplicationSignal signal;
+};
+struct SetLocationAuthorization {
+  LocationAuthorization to;
+};
+struct SetNotificationAuthorization {
+  NotificationAuthorization to;
+};
+struct Relaunch {
+  ApplicationState application = ApplicationState::active;
+};
+struct SetClock {
+  TimePoint to;
+};
+struct ChangeStore {
+  std::string key;
+  std::optional<json::Value> value;  // none removes
+};
+struct ChangeFile {
+  std::string name;
+  std::optional<std::string> text;  // none removes
+};
+struct ReadFile {
+  std::string name;
+};
+struct FailLocation {
+  std::string description;
+};
+struct FailStorage {
+  sim::StorageFault fault = sim::StorageFault::none;
+};
+
+}  // namespace step
+
+using Action =
+    std::variant<step::Start, step::StartBridged, step::GetNotificationStats, step::ResetNotificationStats,
+                 step::ClearCooldown, step::Fixes, step::Track, step::MoveApplication, step::RaiseSignal,
+                 step::SetLocationAuthorization, step::SetNotificationAuthorization, step::Relaunch,
+                 step::SetClock, step::ChangeStore, step::ChangeFile, step::ReadFile, step::FailLocation,
+                 step::FailStorage>;
+
+struct Step {
+  Duration at{};     // since second 0
+  std::string call;  // the step's name, as results repeat it
+  Action action;
+};
+
+}  // namespace orlan::simulate

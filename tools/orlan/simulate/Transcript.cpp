@@ -1,0 +1,189 @@
+#include "tools/orlan/simulate/Transcript.hpp"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "orlan/base/text.hpp"
+#include "tools/orlan/simulate/words.hpp"
+
+namespace orlan::simulate {
+namespace {
+
+constexpr std::array<std::string_view, 15> events{"log",      "system-log",       "request",
+                                                  "response", "delegate",         "publish",
+                                                  "result",   "notification",     "store",
+                                                  "file",     "location-updates", "significant-changes",
+                                                  "region",   "application",      "remote-registration"};
+constexpr std::string_view endEvent = "end";
+
+}  // namespace
+
+std::span<const std::string_view> Transcript::eventNames() {
+  static const auto names = [] {
+    std::array<std::string_view, events.size() + 1> all;
+    std::copy(events.begin(), events.end(), all.begin());
+    all.back() = endEvent;
+    return all;
+  }();
+  return names;
+}
+
+Transcript::Transcript(Write write, std::set<std::string, std::less<>> only, Now now)
+    : write_(std::move(write)), only_(std::move(only)), now_(std::move(now)) {}
+
+bool Transcript::wants(std::string_view event) const {
+  return silences_ == 0 && (only_.empty() || only_.contains(event));
+}
+
+void Transcript::write(std::string_view event, const json::Object& members) {
+  std::string line = R"({"at":)" + text::fixed(seconds(now_()), 3) + R"(,"event":)" + json::print(event);
+  if (!members.empty()) line += "," + json::print(members).substr(1);
+  if (members.empty()) line += "}";
+  line += "\n";
+  write_(line);
+}
+
+void Transcript::consoleLine(std::string_view level, std::string_view message) {
+  if (wants("log")) write("log", {{"level", level}, {"message", message}});
+}
+
+void Transcript::systemLog(std::string_view message) {
+  if (wants("system-log")) write("system-log", {{"message", message}});
+}
+
+void Transcript::request(phone::RequestId id, const HttpRequest& request) {
+  if (!wants("request")) return;
+  json::Array headers;
+  for (const auto& [name, value] : request.headers) headers.push_back(json::Array{name, value});
+  json::Object members{{"id", static_cast<std::int64_t>(id)},
+                       {"method", request.method},
+                       {"url", request.url},
+                       {"headers", std::move(headers)}};
+  if (request.body && !text::isUtf8(*request.body)) {
+    members.set("bodyBase64", text::base64(*request.body));
+  } else {
+    members.set("body", request.body);
+  }
+  members.set("timeout", seconds(request.timeout));
+  write("request", members);
+}
+
+void Transcript::response(phone::RequestId id, const Result<HttpReply>& result) {
+  if (!wants("response")) return;
+  json::Object members{{"id", static_cast<std::int64_t>(id)}};
+  if (result && result->status) {
+    members.set("status", *result->status);
+  } else {
+    members.set("error", faultName(result));
+  }
+  write("response", members);
+}
+
+void Transcript::storeWritten(std::string_view key, const json::Value& value) {
+  if (wants("store")) write("store", {{"key", key}, {"value", value}});
+}
+
+void Transcript::storeRemoved(std::string_view key) {
+  if (wants("store")) write("store", {{"key", key}, {"removed", true}});
+}
+
+void Transcript::fileWritten(std::string_view name, std::size_t size) {
+  if (!wants("file")) return;
+  write("file", {{"name", name}, {"action", "written"}, {"size", static_cast<std::int64_t>(size)}});
+}
+
+void Transcript::fileRemoved(std::string_view name) {
+  if (wants("file")) write("file", {{"name", name}, {"action", "removed"}, {"size", nullptr}});
+}
+
+void Transcript::notification(std::string_view action, const NotificationRequest& request,
+                              json::Object extra) {
+  if (!wants("notification")) return;
+  json::Object members{{"action", action},
+                       {"identifier", request.identifier},
+                       {"title", request.content.title},
+                       {"body", request.content.body},
+                       {"userInfo", request.content.userInfo},
+                       {"delay", seconds(request.delay)}};
+  for (const auto& [key, value] : extra) members.set(key, value);
+  write("notification", members);
+}
+
+void Transcript::notificationScheduled(const NotificationRequest& request) {
+  notification("scheduled", request);
+}
+
+void Transcript::notificationRefused(const NotificationRequest& request, const Error&) {
+  notification("refused", request);
+}
+
+void Transcript::notificationPresented(const NotificationRequest& request, std::uint32_t options) {
+  notification("presented", request, {{"options", static_cast<std::int64_t>(options)}});
+}
+
+void Transcript::notificationDelivered(const NotificationRequest& request) {
+  notification("delivered", request);
+}
+
+void Transcript::notificationTapped(const NotificationResponse& response) {
+  notification("tapped", response.request);
+}
+
+void Transcript::locationUpdates(std::string_view manager, bool running, double desiredAccuracy,
+                                 double distanceFilter) {
+  if (!wants("location-updates")) return;
+  write("location-updates", {{"manager", manager},
+                             {"running", running},
+                             {"desiredAccuracy", desiredAccuracy},
+                             {"distanceFilter", distanceFilter}});
+}
+
+void Transcript::significantChanges(std::string_view manager, bool running) {
+  if (wants("significant-changes")) {
+    write("significant-changes", {{"manager", manager}, {"running", running}});
+  }
+}
+
+void Transcript::region(phone::RegionAction action, const CircularRegion& region) {
+  if (!wants("region")) return;
+  write("region", {{"action", nameOf(action)},
+                   {"identifier", region.identifier},
+                   {"latitude", region.circle.centre.latitude},
+                   {"longitude", region.circle.centre.longitude},
+                   {"radius", region.circle.radius}});
+}
+
+void Transcript::applicationSignal(ApplicationSignal signal, ApplicationState state) {
+  if (wants("application")) write("application", {{"signal", nameOf(signal)}, {"state", nameOf(state)}});
+}
+
+void Transcript::remoteRegistration() {
+  if (wants("remote-registration")) write("remote-registration", {});
+}
+
+void Transcript::delegateCalled(std::string_view to, std::string_view method, json::Array arguments) {
+  if (!wants("delegate")) return;
+  write("delegate", {{"to", to}, {"method", method}, {"arguments", std::move(arguments)}});
+}
+
+void Transcript::published(std::string_view stream, json::Value value) {
+  if (wants("publish")) write("publish", {{"stream", stream}, {"value", std::move(value)}});
+}
+
+void Transcript::crossed(std::string_view stream, std::string_view monitor, json::Value value) {
+  if (!wants("publish")) return;
+  write("publish", {{"stream", stream}, {"monitor", monitor}, {"value", std::move(value)}});
+}
+
+void Transcript::result(std::size_t step, std::string_view call, json::Value value) {
+  if (!wants("result")) return;
+  write("result", {{"step", static_cast<std::int64_t>(step)}, {"call", call}, {"value", std::move(value)}});
+}
+
+void Transcript::ended(std::size_t steps) {
+  write(endEvent, {{"steps", static_cast<std::int64_t>(steps)}});
+  ++silences_;
+}
+
+}  // namespace orlan::simulate

@@ -1,0 +1,55 @@
+#include "orlan/base/text.hpp"
+#include "tools/orlan/simulate/readers.hpp"
+
+namespace orlan::simulate {
+
+Fix readFix(const Members& members) {
+  Fix fix;
+  fix.coordinate = {members["latitude"].number(), members["longitude"].number()};
+  if (members.has("accuracy")) fix.accuracy = members["accuracy"].number();
+  return fix;
+}
+
+LocationAuthorization readLocationAuthorization(const Item& status) {
+  return *fromRawValue<LocationAuthorization>(status.integer(0, 4));
+}
+
+NotificationAuthorization readNotificationAuthorization(const Item& status) {
+  return *fromRawValue<NotificationAuthorization>(status.integer(0, 4));
+}
+
+ApplicationState readApplicationState(const Item& state) {
+  return state.oneOf<ApplicationState>({{"active", ApplicationState::active},
+                                        {"inactive", ApplicationState::inactive},
+                                        {"background", ApplicationState::background}});
+}
+
+json::Value readStorable(const Item& item) {
+  const json::Value& value = item.value();
+  if (value.object() != nullptr) {
+    const Members members = item.members({"base64", "text"});
+    if (members.has("text") && members.has("base64")) item.mistaken(R"(has "text" and "base64", wants one)");
+    if (members.has("text")) return Bytes{members["text"].string()};
+    if (auto bytes = text::fromBase64(members["base64"].string())) return Bytes{std::move(*bytes)};
+    members["base64"].expected("base64 text");
+    return nullptr;
+  }
+  if (value.isNull() || value.array() != nullptr) {
+    item.expected("a string, a number, true, false, {\"base64\": …} or {\"text\": …}");
+  }
+  return value;
+}
+
+void checkFileName(const std::string& name, const Item& item) {
+  const bool plain = !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
+                     name.find('\0') == std::string::npos;
+  if (!plain) item.mistaken("expected the name of a file, found " + json::print(name));
+}
+
+std::string readFileName(const Item& item) {
+  std::string name = item.string();
+  checkFileName(name, item);
+  return name;
+}
+
+}  // namespace orlan::simulate

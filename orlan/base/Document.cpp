@@ -1,3 +1,5 @@
+// Results are asked for their error; nothing here may throw instead.
+#define SIMDJSON_EXCEPTIONS 0
 #include <simdjson.h>
 
 #include <algorithm>
@@ -14,6 +16,7 @@ namespace orlan::json {
 namespace {
 
 namespace dom = simdjson::dom;
+namespace ondemand = simdjson::ondemand;
 
 // Whatever walks a value does so by recursion: this bounds its stack, on a thread with a small one too.
 constexpr std::size_t deepest = 512;
@@ -23,7 +26,7 @@ constexpr std::size_t largestCount = 0xFFFFFF;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-std::string reason(simdjson::error_code code) {
+std::string_view reason(simdjson::error_code code) {
   switch (code) {
     case simdjson::EMPTY:
       return "the text is empty";
@@ -45,6 +48,89 @@ std::string reason(simdjson::error_code code) {
     default:
       return "not valid JSON";
   }
+}
+
+/// Walks a text that the tree's parser refused until the other parser stumbles as well: only that one knows
+/// where it is.
+class Walk {
+ public:
+  simdjson::error_code value(ondemand::value value, std::size_t depth = 1) {
+    if (depth > deepest) return simdjson::DEPTH_ERROR;
+    ondemand::json_type type{};
+    if (const auto code = value.type().get(type)) return code;
+    switch (type) {
+      case ondemand::json_type::array:
+        return array(value, depth);
+      case ondemand::json_type::object:
+        return object(value, depth);
+      case ondemand::json_type::string:
+        if (const auto code = value.current_location().get(string_)) return code;
+        return value.get_string().error();
+      case ondemand::json_type::number:
+        return value.get_number().error();
+      case ondemand::json_type::boolean:
+        return value.get_bool().error();
+      case ondemand::json_type::null:
+        break;
+    }
+    return value.is_null().error();
+  }
+
+  /// Where the last string began: of a faulty one the parser knows only the end.
+  [[nodiscard]] const char* string() const { return string_; }
+
+ private:
+  simdjson::error_code array(ondemand::value& value, std::size_t depth) {
+    ondemand::array array;
+    if (const auto code = value.get_array().get(array)) return code;
+    for (auto next : array) {
+      ondemand::value element;
+      if (const auto code = next.get(element)) return code;
+      if (const auto code = this->value(element, depth + 1)) return code;
+    }
+    return simdjson::SUCCESS;
+  }
+
+  simdjson::error_code object(ondemand::value& value, std::size_t depth) {
+    ondemand::object object;
+    if (const auto code = value.get_object().get(object)) return code;
+    for (auto next : object) {
+      ondemand::field member;
+      std::string_view key;
+      if (const auto code = std::move(next).get(member)) return code;
+      string_ = member.key().raw() - 1;  // its quote
+      if (const auto code = member.unescaped_key().get(key)) return code;
+      if (const auto code = this->value(member.value(), depth + 1)) return code;
+    }
+    return simdjson::SUCCESS;
+  }
+
+  const char* string_ = nullptr;
+};
+
+/// " at line 3, column 7" (in characters, from 1) for a text that is not valid, where that can be told.
+std::string place(std::string_view text) {
+  const simdjson::padded_string padded(text);
+  ondemand::parser parser;
+  ondemand::document document;
+  ondemand::value root;
+  if (parser.iterate(padded).get(document) || document.get_value().get(root)) return {};
+  Walk walk;
+  const char* at = nullptr;
+  if (walk.value(root) == simdjson::STRING_ERROR) {
+    at = walk.string();
+  } else if (document.current_location().get(at)) {  // a fault behind the value leaves the parser there
+    return " at the end of the text";
+  }
+  const auto offset = static_cast<std::size_t>(at - padded.data());
+  if (offset > text.size()) return {};
+  const std::string_view before = text.substr(0, offset);
+  const auto lineStart = before.rfind('\n') + 1;  // none: npos + 1 is 0
+  const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+  const auto column = std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
+                                    [](char c) { return (c & 0xC0) != 0x80; }) +
+                      1;
+  return " at line " + std::to_string(line) + ", column " + std::to_string(column);
 }
 
 using Storage = std::byte[2 * sizeof(void*)];
@@ -72,7 +158,7 @@ Result<Document> Document::parse(std::string_view text) {
   if (code == simdjson::SUCCESS) {
     code = parser.parse_into_document(tree->parsed, text.data(), text.size()).error();
   }
-  if (code != simdjson::SUCCESS) return Unexpected(error(reason(code)));
+  if (code != simdjson::SUCCESS) return Unexpected(error(std::string(reason(code)) + place(text)));
   return Document(std::move(tree));
 }
 
@@ -106,26 +192,6 @@ Kind Node::kind() const {
       break;
   }
   return Kind::null;
-}
-
-std::string_view Node::kindName() const {
-  switch (kind()) {
-    case Kind::boolean:
-      return "a boolean";
-    case Kind::integer:
-      return "an integer";
-    case Kind::real:
-      return "a number";
-    case Kind::string:
-      return "a string";
-    case Kind::array:
-      return "an array";
-    case Kind::object:
-      return "an object";
-    case Kind::null:
-      break;
-  }
-  return "null";
 }
 
 std::optional<bool> Node::boolean() const {
@@ -188,46 +254,6 @@ std::size_t Node::size() const {
     if (count == largestCount) count = static_cast<std::size_t>(std::distance(object.begin(), object.end()));
   }
   return count;
-}
-
-Value Node::value() const {
-  switch (kind()) {
-    case Kind::boolean:
-      return *boolean();
-    case Kind::integer:
-      return *integer();
-    case Kind::real:
-      return *number();
-    case Kind::string:
-      return *string();
-    case Kind::array: {
-      Array array;
-      array.reserve(size());
-      elements([&](Node child) {
-        array.push_back(child.value());
-        return true;
-      });
-      return array;
-    }
-    case Kind::object: {
-      std::vector<Object::Member> found;
-      found.reserve(size());
-      members([&](std::string_view key, Node child) {
-        found.emplace_back(key, child.value());
-        return true;
-      });
-      return Object(std::move(found));
-    }
-    case Kind::null:
-      break;
-  }
-  return {};
-}
-
-Result<Value> parse(std::string_view text) {
-  const auto document = Document::parse(text);
-  if (!document) return Unexpected(document.error());
-  return document->root().value();
 }
 
 }  // namespace orlan::json

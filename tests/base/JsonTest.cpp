@@ -167,6 +167,45 @@ TEST(Json, RefusesWhatIsNotJson) {
   }
 }
 
+TEST(Json, SaysWhatIsWrongAndWhere) {
+  struct Row {
+    std::string text, error;
+  };
+  const Row rows[] = {
+      {"", "the text is empty"},
+      {"{\n  \"a\": [1, 2,\n    3,, 4]\n}", "not valid JSON at line 3, column 7"},
+      {"[\"\u00E9\u00E9\", nope]", "not valid JSON at line 1, column 8"},
+      {"\xEF\xBB\xBF{a:1}", "not valid JSON at line 1, column 2"},
+      {"{\"a\":1,}", "not valid JSON at line 1, column 8"},
+      {"[1]\n]", "not valid JSON at line 2, column 1"},
+      {"[", "not valid JSON at the end of the text"},
+      {"[1,\n1e999]", "a number is malformed or too large at line 2, column 1"},
+      {"[\"ok\",\n \"a\\x\"]", "a string has a wrong escape at line 2, column 2"},
+      {"{\"ok\":1,\n\"a\\x\" : 1}", "a string has a wrong escape at line 2, column 1"},
+      {"[\"a\nb\"]", "a string has a line break or another control character in it"},
+      {"[\"abc]", "a string does not end"},
+      {"[\"\xFF\"]", "the text is not UTF-8"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(parse(row.text).error().description, row.error) << row.text;
+}
+
+TEST(Json, AnyDamageToATextIsAnErrorOrAnotherValueAndNothingElse) {
+  const std::string whole = R"({"a":[1,-2.5e3,"x\u00e9\n",null,true],"b":{"c":[[],{}],"d":false}})";
+  for (std::size_t i = 0; i <= whole.size(); ++i) {
+    EXPECT_EQ(parse(whole.substr(0, i)).has_value(), i == whole.size()) << i;
+    for (const char c : {'\0', '"', '\\', '[', '}', ',', ':', '0', '\x80'}) {
+      std::string damaged = whole;
+      damaged.insert(i, 1, c);
+      const auto value = parse(damaged);
+      EXPECT_TRUE(value || !value.error().description.empty()) << damaged;
+      if (i < whole.size()) damaged.erase(i + 1, 1);
+      if (const auto replaced = parse(damaged)) {
+        EXPECT_EQ(parse(print(*replaced)).value(), *replaced) << damaged;
+      }
+    }
+  }
+}
+
 std::string nested(std::size_t depth) {
   return std::string(depth, '[') + std::string(depth, ']');
 }

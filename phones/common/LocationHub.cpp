@@ -1,6 +1,5 @@
 #include "phones/common/LocationHub.hpp"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -34,10 +33,11 @@ void LocationHub::deliver(std::span<const Location> batch) {
   observer_.fixes(batch);
   if (!authorized()) return;
 
-  auto running = managers();
-  std::erase_if(running, [](const auto& each) { return !each->running(); });
   const Place here(fix.coordinate);
-  for (const auto& manager : running) manager->take(batch, here);
+  const auto running = managersThat([](const Manager& each) { return each.running(); });
+  for (const auto& each : running) {
+    if (const auto manager = each.lock()) manager->take(batch, here);
+  }
 
   if (regionEvents_ != RegionEvents::automatic) return;
   for (const auto& [action, region] : regions_.update(fix)) {
@@ -49,17 +49,15 @@ void LocationHub::setAuthorization(LocationAuthorization status) {
   main_.assertCurrent();
   if (status == authorization_) return;
   authorization_ = status;
-  for (const auto& manager : managers()) {
-    if (const auto listener = manager->delegate()) listener->didChangeAuthorization(*manager);
-  }
+  tellAll(
+      [](Manager& manager, LocationManagerDelegate& delegate) { delegate.didChangeAuthorization(manager); });
 }
 
 void LocationHub::fail(const Error& error) {
   main_.assertCurrent();
-  for (const auto& manager : managers()) {
-    const auto listener = manager->running() ? manager->delegate() : nullptr;
-    if (listener) listener->didFail(*manager, error);
-  }
+  tellAll([&](Manager& manager, LocationManagerDelegate& delegate) {
+    if (manager.running()) delegate.didFail(manager, error);
+  });
 }
 
 void LocationHub::endProcess() {
@@ -69,18 +67,27 @@ void LocationHub::endProcess() {
 
 bool LocationHub::wantsFixes() const {
   main_.assertCurrent();
-  const auto all = managers();
   return !regions_.regions().empty() ||
-         std::any_of(all.begin(), all.end(), [](const auto& each) { return each->running(); });
+         !managersThat([](const Manager& each) { return each.running(); }).empty();
 }
 
-std::vector<std::shared_ptr<LocationHub::Manager>> LocationHub::managers() const {
-  std::vector<std::shared_ptr<Manager>> living;
-  living.reserve(managers_.size());
+std::vector<std::weak_ptr<LocationHub::Manager>> LocationHub::managersThat(
+    FunctionRef<bool(const Manager&)> match) const {
+  std::vector<std::weak_ptr<Manager>> found;
   for (const auto& each : managers_) {
-    if (auto manager = each.lock()) living.push_back(std::move(manager));
+    const auto manager = each.lock();
+    if (manager && match(*manager)) found.push_back(each);
   }
-  return living;
+  return found;
+}
+
+void LocationHub::tellAll(FunctionRef<void(Manager&, LocationManagerDelegate&)> tell) {
+  const auto all = managers_;  // those who are made meanwhile have nothing to hear
+  for (const auto& each : all) {
+    const auto manager = each.lock();
+    const auto delegate = manager ? manager->delegate() : nullptr;
+    if (delegate) tell(*manager, *delegate);
+  }
 }
 
 bool LocationHub::authorized() const {
@@ -112,18 +119,16 @@ void LocationHub::cross(RegionAction action, std::string_view identifier) {
   report(action, known ? *known : CircularRegion{std::string(identifier), {}});
 }
 
+// `region` is a copy of the monitor's own: a delegate may stop it.
 void LocationHub::report(RegionAction action, const CircularRegion& region) {
-  const CircularRegion crossed = region;  // the delegates may stop it
-  observer_.region(action, crossed);
-  for (const auto& manager : managers()) {
-    const auto listener = manager->delegate();
-    if (!listener) continue;
+  observer_.region(action, region);
+  tellAll([&](Manager& manager, LocationManagerDelegate& delegate) {
     if (action == RegionAction::enter) {
-      listener->didEnterRegion(*manager, crossed);
+      delegate.didEnterRegion(manager, region);
     } else {
-      listener->didExitRegion(*manager, crossed);
+      delegate.didExitRegion(manager, region);
     }
-  }
+  });
 }
 
 }  // namespace orlan::phone

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "orlan/base/FunctionRef.hpp"
 #include "orlan/base/Lifetime.hpp"
 #include "orlan/platform/LocationManager.hpp"
 #include "orlan/platform/SerialQueue.hpp"
@@ -74,7 +75,9 @@ class LocationHub final : public LocationService {
 
  private:
   class Manager;
-  [[nodiscard]] std::vector<std::shared_ptr<Manager>> managers() const;
+  [[nodiscard]] std::vector<std::weak_ptr<Manager>> managersThat(
+      FunctionRef<bool(const Manager&)> match) const;
+  void tellAll(FunctionRef<void(Manager&, LocationManagerDelegate&)> tell);
   [[nodiscard]] bool authorized() const;
   void requestAuthorization();
   void startRegion(const CircularRegion& region);

@@ -40,6 +40,7 @@ class PhoneObserver {
   // Any thread.
   virtual void consoleLine(std::string_view /*level*/, std::string_view /*message*/) {}
   virtual void systemLog(std::string_view /*message*/) {}
+  /// Not for a request that is refused before anything is sent (`refusal`); that has no response either.
   virtual void request(RequestId, const HttpRequest&) {}
   /// Not for a request whose handle was destroyed first.
   virtual void response(RequestId, const Result<HttpReply>&) {}

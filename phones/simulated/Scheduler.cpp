@@ -9,7 +9,7 @@ namespace orlan::sim {
 
 namespace {
 
-constexpr std::uint64_t mostTasksAtOneInstant = 10'000'000;
+constexpr std::uint64_t mostTasksAtOneInstant = 1'000'000;
 
 Duration later(Duration time, Duration by) {
   by = std::max(by, Duration::zero());

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace orlan::sim {
@@ -75,6 +77,19 @@ std::string zoneDirectory() {
   return chosen && *chosen ? chosen : "/usr/share/zoneinfo";
 }
 
+/// Empty when there is no such plain file, or none of a sensible size.
+std::string contents(const std::filesystem::path& path) {
+  constexpr std::uintmax_t most = 1 << 20;
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(path, ignored)) return {};
+  const auto size = std::filesystem::file_size(path, ignored);
+  if (ignored || size > most) return {};
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  std::ifstream file(path, std::ios::binary);
+  if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) return {};
+  return bytes;
+}
+
 }  // namespace
 
 TimeZone TimeZone::fixed(seconds eastOfUtc) {
@@ -94,9 +109,7 @@ Result<TimeZone> TimeZone::named(std::string_view name) {
   if (const auto east = fixedOffset(offset)) return fixed(*east);
   if (!isZoneName(name)) return unusable("\"" + std::string(name) + "\" is not the name of a time zone");
 
-  std::ifstream file(zoneDirectory() + "/" + std::string(name), std::ios::binary);
-  std::string bytes;
-  if (file) bytes.assign(std::istreambuf_iterator<char>(file), {});
+  const std::string bytes = contents(zoneDirectory() + "/" + std::string(name));
   if (bytes.empty()) return unusable("this machine has no time zone \"" + std::string(name) + "\"");
   auto zone = fromZoneFile(bytes);
   if (!zone) return unusable("time zone \"" + std::string(name) + "\": " + zone.error().description);

@@ -1,0 +1,231 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "orlan/base/text.hpp"
+#include "phones/simulated/Recorder.hpp"
+#include "phones/simulated/SimulatedPhone.hpp"
+
+namespace orlan::sim {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct SimulatedPhoneTest : ::testing::Test {
+  void SetUp() override { phone.observe(recorder); }
+
+  /// Sends and remembers when and how it ended.
+  void send(const std::string& url, Duration timeout = 60s, const std::string& method = "GET") {
+    handles.push_back(
+        phone.platform().http.send({method, url, {}, std::nullopt, timeout}, [this](Result<HttpReply> r) {
+          std::string line = text::fixed(seconds(world.now()), 2) + " ";
+          if (!r) {
+            line += r.error().description;
+          } else {
+            line +=
+                (r->status ? std::to_string(*r->status) : "no HTTP") + " " + r->body.value_or("(no body)");
+          }
+          ended.push_back(line);
+        }));
+  }
+
+  World world;
+  SimulatedPhone phone{world};
+  Recorder recorder;
+  std::vector<Subscription> handles;
+  std::vector<std::string> ended;
+};
+
+TEST_F(SimulatedPhoneTest, TheNthRequestGetsTheNthAnswer) {
+  phone.http().answer(
+      "GET", "/x?y=z",
+      {HttpAnswer::reply(200, "first"), HttpAnswer::reply(200, "").after(0s), HttpAnswer::reply(204)});
+  phone.http().answer("GET", "/x?y=z", {HttpAnswer::reply(500, "the first route counts")});
+  for (int i = 0; i < 4; ++i) {
+    send("https://api.example/x?y=z");
+    world.runFor(1s);
+  }
+  EXPECT_EQ(ended, (std::vector<std::string>{"0.05 200 first", "1.00 200 ", "2.05 204 (no body)",
+                                             "3.05 204 (no body)"}));
+  phone.http().forget("GET", "/x?y=z");
+  phone.http().answer("GET", "/x?y=z", {HttpAnswer::reply(500, "now it does")});
+  send("https://api.example/x?y=z");
+  world.runFor(1s);
+  EXPECT_EQ(ended.back(), "4.05 500 now it does");
+}
+
+TEST_F(SimulatedPhoneTest, FaultsComeWhenTheyAreDueAndTimeoutsCutThemShort) {
+  phone.http().answer("GET", "/cancelled", {HttpAnswer::cancelled().after(1s)});
+  phone.http().answer("GET", "/silent", {HttpAnswer::timeout().after(30s)});
+  phone.http().answer("GET", "/other", {HttpAnswer::notHttp().after(2s)});
+  phone.http().answer("GET", "/slow", {HttpAnswer::reply(200, "just in time").after(60s)});
+  phone.http().answer("GET", "/slower", {HttpAnswer::reply(200, "too late").after(60s + Duration(1))});
+  for (const char* path : {"/cancelled", "/silent", "/other", "/slow", "/slower", "/nobody"}) {
+    send(std::string("https://api.example") + path);
+  }
+  send("https://api.example/other", 1s);
+  send("https://api.example/other", 60s, "POST");  // another method is another route
+  world.runFor(100s);
+  const std::string timeout = urlErrors::timedOut().description;
+  const std::string unreachable = urlErrors::cannotConnectToHost().description;
+  EXPECT_EQ(ended, (std::vector<std::string>{"0.05 " + unreachable, "0.05 " + unreachable,
+                                             "1.00 " + urlErrors::cancelled().description, "1.00 " + timeout,
+                                             "2.00 no HTTP (no body)", "30.00 " + timeout,
+                                             "60.00 200 just in time", "60.00 " + timeout}));
+}
+
+TEST_F(SimulatedPhoneTest, ChangesByOthersAreNotTheApplications) {
+  phone.store().change("key", 1);
+  phone.files().change("file", "text");
+  EXPECT_EQ(phone.platform().store.number("key"), 1.0);
+  EXPECT_EQ(*phone.platform().files.read("/phone/caches/file"), "text");
+  phone.store().change("key", nullptr);
+  phone.files().change("file", std::nullopt);
+  EXPECT_EQ(phone.platform().store.get("key"), std::nullopt);
+  EXPECT_FALSE(phone.platform().files.exists("/phone/caches/file"));
+  EXPECT_TRUE(recorder.stored.empty());
+  EXPECT_TRUE(recorder.filesWritten.empty());
+
+  KeyValueStore& store = phone.platform().store;
+  FileSystem& files = phone.platform().files;
+  store.set("kept", true);
+  store.set("kept", true);
+  store.set("dropped", nullptr);
+  store.remove("kept");
+  store.remove("never there");
+  EXPECT_EQ(recorder.stored,
+            (decltype(recorder.stored){{"kept", true}, {"kept", true}, {"kept", std::nullopt}}));
+  EXPECT_TRUE(files.writeAtomically("/phone/caches/file", "x"));
+  EXPECT_TRUE(files.append("/phone/caches/file", "y"));
+  EXPECT_TRUE(files.remove("/phone/caches/file"));
+  EXPECT_EQ(recorder.filesWritten, std::vector<std::string>{"file"});
+  EXPECT_EQ(recorder.filesRemoved, std::vector<std::string>{"file"});
+}
+
+TEST_F(SimulatedPhoneTest, TheDiskFailsOnRequest) {
+  FileSystem& files = phone.platform().files;
+  const std::string path = "/phone/caches/file";
+  EXPECT_TRUE(files.writeAtomically(path, "old"));
+  phone.files().fail(StorageFault::writes);
+  EXPECT_FALSE(files.writeAtomically(path, "new"));
+  EXPECT_FALSE(files.append(path, "new"));
+  EXPECT_FALSE(files.remove(path));
+  EXPECT_EQ(*files.read(path), "old");
+  phone.files().fail(StorageFault::reads);
+  EXPECT_FALSE(files.read(path));
+  EXPECT_TRUE(files.exists(path));
+  EXPECT_TRUE(files.append(path, " and new"));
+  phone.files().fail(StorageFault::none);
+  EXPECT_EQ(*files.read(path), "old and new");
+}
+
+TEST_F(SimulatedPhoneTest, ARelaunchKeepsThePhoneAndDropsTheProcess) {
+  Platform platform = phone.platform();
+  std::vector<std::string> heard;
+  struct Delegate : NotificationCenterDelegate, LocationManagerDelegate {
+    explicit Delegate(std::vector<std::string>& to) : lines(to) {}
+    void willPresent(const NotificationRequest&, std::function<void(std::uint32_t)>) override {
+      lines.push_back("present");
+    }
+    void didEnterRegion(LocationManager&, const CircularRegion&) override { lines.push_back("enter"); }
+    std::vector<std::string>& lines;
+  };
+  const auto note = [&](const char* what) { return [&heard, what] { heard.emplace_back(what); }; };
+  const auto delegate = std::make_shared<Delegate>(heard);
+  const auto manager = platform.locations.makeManager("test");
+  manager->setDelegate(delegate);
+  manager->startMonitoring({"here", {{51.5, 0.0}, 100.0}});
+  phone.moveTo({52.0, 0.0});
+  platform.notifications.setDelegate(delegate);
+  platform.notifications.add({"due later", {}, 10s},
+                             [&](const Result<void>&) { heard.push_back("scheduled"); });
+  platform.notifications.authorizationStatus([&](NotificationAuthorization) { heard.push_back("status"); });
+  platform.store.set("key", "value");
+  EXPECT_TRUE(platform.files.writeAtomically("/phone/caches/file", "text"));
+  const auto observer = platform.application.observe(ApplicationSignal::didBecomeActive, note("active"));
+  const auto timer = platform.main.every(1s, note("tick"));
+  platform.main.async(note("task"));
+  send("https://api.example/x");
+
+  phone.relaunch(ApplicationState::background);
+  EXPECT_TRUE(recorder.signals.empty());
+  world.runFor(5s);
+  phone.application().moveTo(ApplicationState::active);
+  phone.moveTo({51.5, 0.0});
+  world.runFor(10s);
+  EXPECT_EQ(heard, std::vector<std::string>{});
+  EXPECT_EQ(ended, std::vector<std::string>{});
+
+  EXPECT_EQ(platform.store.string("key"), "value");
+  EXPECT_EQ(phone.files().content("file"), "text");
+  EXPECT_EQ(recorder.regions.back(), std::pair(phone::RegionAction::enter, std::string("here")));
+  EXPECT_EQ(recorder.delivered.size(), 1U);  // nobody there to be asked
+  EXPECT_EQ(phone.scheduled().size(), 1U);
+  const auto next = platform.locations.makeManager("test");
+  EXPECT_EQ(next->location()->coordinate, (Coordinate{51.5, 0.0}));
+  EXPECT_EQ(next->monitoredRegions().size(), 1U);
+}
+
+TEST(SimulatedPhone, ComesAsItsSettingsSay) {
+  World world;
+  PhoneSettings settings;
+  settings.device.vendorIdentifier = "abcdef00-0000-4000-8000-00000000000f";
+  settings.device.info.set("CFBundleName", "Shop");
+  settings.device.propertyLists["OrlanConfig"] = {{"apiKey", "k"}};
+  settings.application = ApplicationState::inactive;
+  settings.location.position = Location{{1.0, 2.0}, 5.0, {}};
+  settings.notifications.answer = Unexpected(Error{"Test", 3, "no screen"});
+  settings.store = {{"data", Bytes{"x"}}, {"number", 2}};
+  settings.files = {{"orlan-geofences.json", "{}"}};
+  settings.timeZone = TimeZone::fixed(2h);
+  SimulatedPhone phone(world, settings);
+  const Platform platform = phone.platform();
+
+  EXPECT_EQ(platform.device.vendorIdentifier(), "ABCDEF00-0000-4000-8000-00000000000F");
+  EXPECT_EQ(platform.bundle.info("CFBundleName"), json::Value("Shop"));
+  EXPECT_EQ(platform.bundle.info("CFBundleShortVersionString"), json::Value("1.0"));
+  EXPECT_TRUE(platform.bundle.info("other").isNull());
+  EXPECT_TRUE(platform.bundle.propertyList("OrlanConfig"));
+  EXPECT_FALSE(platform.bundle.propertyList("Other"));
+  EXPECT_EQ(platform.application.state(), ApplicationState::inactive);
+  EXPECT_EQ(platform.locations.makeManager("m")->location()->coordinate, (Coordinate{1.0, 2.0}));
+  EXPECT_EQ(platform.store.bytes("data"), "x");
+  EXPECT_TRUE(platform.files.exists(platform.files.cachesDirectory() + "/orlan-geofences.json"));
+  EXPECT_EQ(platform.clock.now(), TimePoint(std::chrono::sys_days(std::chrono::January / 1 / 2026)));
+  EXPECT_EQ(platform.clock.offsetFromUtc(platform.clock.now()), 2h);
+  std::string why;
+  platform.notifications.requestAuthorization(
+      7, [&](Result<bool> granted) { why = granted.error().description; });
+  world.settle();
+  EXPECT_EQ(why, "no screen");
+}
+
+TEST(SimulatedPhone, ADayPassesInMoments) {
+  World world;
+  SimulatedPhone phone(world);
+  const auto manager = phone.platform().locations.makeManager("test");
+  struct Counter : LocationManagerDelegate {
+    void didUpdateLocations(LocationManager&, std::span<const Location>) override { ++fixes; }
+    void didEnterRegion(LocationManager&, const CircularRegion&) override { ++entries; }
+    int fixes = 0;
+    int entries = 0;
+  };
+  const auto counter = std::make_shared<Counter>();
+  manager->setDelegate(counter);
+  manager->setDistanceFilter(10.0);
+  manager->startUpdatingLocation();
+  for (int i = 0; i < 20; ++i) {
+    manager->startMonitoring({std::to_string(i), {{51.5 + 0.01 * i, 0.0}, 100.0}});
+  }
+  for (int second = 0; second < 86'400; ++second) {
+    world.runUntil(std::chrono::seconds(second));
+    phone.moveTo({51.4 + 1.25e-5 * (second % 28'800), 0.0});  // 1.4 m a second northwards, three times
+  }
+  EXPECT_EQ(counter->entries, 60);
+  EXPECT_NEAR(counter->fixes, 86'400 / 8, 200);  // each eighth second is 11 m on
+}
+
+}  // namespace
+}  // namespace orlan::sim

@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "phones/simulated/SimulatedPhone.hpp"
+#include "phones/simulated/World.hpp"
+
+namespace orlan::sim {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(World, EqualDeadlinesRunInTheOrderOfPostingWhicheverPhone) {
+  World world;
+  SimulatedPhone anna(world), bela(world);
+  std::string ran;
+  const auto note = [&](char c) { return [&ran, c] { ran += c; }; };
+  SubscriptionBag timers;
+  timers.add(bela.platform().main.every(1s, note('a')));
+  timers.add(anna.platform().main.after(2s, [&] {
+    ran += 'b';
+    anna.platform().main.async(note('f'));
+  }));
+  timers.add(bela.platform().main.after(2s, note('c')));
+  timers.add(anna.platform().main.after(1s, [&] {
+    ran += 'x';
+    timers.add(anna.platform().main.after(1s, note('e')));
+  }));
+  timers.add(anna.platform().main.after(2s, note('d')));
+  world.runUntil(2s);  // what is due at that very moment, too
+  EXPECT_EQ(ran, "axabcdef");
+}
+
+TEST(World, TimeStandsStillInsideATaskAndOutsideTheRuns) {
+  World world;
+  SimulatedPhone phone(world);
+  Duration seen{};
+  const auto timer = phone.platform().main.after(1500ms, [&] { seen = world.now(); });
+  world.settle();
+  EXPECT_EQ(world.now(), 0s);
+  world.runFor(10s);
+  EXPECT_EQ(seen, 1500ms);
+  EXPECT_EQ(world.now(), 10s);
+  world.runUntil(5s);  // it is later already
+  EXPECT_EQ(world.now(), 10s);
+  const auto never = phone.platform().main.after(Duration::max(), [] { FAIL(); });
+  world.runFor(24h * 366 * 1000);
+}
+
+TEST(World, TheWallClockJumpsWithoutTheTimers) {
+  World world({.start = TimePoint(1000s)});
+  SimulatedPhone anna(world), bela(world);
+  Clock& clock = anna.platform().clock;
+  int ticks = 0;
+  const auto timer = anna.platform().main.every(1s, [&] { ++ticks; });
+  world.runFor(5s);
+  EXPECT_EQ(clock.now(), TimePoint(1005s));
+  anna.clock().set(TimePoint(10s));
+  world.runFor(5s);
+  EXPECT_EQ(clock.now(), TimePoint(15s));
+  EXPECT_EQ(bela.clock().now(), TimePoint(1010s));
+  world.setWallClock(TimePoint(2010s));
+  EXPECT_EQ(clock.now(), TimePoint(1015s));
+  EXPECT_EQ(bela.clock().now(), TimePoint(2010s));
+  EXPECT_EQ(ticks, 10);
+}
+
+TEST(World, RandomnessFollowsFromTheSeedAndThePhone) {
+  const auto uuids = [](std::uint64_t seed) {
+    World world({.seed = seed});
+    SimulatedPhone anna(world), bela(world);
+    return std::vector{randomUuid(anna.platform().random), randomUuid(bela.platform().random),
+                       randomUuid(anna.platform().random)};
+  };
+  EXPECT_EQ(uuids(7), uuids(7));
+  std::set<std::string> different;
+  for (const std::uint64_t seed : {0, 1, 2, 3}) {
+    for (const auto& uuid : uuids(seed)) different.insert(uuid);
+  }
+  EXPECT_EQ(different.size(), 12U);
+}
+
+TEST(WorldDeathTest, MistakesEndTheProcessInEveryBuild) {
+  World world;
+  SimulatedPhone anna(world), bela(world);
+  const auto queue = anna.platform().queues.make("com.example.work");
+  EXPECT_DEATH(queue->assertCurrent(), "called outside its queue \"com.example.work\"");
+  queue->async([&] { anna.platform().main.assertCurrent(); });
+  EXPECT_DEATH(world.settle(), "called outside its queue \"main\"");
+
+  World second;
+  SimulatedPhone carla(second), dora(second);
+  carla.platform().main.async([&] { dora.platform().application.registerForRemoteNotifications(); });
+  EXPECT_DEATH(second.settle(), "called outside its queue \"main\"");
+
+  World third;
+  SimulatedPhone emil(third);
+  emil.platform().main.async([&] { third.runFor(1s); });
+  EXPECT_DEATH(third.settle(), "time cannot be driven from inside a task");
+
+  World fourth;
+  SimulatedPhone frida(fourth);
+  std::function<void()> again = [&] { frida.platform().main.async(again); };
+  again();
+  EXPECT_DEATH(fourth.settle(), "this instant never ends");
+}
+
+}  // namespace
+}  // namespace orlan::sim

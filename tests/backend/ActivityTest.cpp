@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include "backend/Bed.hpp"
+#include "orlan/backend/StoreKeys.hpp"
+
+namespace orlan {
+namespace {
+
+using sim::HttpAnswer;
+using test::Bed;
+using test::rule;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Events = std::vector<std::string>;
+
+const std::string kUrl = "https://platform.staging.orlan.example/api/activities";
+const std::string kVendor = "00000000-0000-4000-8000-000000000001";
+
+sim::PhoneSettings knownInNewYork() {
+  sim::PhoneSettings settings;
+  settings.store = {{storeKeys::deviceID, "D1"}, {storeKeys::apiKey, "K"}};
+  settings.timeZone = *sim::TimeZone::named("America/New_York");
+  return settings;
+}
+
+/// The boundary that an upload announces.
+std::string boundaryOf(const HttpRequest& request) {
+  constexpr std::string_view front = "multipart/form-data; boundary=";
+  const auto& value = request.headers.at(0).second;
+  EXPECT_TRUE(value.starts_with(front)) << value;
+  return value.substr(front.size());
+}
+
+std::string part(const std::string& boundary, const char* name, const std::string& value) {
+  return "--" + boundary + "\r\nContent-Disposition: form-data; name=\"" + name + "\"\r\n\r\n" + value +
+         "\r\n";
+}
+
+std::string uploadResponse(int status, const std::string& body) {
+  return "• ┌─📬  HTTP " + std::to_string(status) + " • " + std::string(statusPhrase(status)) +
+         "\n│ Raw body:\n" + body + rule(54);
+}
+
+void reportMedia(APIService& api) {
+  api.reportActivity(ActivityType::mediaViewed, 11, 22, NotificationType::notification);
+}
+void reportEntry(APIService& api) {
+  api.reportGeoActivity(ActivityType::geofence_entry, 11, 22, NotificationType::geofence, 51.5, -0.12);
+}
+
+TEST(Activity, UploadIsExactToTheByteAndSoIsItsBlock) {
+  Bed bed(knownInNewYork());
+  bed.phone.http().answer("POST", "/api/activities", {HttpAnswer::reply(201, "{}")});
+  reportMedia(*bed.api);
+  const auto& request = bed.tape.requests.at(0);
+  const auto boundary = boundaryOf(request);
+  EXPECT_THAT(boundary, testing::MatchesRegex(
+                            "Boundary-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}"));
+  EXPECT_THAT(request.headers,
+              ElementsAre(HttpHeader{"Content-Type", "multipart/form-data; boundary=" + boundary},
+                          HttpHeader{"ApiKey", "K"}));
+  EXPECT_EQ(request.timeout, std::chrono::seconds(60));
+  EXPECT_EQ(request.body,
+            part(boundary, "device_registered_id", "D1") + part(boundary, "curated_notification_id", "22") +
+                part(boundary, "location_id", "11") + part(boundary, "type", "notification") +
+                part(boundary, "activity", "media_viewed") + part(boundary, "time", "2025-03-14 05:26:53") +
+                part(boundary, "latitude", "-1.0") + part(boundary, "longitude", "-1.0") + "--" + boundary +
+                "--\r\n");
+  EXPECT_THAT(bed.settle(),
+              ElementsAre("• ┌─📤  Uploading activity\n│ URL: " + kUrl +
+                              "\n│ Headers:\n│   Content-Type: multipart/form-data; boundary=" + boundary +
+                              "\n│   ApiKey: K\n│ Fields:"
+                              "\n│   device_registered_id    = D1"
+                              "\n│   curated_notification_id = 22"
+                              "\n│   location_id             = 11"
+                              "\n│   type                    = notification"
+                              "\n│   activity                = media_viewed"
+                              "\n│   time                    = 2025-03-14 05:26:53"
+                              "\n│   latitude                = -1.0"
+                              "\n│   longitude               = -1.0" +
+                              rule(54),
+                          "POST " + kUrl, "response 201", uploadResponse(201, "{}")));
+  reportMedia(*bed.api);
+  EXPECT_NE(boundaryOf(bed.tape.requests.at(1)), boundary);
+}
+
+TEST(Activity, OutcomesAreLoggedByThePositionBearingReportOnly) {
+  struct Row {
+    const char* name;
+    HttpAnswer answer;
+    Events both;
+    std::string geoOnly;
+  };
+  const auto timedOut = urlErrors::timedOut().description;
+  const auto badResponse = "ERROR ❌ Geo activity failed: " + urlErrors::badServerResponse().description;
+  const std::string fine = "• ✅ Geo activity reported successfully";
+  for (const auto& [name, answer, both, geoOnly] :
+       {Row{"200", HttpAnswer::reply(200, "ok"), {uploadResponse(200, "ok")}, fine},
+        Row{"299 without body", HttpAnswer::reply(299), {uploadResponse(299, "<binary>")}, fine},
+        Row{"199", HttpAnswer::reply(199, ""), {uploadResponse(199, "")}, badResponse},
+        Row{"300", HttpAnswer::reply(300, ""), {uploadResponse(300, "")}, badResponse},
+        Row{"500 not UTF-8", HttpAnswer::reply(500, "\xff"), {uploadResponse(500, "<binary>")}, badResponse},
+        Row{"not HTTP", HttpAnswer::notHttp(), {"• ❌ sendEvent: no HTTPURLResponse"}, badResponse},
+        Row{"hangs",
+            HttpAnswer::reply(200).after(std::chrono::hours(1)),
+            {"• ❌ sendEvent transport error: " + timedOut},
+            "ERROR ❌ Geo activity failed: " + timedOut}}) {
+    for (const bool geo : {false, true}) {
+      Bed bed(knownInNewYork());
+      bed.phone.http().answer("POST", "/api/activities", {answer});
+      geo ? reportEntry(*bed.api) : reportMedia(*bed.api);
+      bed.tape.events.clear();
+      auto events = bed.settle();
+      events.erase(events.begin());  // the response itself
+      auto expected = both;
+      if (geo) expected.push_back(geoOnly);
+      EXPECT_EQ(events, expected) << name << (geo ? ", with position" : "");
+    }
+  }
+}
+
+TEST(Activity, ReportWithPositionIsRecordedAsAPendingEventWithTheSameValues) {
+  auto settings = knownInNewYork();
+  // What is pending from before shows what is stored before attempts take events away again.
+  Bed bed(std::move(settings));
+  struct Watch final : phone::PhoneObserver {
+    std::vector<std::string> pending;
+    void storeWritten(std::string_view key, const json::Value& value) override {
+      if (key == "Orlan_PendingEvents" && value.bytes()) pending.push_back(value.bytes()->data);
+    }
+  } watch;
+  bed.phone.observe(watch);
+  EXPECT_EQ(bed.reliability.ifBuilt(), nullptr);
+  reportMedia(*bed.api);
+  EXPECT_EQ(bed.reliability.ifBuilt(), nullptr);
+  reportEntry(*bed.api);
+  (void)bed.settle();
+  ASSERT_FALSE(watch.pending.empty());
+  const auto events = json::decodeText<std::vector<reliability::PendingEvent>>(watch.pending.front());
+  ASSERT_TRUE(events);
+  ASSERT_EQ(events->size(), 1u);
+  const auto& event = events->front();
+  EXPECT_EQ(event.eventType, "geo_activity");
+  EXPECT_EQ(event.priority, reliability::EventPriority::high);
+  EXPECT_EQ(event.data, (std::map<std::string, std::string>{{"device_registered_id", "D1"},
+                                                            {"curated_notification_id", "22"},
+                                                            {"location_id", "11"},
+                                                            {"type", "geofence"},
+                                                            {"activity", "geofence_entry"},
+                                                            {"time", "2025-03-14 05:26:53"},
+                                                            {"latitude", "51.5"},
+                                                            {"longitude", "-0.12"}}));
+  const auto& body = bed.tape.requests.at(1).body.value();
+  for (const auto& [name, value] : event.data) {
+    EXPECT_NE(body.find("name=\"" + name + "\"\r\n\r\n" + value + "\r\n"), std::string::npos) << name;
+  }
+}
+
+TEST(Activity, DeviceIsNamedByWhatIsKnownOfIt) {
+  struct Row {
+    const char* name;
+    json::Object store;
+    std::optional<std::string> vendor;
+    std::string expected;
+  };
+  for (const auto& [name, store, vendor, expected] :
+       {Row{"the backend's identifier", {{storeKeys::deviceID, "D1"}}, kVendor, "D1"},
+        Row{"of another type", {{storeKeys::deviceID, 7}}, kVendor, kVendor},
+        Row{"the vendor's", {}, kVendor, kVendor}, Row{"none", {}, std::nullopt, "unknown"}}) {
+    sim::PhoneSettings settings;
+    settings.store = store;
+    settings.device.vendorIdentifier = vendor;
+    Bed bed(std::move(settings));
+    reportMedia(*bed.api);
+    const auto& request = bed.tape.requests.at(0);
+    EXPECT_NE(request.body->find("name=\"device_registered_id\"\r\n\r\n" + expected + "\r\n"),
+              std::string::npos)
+        << name;
+    EXPECT_EQ(request.headers.at(1), (HttpHeader{"ApiKey", ""})) << name;
+  }
+}
+
+TEST(Activity, AddressThatIsNoUrlEndsBeforeTheNetwork) {
+  BaseUrls urls = BaseUrls::builtIn();
+  urls.platform.fill("http://plain.example");  // plain http stays on the loopback
+  Bed bed({}, urls);
+  reportMedia(*bed.api);
+  EXPECT_THAT(bed.settle(), IsEmpty());
+  reportEntry(*bed.api);
+  EXPECT_THAT(bed.settle(), ElementsAre("ERROR ❌ Geo activity failed: " + urlErrors::badURL().description));
+  EXPECT_THAT(bed.tape.requests, IsEmpty());
+}
+
+const std::string kPluginUrl = "https://platform.nightly.orlan.example/api/plugin-activity/create";
+
+TEST(PluginActivity, GoesOutUnescapedInTheGivenEnvironment) {
+  Bed bed(knownInNewYork());  // whose stored identifier plays no part here
+  bed.phone.http().answer("POST", "/api/plugin-activity/create", {HttpAnswer::reply(500, "näh")});
+  bed.api->createPluginActivity("plugin_started", "K9", Config::Environment::nightly);
+  const auto body = "device_registered_id=" + kVendor + "&time=2025-03-14 05:26:53&activity=plugin_started";
+  EXPECT_THAT(bed.settle(),
+              ElementsAre("• Preparing to create plugin activity", "• Calling the API with body: " + body,
+                          "• Calling the API : " + kPluginUrl, "• Calling the API with apiKey: K9",
+                          "POST " + kPluginUrl, "response 500", "• Received response: näh"));
+  const auto& request = bed.tape.requests.at(0);
+  EXPECT_EQ(request.body, body);
+  EXPECT_THAT(request.headers, ElementsAre(HttpHeader{"Content-Type", "application/x-www-form-urlencoded"},
+                                           HttpHeader{"ApiKey", "K9"}));
+}
+
+TEST(PluginActivity, OutcomesAreOnlyLogged) {
+  struct Row {
+    const char* name;
+    HttpAnswer answer;
+    std::string logged;
+  };
+  HttpAnswer textWithoutHttp = HttpAnswer::notHttp();
+  textWithoutHttp.outcome->body = "220 mail";
+  for (const auto& [name, answer, logged] :
+       {Row{"refused", HttpAnswer::unreachable(),
+            "• HTTP Request Failed " + urlErrors::cannotConnectToHost().description},
+        Row{"text", HttpAnswer::reply(200, "yes"), "• Received response: yes"},
+        Row{"empty", HttpAnswer::reply(200, ""), "• Received response: "},
+        Row{"none", HttpAnswer::reply(200), "• No data received"},
+        Row{"not UTF-8", HttpAnswer::reply(200, "\xff"), "• No data received"},
+        Row{"not HTTP", textWithoutHttp, "• Received response: 220 mail"}}) {
+    Bed bed;
+    bed.phone.http().answer("POST", "/api/plugin-activity/create", {answer});
+    bed.api->createPluginActivity("plugin_started", "K", Config::Environment::staging);
+    EXPECT_EQ(bed.settle().back(), logged) << name;
+  }
+}
+
+TEST(PluginActivity, UnusableAddressOrTextEndsBeforeTheNetwork) {
+  BaseUrls urls = BaseUrls::builtIn();
+  urls.platform.fill("nowhere");
+  Bed lost({}, urls);
+  lost.api->createPluginActivity("plugin_started", "K", Config::Environment::staging);
+  EXPECT_THAT(lost.settle(), ElementsAre("• Preparing to create plugin activity", "• Invalid URL"));
+
+  sim::PhoneSettings settings;
+  settings.device.vendorIdentifier.reset();
+  Bed bed(std::move(settings));
+  bed.api->createPluginActivity("\xff", "K", Config::Environment::staging);
+  EXPECT_THAT(bed.settle(), ElementsAre("• Preparing to create plugin activity", "• Failed to encode body"));
+  bed.api->createPluginActivity("x", "K", Config::Environment::staging);
+  EXPECT_TRUE(bed.tape.requests.at(0).body->starts_with("device_registered_id=unknown&time="));
+}
+
+}  // namespace
+}  // namespace orlan

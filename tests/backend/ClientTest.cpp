@@ -1,0 +1,161 @@
+// What the client knows, and what it does on several threads at once.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "backend/Bed.hpp"
+#include "logging/RealThreads.hpp"
+#include "orlan/backend/ClientState.hpp"
+#include "orlan/backend/RequestLayer.hpp"
+#include "orlan/backend/StoreKeys.hpp"
+
+namespace orlan {
+namespace {
+
+using test::Bed;
+
+TEST(Client, SegmentsAreTheStoredPiecesThatAreNotEmpty) {
+  struct Row {
+    std::optional<json::Value> stored;
+    std::vector<std::string> expected;
+  };
+  for (const auto& [stored, expected] :
+       {Row{std::nullopt, {}}, Row{json::Value(""), {}}, Row{json::Value("a"), {"a"}},
+        Row{json::Value(",a,, b ,"), {"a", " b "}}, Row{json::Value(7), {}}}) {
+    sim::PhoneSettings settings;
+    if (stored) settings.store.set(storeKeys::segments, *stored);
+    EXPECT_EQ(Bed(std::move(settings)).api->segments(), expected);
+  }
+}
+
+TEST(Client, EffectiveCredentialsNameTheHostApplication) {
+  Bed bed;
+  EXPECT_EQ(bed.api->transmissionAuthConfig(), std::nullopt);
+  EXPECT_EQ(bed.api->effectiveTransmissionCredentials("stored").iosBundleID, "com.example.host");
+  bed.api->setTransmissionAuthConfig(TransmissionAppCredentials{.appID = "app"});
+  EXPECT_EQ(bed.api->effectiveTransmissionCredentials("stored"),
+            (TransmissionAppCredentials{.companyApiKey = "stored", .appID = "app"}));
+  bed.api->setTransmissionAuthConfig(std::nullopt);
+  EXPECT_EQ(bed.api->transmissionAuthConfig(), std::nullopt);
+
+  sim::PhoneSettings settings;
+  settings.device.bundleIdentifier.reset();
+  EXPECT_EQ(Bed(std::move(settings)).api->effectiveTransmissionCredentials("").iosBundleID, "");
+}
+
+/// A client whose answers come on a thread of its own, as fast as it can.
+class EchoClient final : public HttpClient {
+ public:
+  [[nodiscard]] bool isUrl(std::string_view) const override { return true; }
+  [[nodiscard]] Subscription send(HttpRequest, HttpDone done) override {
+    auto call = std::make_shared<Call>();
+    queue_.async([call, done = std::move(done)] {
+      const std::lock_guard running(call->mutex);
+      if (!call->cancelled) done(HttpReply{.status = 200});
+    });
+    return Subscription::onCancel([call] {
+      const std::lock_guard running(call->mutex);  // from inside `done` it is this thread's already
+      call->cancelled = true;
+    });
+  }
+
+ private:
+  struct Call {
+    std::recursive_mutex mutex;
+    bool cancelled = false;
+  };
+  test::ThreadQueue queue_;
+};
+
+TEST(RequestLayer, AnswersEachRequestOnceWhateverThreadSendsIt) {
+  sim::World world;
+  sim::SimulatedPhone phone(world);
+  std::atomic<int> answered = 0;
+  std::atomic<int> missing = 4000;
+  EchoClient http;
+  RequestLayer requests(http, phone.platform().main);
+  std::vector<std::thread> senders;
+  for (int i = 0; i < 4; ++i) {
+    senders.emplace_back([&] {
+      for (int n = 0; n < 500; ++n) {
+        requests.send({}, [&](const Result<HttpReply>&) {
+          ++answered;
+          --missing;
+          requests.send({}, [&](const Result<HttpReply>&) {
+            ++answered;
+            --missing;
+            missing.notify_one();
+          });
+        });
+      }
+    });
+  }
+  for (auto& sender : senders) sender.join();
+  for (int left = missing; left != 0; left = missing) missing.wait(left);
+  EXPECT_EQ(answered, 4000);
+}
+
+TEST(RequestLayer, NothingAnswersAfterItsEnd) {
+  sim::World world;
+  sim::SimulatedPhone phone(world);
+  EchoClient http;
+  for (int round = 0; round < 200; ++round) {
+    auto requests = std::make_unique<RequestLayer>(http, phone.platform().main);
+    std::atomic<bool> over = false;
+    std::atomic<int> late = 0;
+    for (int n = 0; n < 20; ++n) {
+      requests->send({}, [&](const Result<HttpReply>&) {
+        if (over) ++late;
+        requests->send({}, [&](const Result<HttpReply>&) { late += over ? 1 : 0; });
+      });
+    }
+    requests->cancelAll();
+    over = true;
+    requests->send({}, [&](const Result<HttpReply>&) { ++late; });
+    requests.reset();
+    EXPECT_EQ(late, 0);
+  }
+}
+
+TEST(RequestLayer, DeliversOnTheMainThreadAndNotOnceItIsGone) {
+  sim::World world;
+  sim::SimulatedPhone phone(world);
+  EchoClient http;
+  auto requests = std::make_unique<RequestLayer>(http, phone.platform().main);
+  for (const bool gone : {false, true}) {
+    int heard = 0;
+    auto [answer, resolve] = Single<int>::pending();
+    const auto subscription = answer.subscribe([&](const auto&) { ++heard; });
+    requests->deliver<int>(resolve, 7);
+    EXPECT_EQ(heard, 0);
+    if (gone) requests.reset();
+    world.settle();
+    EXPECT_EQ(heard, gone ? 0 : 1);
+  }
+}
+
+TEST(ClientState, FieldsMayBeReadAndWrittenFromAnyThread) {
+  ClientState client(BaseUrls::builtIn());
+  std::atomic<bool> torn = false;
+  std::vector<std::thread> threads;
+  for (const char letter : {'a', 'b', 'c'}) {
+    threads.emplace_back([&, text = std::string(100, letter)] {
+      for (int i = 0; i < 500; ++i) {
+        client.setCredentials(TransmissionAppCredentials{.companyApiKey = text, .appApiKey = text});
+        client.setFCMToken(text);
+        client.setEnv(Config::Environment::nightly);
+        client.setAuthenticated();
+        const auto token = client.pushToken();
+        const auto credentials = client.credentials();
+        if (token != std::string(100, token[0])) torn = true;
+        if (credentials->companyApiKey != credentials->appApiKey) torn = true;
+      }
+    });
+  }
+  for (auto& thread : threads) thread.join();
+  EXPECT_FALSE(torn);
+}
+
+}  // namespace
+}  // namespace orlan

@@ -1,0 +1,291 @@
+#include <gtest/gtest.h>
+
+#include "backend/Bed.hpp"
+#include "orlan/backend/StoreKeys.hpp"
+
+namespace orlan {
+namespace {
+
+using sim::HttpAnswer;
+using test::Bed;
+using test::rule;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Events = std::vector<std::string>;
+
+constexpr char kPath[] = "/api/device-registerd/create";
+const std::string kUrl = std::string("https://platform.staging.orlan.example") + kPath;
+const std::string kAccepted = R"({"data":{"device_id":"D1","orlan_id":"77","more":1}})";
+
+/// Holds what a registration answered, and on which turn.
+struct Answered {
+  explicit Answered(const Single<APIService::AuthPayload>& single)
+      : subscription(single.subscribe([this](const auto& answer) { answers.push_back(answer); })) {}
+  std::vector<Result<APIService::AuthPayload>> answers;
+  Subscription subscription;
+};
+
+std::string body(const std::string& deviceID, const std::string& segmentations, const std::string& token) {
+  return R"({"app_name":"Host","api_key":"K","sdk_version":"1.0","platform":"iOS","os_version":"17.0",)"
+         R"("device_model":"Phone","device_name":"Simulated phone","manufacturer":"Apple","country":"en_GB",)"
+         R"("language":"en_GB","device_id":")" +
+         deviceID + R"(","segmentations":")" + segmentations +
+         R"(","correlation_id":"","orlan_id":"0","device_token":")" + token + R"("})";
+}
+
+const std::string kVendor = "00000000-0000-4000-8000-000000000001";
+
+TEST(Registration, FreshDeviceIsDescribedLoggedAndRemembered) {
+  Bed bed;
+  bed.phone.http().answer("POST", kPath,
+                          {HttpAnswer::reply(200, kAccepted, {{"Server", "x"}, {"Content-Type", "y"}})});
+  std::vector<std::string> published;
+  const auto watching = bed.api->authPublisher().subscribe([&](const auto& payload) {
+    published.push_back(payload.orlanID);
+    bed.tape.events.push_back("publish");
+    EXPECT_TRUE(bed.api->isAuthenticated());
+    EXPECT_FALSE(bed.phone.platform().main.isCurrent());
+  });
+  const auto single = bed.api->registerDevice("K", {"a", "b c"});
+  EXPECT_FALSE(bed.api->isAuthenticated());
+  bool onMain = false;
+  std::vector<APIService::AuthPayload> delivered;
+  const auto subscription = single.subscribe([&](const auto& answer) {
+    onMain = bed.phone.platform().main.isCurrent();
+    bed.tape.events.push_back("deliver");
+    if (answer) delivered.push_back(*answer);
+  });
+
+  const auto json = body(kVendor, "a,b c", "pending");
+  EXPECT_THAT(
+      bed.settle(),
+      ElementsAre("INFO ┌─🔒  Registering device\n│ URL: " + kUrl +
+                      "\n│ Headers:\n│   Content-Type: application/json\n│   Accept: application/json\n"
+                      "│   ApiKey: K\n│ Body:\n" +
+                      json + rule(44),
+                  "POST " + kUrl, "response 200",
+                  "INFO ┌─📬  HTTP 200\n│ Headers:\n│   Server: x\n│   Content-Type: y\n│ Raw body:\n" +
+                      kAccepted + rule(44),
+                  "store Orlan.DeviceID = \"D1\"", "store Orlan.OrlanID = \"77\"",
+                  "store Orlan.APIKey = \"K\"", "store Orlan.DeviceRegistered.v1 = true",
+                  "store Orlan.Segments = \"a,b c\"", "store Orlan.LastSyncedDeviceToken.v1 = \"pending\"",
+                  "publish", "INFO ✅ Device Registered OK", "deliver"));
+  EXPECT_TRUE(onMain);
+  EXPECT_THAT(delivered, ElementsAre(APIService::AuthPayload{"K", "D1", "77"}));
+  EXPECT_THAT(published, ElementsAre("77"));
+
+  ASSERT_EQ(bed.tape.requests.size(), 1u);
+  const auto& request = bed.tape.requests[0];
+  EXPECT_THAT(request.headers,
+              ElementsAre(HttpHeader{"Content-Type", "application/json"},
+                          HttpHeader{"Accept", "application/json"}, HttpHeader{"ApiKey", "K"}));
+  EXPECT_EQ(request.body, json);
+  EXPECT_EQ(request.timeout, std::chrono::seconds(60));
+}
+
+TEST(Registration, RequestStartsWithTheCallAndLateSubscribersStillHearTheAnswer) {
+  Bed bed;
+  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(299, kAccepted)});
+  const auto single = bed.api->registerDevice("K", {});
+  EXPECT_EQ(bed.tape.requests.size(), 1u);
+  EXPECT_EQ(bed.tape.requests[0].body, body(kVendor, "", "pending"));
+  (void)bed.settle();
+  const Answered late(single);
+  ASSERT_EQ(late.answers.size(), 1u);
+  EXPECT_EQ(late.answers[0].value().deviceID, "D1");
+}
+
+TEST(Registration, WhatThePhoneDoesNotSayHasItsStandIn) {
+  sim::PhoneSettings settings;
+  settings.device.vendorIdentifier.reset();
+  settings.device.info = {{"CFBundleName", 7}};
+  settings.store = {{storeKeys::correlationID, "person-1"}};
+  Bed bed(std::move(settings));
+  bed.api->updateAPNsToken(std::string_view("\x00\xab", 2));
+  (void)bed.api->registerDevice("K", {});
+  const auto sent = json::parse(bed.tape.requests.at(0).body.value());
+  ASSERT_TRUE(sent);
+  const auto& record = *sent->object();
+  auto text = [&](std::string_view key) { return *record.find(key)->string(); };
+  EXPECT_EQ(record.size(), 15u);
+  EXPECT_EQ(text("app_name"), "Unknown");
+  EXPECT_EQ(text("sdk_version"), "0");
+  EXPECT_EQ(text("correlation_id"), "person-1");
+  EXPECT_EQ(text("device_token"), "00ab");
+  EXPECT_THAT(text("device_id"),
+              testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[0-9A-F]{4}-[0-9A-F]{12}"));
+}
+
+TEST(Registration, EveryFailureIsDeliveredOnceAndStoresNothing) {
+  const auto block = [](int status, const std::string& shown) {
+    return "INFO ┌─📬  HTTP " + std::to_string(status) + "\n│ Headers:\n\n│ Raw body:\n" + shown + rule(44);
+  };
+  struct Row {
+    const char* name;
+    HttpAnswer answer;
+    std::int64_t code;  // 0: a decoding error
+    Events logged;
+  };
+  const std::string none = "<binary>";
+  for (const auto& [name, answer, code, logged] :
+       {Row{"refused",
+            HttpAnswer::unreachable(),
+            -1004,
+            {"ERROR HTTP request failed: " + urlErrors::cannotConnectToHost().description}},
+        Row{"cancelled",
+            HttpAnswer::cancelled(),
+            -999,
+            {"ERROR HTTP request failed: " + urlErrors::cancelled().description}},
+        Row{"hangs",
+            HttpAnswer::reply(200, kAccepted).after(std::chrono::hours(1)),
+            -1001,
+            {"ERROR HTTP request failed: " + urlErrors::timedOut().description}},
+        Row{"not HTTP", HttpAnswer::notHttp(), -1011, {}},
+        Row{"199", HttpAnswer::reply(199, kAccepted), -1011, {block(199, kAccepted)}},
+        Row{"300", HttpAnswer::reply(300, kAccepted), -1011, {block(300, kAccepted)}},
+        Row{"500 without body", HttpAnswer::reply(500), -1011, {block(500, none)}},
+        Row{"not UTF-8", HttpAnswer::reply(200, "\xff"), 0, {block(200, none)}},
+        Row{"no body", HttpAnswer::reply(200), 0, {block(200, none)}},
+        Row{"empty body", HttpAnswer::reply(200, ""), 0, {block(200, "")}},
+        Row{"not JSON", HttpAnswer::reply(200, "<html>"), 0, {block(200, "<html>")}},
+        Row{"no data", HttpAnswer::reply(200, "{}"), 0, {block(200, "{}")}},
+        Row{"one identifier",
+            HttpAnswer::reply(200, R"({"data":{"device_id":"D"}})"),
+            0,
+            {block(200, R"({"data":{"device_id":"D"}})")}},
+        Row{"a number",
+            HttpAnswer::reply(200, R"({"data":{"device_id":"D","orlan_id":7}})"),
+            0,
+            {block(200, R"({"data":{"device_id":"D","orlan_id":7}})")}}}) {
+    Bed bed;
+    bed.phone.http().answer("POST", kPath, {answer});
+    int published = 0;
+    const auto watching = bed.api->authPublisher().subscribe([&](const auto&) { ++published; });
+    const Answered answered(bed.api->registerDevice("K", {"a"}));
+    auto expected = logged;
+    bed.tape.events.clear();
+    auto events = bed.settle();
+    ASSERT_EQ(answered.answers.size(), 1u) << name;
+    ASSERT_FALSE(answered.answers[0]) << name;
+    const auto& error = answered.answers[0].error();
+    if (code == 0) {
+      expected.push_back("ERROR Decoding error: " + error.description);
+      EXPECT_EQ(error.domain, "JSON") << name;
+    } else {
+      EXPECT_EQ(error.domain, "URLError") << name;
+      EXPECT_EQ(error.code, code) << name;
+    }
+    ASSERT_FALSE(events.empty()) << name;
+    events.erase(events.begin());  // the response itself
+    EXPECT_EQ(events, expected) << name;
+    EXPECT_TRUE(bed.phone.store().contents().empty()) << name;
+    EXPECT_FALSE(bed.api->isAuthenticated()) << name;
+    EXPECT_EQ(published, 0) << name;
+  }
+}
+
+TEST(Registration, UnusableKeyInAHeaderEndsLocallyWithOneError) {
+  Bed bed;
+  const Answered answered(bed.api->registerDevice("K\r\nInjected: 1", {}));
+  (void)bed.settle();
+  EXPECT_THAT(bed.tape.requests, IsEmpty());
+  ASSERT_EQ(answered.answers.size(), 1u);
+  EXPECT_FALSE(answered.answers[0]);
+}
+
+TEST(Registration, KnownDeviceAnswersFromTheStoreOnEverySubscription) {
+  sim::PhoneSettings settings;
+  settings.store = {{storeKeys::deviceRegistered, true},
+                    {storeKeys::deviceID, "D1"},
+                    {storeKeys::orlanID, "77"},
+                    {storeKeys::apiKey, "other"},
+                    {storeKeys::lastSyncedToken, "pending"}};
+  Bed bed(std::move(settings));
+  int published = 0;
+  const auto watching = bed.api->authPublisher().subscribe([&](const auto&) { ++published; });
+  const auto single = bed.api->registerDevice("K", {"ignored"});
+  EXPECT_TRUE(bed.api->isAuthenticated());
+  EXPECT_EQ(published, 0);
+  for (int subscriptions = 1; subscriptions <= 2; ++subscriptions) {
+    const Answered answered(single);  // inside the call
+    ASSERT_EQ(answered.answers.size(), 1u);
+    EXPECT_EQ(answered.answers[0].value(), (APIService::AuthPayload{"K", "D1", "77"}));
+    EXPECT_EQ(published, subscriptions);
+  }
+  EXPECT_THAT(bed.settle(), IsEmpty());  // no token: no request, nothing logged
+
+  bed.api.reset();
+  const Answered afterwards(single);
+  EXPECT_EQ(afterwards.answers.size(), 1u);
+  EXPECT_EQ(published, 2);
+}
+
+TEST(Registration, KnownDeviceWithoutStoredIdentifiersUsesTheVendorsAndZero) {
+  sim::PhoneSettings settings;
+  settings.store = {{storeKeys::deviceRegistered, true}};
+  Bed bed(std::move(settings));
+  const Answered answered(bed.api->registerDevice("K", {}));
+  EXPECT_EQ(answered.answers.at(0).value(), (APIService::AuthPayload{"K", kVendor, "0"}));
+}
+
+TEST(Registration, SurvivesARelaunchAndStartsAfreshAfterAChangeOfKey) {
+  Bed bed;
+  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(200, kAccepted)});
+  (void)bed.api->registerDevice("K", {});
+  (void)bed.settle();
+  bed.relaunch();
+  (void)bed.api->registerDevice("K", {});
+  EXPECT_EQ(bed.tape.requests.size(), 1u);
+  resetCredentialsIfKeyChanged(bed.phone.store(), bed.logger, "K2");
+  (void)bed.api->registerDevice("K2", {});
+  EXPECT_EQ(bed.tape.requests.size(), 2u);
+}
+
+TEST(Registration, EndOfTheServiceCancelsWhatIsOnItsWay) {
+  for (const auto when : {std::chrono::milliseconds(0), std::chrono::milliseconds(49)}) {
+    Bed bed;
+    bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(200, kAccepted)});
+    const Answered answered(bed.api->registerDevice("K", {}));
+    bed.world.runFor(when);
+    bed.api.reset();
+    (void)bed.settle();
+    EXPECT_THAT(answered.answers, IsEmpty());
+    EXPECT_TRUE(bed.phone.store().contents().empty());
+  }
+}
+
+TEST(CredentialReset, RemovesTheIdentityOfAnotherKeyAndNothingElse) {
+  const json::Object full{{storeKeys::apiKey, "old"},
+                          {storeKeys::deviceID, "D1"},
+                          {storeKeys::orlanID, "77"},
+                          {storeKeys::deviceRegistered, true},
+                          {storeKeys::lastSyncedToken, "tok"},
+                          {storeKeys::environment, "nightly"},
+                          {storeKeys::segments, "a"},
+                          {storeKeys::correlationID, "c"},
+                          {storeKeys::configuration, Bytes{"{}"}}};
+  struct Row {
+    const char* name;
+    json::Object store;
+    const char* newKey;
+    Events expected;
+  };
+  for (const auto& [name, store, newKey, expected] :
+       {Row{"first start", {{storeKeys::deviceID, "D1"}}, "new", {}}, Row{"same key", full, "old", {}},
+        Row{"another key",
+            full,
+            "new",
+            {"remove Orlan.DeviceID", "remove Orlan.OrlanID", "remove Orlan.DeviceRegistered.v1",
+             "remove Orlan.APIKey", "remove Orlan.LastSyncedDeviceToken.v1", "remove Orlan.Environment.v1",
+             "WARN • Cleared cached Orlan credentials (old key old ≠ new key new)"}}}) {
+    sim::PhoneSettings settings;
+    settings.store = store;
+    Bed bed(std::move(settings));
+    resetCredentialsIfKeyChanged(bed.phone.store(), bed.logger, newKey);
+    EXPECT_EQ(bed.tape.take(), expected) << name;
+    EXPECT_EQ(bed.phone.store().contents().size(), expected.empty() ? store.size() : 3u) << name;
+  }
+}
+
+}  // namespace
+}  // namespace orlan

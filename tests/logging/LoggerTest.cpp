@@ -1,0 +1,178 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "orlan/logging/Logger.hpp"
+#include "phones/simulated/SimulatedPhone.hpp"
+
+namespace orlan {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kFile[] = "orlan-sdk.log";
+
+TimePoint at(int second) {
+  using namespace std::chrono;
+  return sys_days(2025y / January / 2) + 3h + 4min + std::chrono::seconds(second);
+}
+
+struct LoggerTest : ::testing::Test, phone::PhoneObserver {
+  LoggerTest() {
+    phone.observe(*this);
+    launch();
+  }
+
+  void launch() {
+    const auto parts = phone.platform();
+    logger.emplace(parts.clock, parts.console, parts.files, parts.queues);
+  }
+  void relaunch() {
+    logger.reset();
+    phone.relaunch();
+    launch();
+  }
+
+  /// What is in the file once all that was posted has run; nothing when there is none.
+  std::optional<std::string> file() {
+    world.settle();
+    return phone.files().content(kFile);
+  }
+
+  void consoleLine(std::string_view level, std::string_view message) override {
+    printed.push_back(std::string(level).append("|").append(message));
+  }
+  void fileWritten(std::string_view name, std::size_t size) override {
+    printed.push_back("created " + std::string(name) + ' ' + std::to_string(size));
+  }
+
+  std::vector<std::string> printed;
+  sim::World world{{.start = at(5)}};
+  sim::SimulatedPhone phone{world};
+  std::optional<Logger> logger;
+};
+
+TEST_F(LoggerTest, EachLevelHasItsTagAndItsLine) {
+  logger->log("a");
+  logger->warn("b");
+  logger->error("c");
+  logger->breadcrumb("x");
+  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "INFO|a", "WARN|b", "ERROR|c", "•|x"));
+  EXPECT_EQ(file(),
+            "[2025-01-02T03:04:05Z] [INFO] a\n[2025-01-02T03:04:05Z] [WARN] b\n"
+            "[2025-01-02T03:04:05Z] [ERROR] c\n[2025-01-02T03:04:05Z] [•] x\n");
+}
+
+TEST_F(LoggerTest, MessagesStandUnchanged) {
+  logger->log("");
+  logger->log("two\nlines\r\n");
+  logger->log(std::string_view("nul\0 and 100% {} \\n", 19));
+  EXPECT_EQ(file(),
+            std::string("[2025-01-02T03:04:05Z] [INFO] \n[2025-01-02T03:04:05Z] [INFO] two\nlines\r\n\n") +
+                std::string("[2025-01-02T03:04:05Z] [INFO] nul\0 and 100% {} \\n\n", 50));
+}
+
+TEST_F(LoggerTest, BlockEqualsAsManyBreadcrumbs) {
+  const std::array<std::string_view, 3> block{"🔍 one", "", "three"};
+  logger->breadcrumbs({});
+  EXPECT_TRUE(printed.empty());
+  logger->breadcrumbs(block);
+  const auto asBlock = std::exchange(printed, {});
+  const auto text = file();
+  phone.files().change(kFile, std::nullopt);
+  relaunch();
+  for (const auto message : block) logger->breadcrumb(message);
+  EXPECT_EQ(printed, asBlock);
+  EXPECT_EQ(file(), text);
+}
+
+TEST_F(LoggerTest, TimeIsThatOfTheCallInWholeSecondsWhereverTheClockJumps) {
+  struct Row {
+    Duration fromStart;
+    const char* time;
+  };
+  using namespace std::chrono;
+  std::string expected;
+  for (const auto& [fromStart, time] :
+       {Row{0us, "2025-01-02T03:04:05Z"}, Row{999999us, "2025-01-02T03:04:05Z"},
+        Row{1s, "2025-01-02T03:04:06Z"}, Row{-1us, "2025-01-02T03:04:04Z"}, Row{0us, "2025-01-02T03:04:05Z"},
+        Row{-hours(24 * 365 * 60), "1965-01-17T03:04:05Z"},
+        Row{hours(24 * 365 * 60), "2084-12-18T03:04:05Z"}}) {
+    phone.clock().set(at(5) + fromStart);
+    logger->log("x");
+    expected += "[" + std::string(time) + "] [INFO] x\n";
+  }
+  EXPECT_EQ(file(), expected);
+}
+
+TEST_F(LoggerTest, BytesThatAreNoTextArePrintedButNotStored) {
+  const std::array<std::string_view, 3> block{"before", "\xff broken", "after"};
+  logger->breadcrumbs(block);
+  logger->log("\xc3");
+  logger->log("\xa9");  // halves of one character, which do not make a line together
+  EXPECT_EQ(printed.size(), 6u);
+  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [•] before\n[2025-01-02T03:04:05Z] [•] after\n");
+}
+
+TEST_F(LoggerTest, EveryOperationOpensTheLogAndConstructionDoesNot) {
+  EXPECT_EQ(file(), std::nullopt);
+  EXPECT_EQ(logger->logFileURL(), phone.platform().files.cachesDirectory() + "/orlan-sdk.log");
+  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0"));
+  EXPECT_EQ(file(), "");
+}
+
+TEST_F(LoggerTest, SecondLaunchContinuesTheFile) {
+  logger->log("first");
+  (void)file();
+  relaunch();
+  printed.clear();
+  logger->log("second");
+  EXPECT_THAT(printed, ElementsAre("INFO|second"));
+  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] first\n[2025-01-02T03:04:05Z] [INFO] second\n");
+}
+
+TEST_F(LoggerTest, ClearedFileStaysAwayUntilTheNextLaunch) {
+  logger->log("before");
+  logger->clear();
+  logger->log("after");
+  EXPECT_EQ(file(), std::nullopt);
+  logger->log("printed only");
+  logger->clear();
+  EXPECT_EQ(file(), std::nullopt);
+  EXPECT_EQ(printed.back(), "INFO|printed only");
+
+  relaunch();
+  logger->log("new");
+  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] new\n");
+}
+
+TEST_F(LoggerTest, ClearTakesEffectInItsPlaceAmongTheLines) {
+  logger->log("before");
+  logger->clear();
+  EXPECT_NE(phone.files().content(kFile), std::nullopt);  // not inside the call
+  EXPECT_EQ(file(), std::nullopt);
+}
+
+TEST_F(LoggerTest, ClearThatTheDiskRefusesLosesNoLine) {
+  logger->log("before");
+  (void)file();
+  phone.files().fail(sim::StorageFault::writes);
+  logger->log("lost");
+  logger->clear();
+  (void)file();
+  phone.files().fail(sim::StorageFault::none);
+  logger->log("after");
+  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] before\n[2025-01-02T03:04:05Z] [INFO] after\n");
+}
+
+TEST_F(LoggerTest, DiskThatRefusesTheFileLeavesPrintingAlone) {
+  phone.files().fail(sim::StorageFault::writes);
+  logger->log("a");
+  EXPECT_EQ(file(), std::nullopt);
+  phone.files().fail(sim::StorageFault::none);
+  logger->log("b");
+  EXPECT_EQ(file(), std::nullopt);  // nobody creates it any more
+  EXPECT_THAT(printed, ElementsAre("INFO|a", "INFO|b"));
+}
+
+}  // namespace
+}  // namespace orlan

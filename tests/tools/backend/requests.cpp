@@ -125,6 +125,9 @@ Request edited(Request request, std::string_view from, std::string_view to) {
   } else {
     request.body.replace(at, from.size(), to);
   }
+  for (auto& [name, value] : request.headers) {
+    if (name == "Content-Length") value = std::to_string(request.body.size());
+  }
   return request;
 }
 

@@ -93,7 +93,7 @@ class DevBackend::Service {
         strike);
     exchange.status = statusSeen(reply);
     settle(std::move(exchange));
-    if (strike.delay > Duration::zero()) wait(strike.delay);
+    if (strike.delay > Duration::zero() && !outlives(strike.delay)) reply.cutAfter = 0;
     return reply;
   }
 
@@ -128,9 +128,10 @@ class DevBackend::Service {
     if (config_.observer) config_.observer(exchange);
   }
 
-  void wait(Duration delay) {
+  /// Waits; false when the backend is stopped meanwhile.
+  bool outlives(Duration delay) {
     std::unique_lock lock(mutex_);
-    stopped_.wait_for(lock, delay, [this] { return stopping_; });
+    return !stopped_.wait_for(lock, delay, [this] { return stopping_; });
   }
 
   DevBackendConfig config_;

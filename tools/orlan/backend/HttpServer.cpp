@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <latch>
 #include <thread>
 #include <utility>
@@ -22,18 +23,24 @@ constexpr int keptAlive = 60;  // seconds between two requests on a connection
 /// Our connection as the HTTP library sees it.
 class ConnectionStream final : public httplib::Stream {
  public:
-  explicit ConnectionStream(Connection& connection) : connection_(connection) {}
+  /// `beforeWrite` is called before anything is written.
+  ConnectionStream(Connection& connection, std::function<void()> beforeWrite)
+      : connection_(connection), beforeWrite_(std::move(beforeWrite)) {}
 
   bool is_readable() const override { return connection_.isReadable(); }
   bool is_writable() const override { return !connection_.ended(); }
   ssize_t read(char* bytes, std::size_t size) override { return connection_.read(bytes, size); }
-  ssize_t write(const char* bytes, std::size_t size) override { return connection_.write({bytes, size}); }
+  ssize_t write(const char* bytes, std::size_t size) override {
+    beforeWrite_();
+    return connection_.write({bytes, size});
+  }
   void get_remote_ip_and_port(std::string&, int&) const override {}
   void get_local_ip_and_port(std::string&, int&) const override {}
   socket_t socket() const override { return connection_.socket(); }
 
  private:
   Connection& connection_;
+  std::function<void()> beforeWrite_;
 };
 
 class ThreadQueue final : public httplib::TaskQueue {
@@ -49,6 +56,8 @@ class ThreadQueue final : public httplib::TaskQueue {
 struct Current {
   Connection& connection;
   Request request;
+  bool hasHead = false;  // the library understood it
+  bool reported = false;
   bool handled = false;
   bool last = false;
 };
@@ -58,6 +67,7 @@ thread_local Current* current = nullptr;
 /// until the peer hangs up, it would take multipart bodies apart, pick ranges out of the answer or pack it.
 void adopt(httplib::Request& request) {
   current->request = parseHead(current->connection.takeHead());
+  current->hasHead = true;
   request.ranges.clear();
   for (const auto* name : {"Content-Type", "Content-Encoding", "Accept-Encoding", "Range"}) {
     request.headers.erase(name);
@@ -107,6 +117,8 @@ class HttpServer::Server final : public httplib::Server {
       port = -1;
     }
     if (port <= 0) return Unexpected(Error{"orlan backend", -1, "the port cannot be had"});
+    // The library queues five connections; the sixth of a burst would try again a second later.
+    ::listen(svr_sock_, SOMAXCONN);
     new_task_queue = [this] {
       accepting_.count_down();
       return new ThreadQueue;
@@ -118,6 +130,7 @@ class HttpServer::Server final : public httplib::Server {
 
   void close() {
     if (!thread_.joinable()) return;
+    closing_ = true;
     end_.ring();
     // The accepting thread wakes on the shutdown and sees that no socket is left. It is closed only after
     // that thread has ended, so that it can never accept on a number that means something else by then.
@@ -130,17 +143,24 @@ class HttpServer::Server final : public httplib::Server {
  private:
   bool process_and_close_socket(socket_t socket) override {
     Connection connection(socket, end_);
-    ConnectionStream stream(connection);
+    ConnectionStream stream(connection, [this] { reportUnreadable(); });
     bool last = false;
     while (!last && !connection.ended() && connection.awaitRequest(std::chrono::seconds(keptAlive))) {
       Current reading{.connection = connection, .request = {}};
       current = &reading;
       const bool ok = process_request(stream, false, last, adopt);
+      if (!reading.handled) reportUnreadable();
       current = nullptr;
-      if (!reading.handled) unreadable_(connection.takeHead());
       if (!ok || !reading.handled || reading.last) break;
     }
     return true;
+  }
+
+  /// Tells of a head that the library refused, as soon as it answers it or gives up.
+  void reportUnreadable() {
+    if (current->hasHead || current->reported || closing_) return;
+    current->reported = true;
+    unreadable_(current->connection.takeHead());
   }
 
   /// The library never reads a body that it does not expect, such as that of a GET.
@@ -176,6 +196,7 @@ class HttpServer::Server final : public httplib::Server {
   HttpServer::Handler handler_;
   HttpServer::Unreadable unreadable_;
   Bell end_;
+  std::atomic<bool> closing_ = false;
   std::latch accepting_{1};
   std::thread thread_;
 };

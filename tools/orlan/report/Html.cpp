@@ -47,7 +47,7 @@ std::string escaped(std::string_view text) {
     lines += '\n';
     begin = end + 1;
   }
-  return withReferences(text::isUtf8(lines) ? std::string_view(lines) : std::string_view("<not text>"));
+  return withReferences(lines);
 }
 
 std::string number(double value) {

@@ -66,11 +66,13 @@ void addRunCommand(CLI::App& app, int& exitCode) {
   command->add_option("--segments", options->segments, "segmentation tags, separated by commas")
       ->delimiter(',')
       ->type_name("TAGS");
-  command->add_option("--bundle", options->bundleIdentifier, "bundle identifier of this host", true)
+  command->add_option("--bundle", options->bundleIdentifier, "bundle identifier of this host")
+      ->capture_default_str()
       ->type_name("ID");
   command->add_option("--home", options->home, "keep state, cache and log below this directory")
       ->type_name("DIR");
-  command->add_option("--speed", options->speed, "times as fast as it was recorded", true)
+  command->add_option("--speed", options->speed, "times as fast as it was recorded")
+      ->capture_default_str()
       ->check(CLI::Range(0.01, 100000.0))
       ->type_name("N");
   command->add_option("--report", options->report, "write a self-contained HTML page")

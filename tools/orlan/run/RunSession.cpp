@@ -1,0 +1,142 @@
+#include "tools/orlan/run/RunSession.hpp"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <memory>
+
+#include "orlan/sdk/Runtime.hpp"
+#include "phones/linux/LinuxPhone.hpp"
+#include "phones/linux/directories.hpp"
+#include "phones/linux/disk.hpp"
+#include "tools/orlan/backend/DevBackend.hpp"
+#include "tools/orlan/report/Report.hpp"
+#include "tools/orlan/report/ReportCollector.hpp"
+#include "tools/orlan/run/Addresses.hpp"
+#include "tools/orlan/run/Inputs.hpp"
+#include "tools/orlan/run/Narrator.hpp"
+#include "tools/orlan/run/ReplayStart.hpp"
+#include "tools/orlan/run/TerminalHost.hpp"
+#include "tools/orlan/run/complain.hpp"
+
+namespace orlan::run {
+
+namespace {
+
+Voice voiceFor(const RunOptions& options) {
+  const bool terminal = isatty(STDOUT_FILENO) == 1;
+  return {options.json, terminal && !options.json, terminal && !options.json && options.speed > 1.0};
+}
+
+linuxphone::PhoneConfig phoneConfig(const RunOptions& options, const linuxphone::Track& track,
+                                    TimePoint begin) {
+  linuxphone::PhoneConfig config;
+  config.home = options.home.value_or("");
+  config.bundle.identifier = options.bundleIdentifier;
+  config.bundle.info = {{"CFBundleName", "orlan run"}, {"CFBundleShortVersionString", "1.0"}};
+  if (options.config) config.bundle.propertyListFiles.emplace("OrlanConfig", *options.config);
+  config.location.position = track.fixes.front();
+  config.timeScale = options.speed;
+  config.wallClock = begin;
+  config.console = {};  // the narrator prints what of it is wanted
+  config.trouble = complain;
+  return config;
+}
+
+/// The development backend of a run that names no other; what it finds wrong with our requests is our fault,
+/// so it is said loudly.
+Result<std::unique_ptr<devbackend::DevBackend>> startOwnBackend(const Inputs& inputs) {
+  devbackend::DevBackendConfig config;
+  if (inputs.campaigns) config.answers.emplace(devbackend::Endpoint::geofenceCheck, *inputs.campaigns);
+  config.observer = [](const devbackend::Exchange& exchange) {
+    for (const auto& line : devbackend::complaints(exchange)) complain("backend: " + line);
+  };
+  auto backend = std::make_unique<devbackend::DevBackend>();
+  if (auto port = backend->start(std::move(config)); !port) return Unexpected(port.error());
+  return backend;
+}
+
+/// Shows the library's own log lines.
+class LogPrinter final : public phone::PhoneObserver {
+ public:
+  explicit LogPrinter(Narrator& narrator) : narrator_(narrator) {}
+  void consoleLine(std::string_view level, std::string_view message) override {
+    narrator_.logLine(fmt::format("{:5} {}\n", level, message));
+  }
+
+ private:
+  Narrator& narrator_;
+};
+
+bool writeReport(const std::string& path, const report::ReportData& data) {
+  const auto written = linuxphone::disk::replace(path, report::renderReport(data));
+  if (!written) complain(path + ": " + written.error().message());
+  return written.has_value();
+}
+
+int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const std::string& where) {
+  const ReplayStart replayStart(linuxphone::directories(options.home.value_or(""), "orlan").data);
+  const TimePoint begin = replayStart.choose(inputs.track.fixes.front().timestamp);
+  linuxphone::LinuxPhone phone(phoneConfig(options, inputs.track, begin));
+  const auto offset = phone.clock().offsetFromUtc(begin);
+  Narrator narrator(voiceFor(options), begin, offset);
+  report::ReportCollector collector(
+      "Orlan: " + options.track, begin, offset, [&phone, begin] { return phone.clock().now() - begin; },
+      &narrator);
+  LogPrinter log(narrator);
+  phone.observe(collector);
+  if (options.showLog) phone.observe(log);
+
+  bool started = false;
+  std::string logFile;
+  {
+    Runtime runtime(phone.platform(), {urls});
+    const Runtime::Scope scope(runtime);
+    collector.watch(runtime.services());
+    collector.note("start", where);
+    const auto host =
+        std::make_shared<TerminalHost>(options, std::move(inputs.track), phone, runtime, collector, narrator);
+    started = host->run();
+    logFile = runtime.services().logger.logFileURL();
+  }
+  replayStart.keep(phone.clock().now());
+
+  const auto data = collector.data();
+  std::vector<std::pair<std::string, std::string>> files{{"log", logFile}};
+  bool reported = true;
+  if (options.report) {
+    reported = writeReport(*options.report, data);
+    if (reported) files.emplace_back("report", *options.report);
+  }
+  narrator.summary(data, files);
+  return started && reported ? 0 : 1;
+}
+
+}  // namespace
+
+int runSession(const RunOptions& options) {
+  auto inputs = readInputs(options);
+  if (!inputs) {
+    complain(inputs.error().description);
+    return 2;
+  }
+  std::unique_ptr<devbackend::DevBackend> own;
+  if (!options.hasBackend()) {
+    auto started = startOwnBackend(*inputs);
+    if (!started) {
+      complain(started.error().description);
+      return 1;
+    }
+    own = std::move(started).value();
+  }
+  const auto urls = addresses(options, own ? own->url() : "");
+  if (!urls) {
+    complain(urls.error().description);
+    return 2;
+  }
+  const std::string where =
+      own ? "development backend at " + own->url() : "backend at " + urls->platformUrl(options.environment);
+  return play(options, std::move(inputs).value(), *urls, where);
+}
+
+}  // namespace orlan::run

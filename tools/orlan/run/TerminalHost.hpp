@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/Runtime.hpp"
+#include "phones/linux/LinuxPhone.hpp"
+#include "tools/orlan/report/ReportCollector.hpp"
+#include "tools/orlan/run/Narrator.hpp"
+#include "tools/orlan/run/RunOptions.hpp"
+
+namespace orlan::run {
+
+/// The host application: starts the library, walks once campaigns are there, and ends a little after the walk
+/// or at the first signal. Main thread; what it is given outlives it.
+class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared_from_this<TerminalHost> {
+ public:
+  TerminalHost(const RunOptions& options, linuxphone::Track track, linuxphone::LinuxPhone& phone,
+               Runtime& runtime, report::ReportCollector& collector, Narrator& narrator);
+
+  /// Returns when all is over. False: the library could not start.
+  bool run();
+
+  void didAuthenticate(OrlanPlugin& plugin, const std::string& deviceID, const std::string& orlanID) override;
+  void didFailWith(OrlanPlugin& plugin, const Error& error) override;
+
+ private:
+  enum class Phase { starting, walking, ended, stopped };
+
+  void startLibrary();
+  void walkOnFirstCampaigns();
+  void walk();
+  void end(Phase how, const std::string& why);
+  void showProgress();
+  [[nodiscard]] bool isOver() const { return phase_ >= Phase::ended; }
+
+  const RunOptions& options_;
+  const linuxphone::Track track_;
+  linuxphone::LinuxPhone& phone_;
+  Runtime& runtime_;
+  report::ReportCollector& collector_;
+  Narrator& narrator_;
+  const TimePoint begin_;
+  Phase phase_ = Phase::starting;
+  bool failed_ = false;
+  Subscription beginning_;
+  Subscription ending_;
+  SubscriptionBag subscriptions_;
+};
+
+}  // namespace orlan::run

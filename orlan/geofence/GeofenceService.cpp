@@ -50,7 +50,8 @@ struct GeofenceService::Parts {
   std::string storedApiKey;  // empty: not started
   std::shared_ptr<LocationManager> storedLocationManager;
   std::optional<Location> lastKnownLocation;
-  refreshPolicy::LastFetch lastFetch;
+  std::optional<TimePoint> lastFetchAt;
+  std::optional<Location> lastFetchLocation;
   bool isFetchInFlight = false;  // from the request to the end of what its answer sets off
 
   CampaignCache cache;
@@ -122,7 +123,8 @@ void GeofenceService::Parts::request(const std::string& apiKey, const Location& 
     return;
   }
   isFetchInFlight = true;
-  lastFetch = {phone.clock.now(), fix};
+  lastFetchAt = phone.clock.now();
+  lastFetchLocation = fix;
   lastKnownLocation = fix;
   const APIService& api = *neighbours.api;
   auto asking = GeofenceRequest::of({.baseUrl = api.transmissionUrl(env),
@@ -170,11 +172,12 @@ void GeofenceService::Parts::observeApplication() {
 void GeofenceService::Parts::takeFix(const Location& fix) {
   lastKnownLocation = fix;
   if (storedApiKey.empty()) return;
-  if (!refreshPolicy::wantsBackgroundRefresh(fix, phone.application.state(), phone.clock.now(), lastFetch)) {
-    return;
-  }
+  refreshPolicy::FixSeen seen{phone.application.state(), fix.horizontalAccuracy, {}, {}};
+  if (lastFetchAt) seen.sinceLastFetch = phone.clock.now() - *lastFetchAt;
+  if (lastFetchLocation) seen.metresFromLastFetch = distance(fix.coordinate, lastFetchLocation->coordinate);
+  if (!refreshPolicy::wantsBackgroundRefresh(seen)) return;
   neighbours.logger.log(fmt::format("📍 Significant background location update ({}m) → refreshing geofences",
-                                    refreshPolicy::wholeMetres(fix, lastFetch)));
+                                    refreshPolicy::wholeMetres(seen.metresFromLastFetch)));
   request(storedApiKey, fix, "significantLocationChange");
 }
 

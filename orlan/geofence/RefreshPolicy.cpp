@@ -1,33 +1,21 @@
 #include "orlan/geofence/RefreshPolicy.hpp"
 
 #include <cmath>
-#include <limits>
 
 #include "orlan/base/text.hpp"
 
 namespace orlan::refreshPolicy {
-namespace {
 
-double metresMoved(const Location& fix, const LastFetch& last) {
-  if (!last.location) return std::numeric_limits<double>::infinity();
-  return distance(fix.coordinate, last.location->coordinate);
+bool wantsBackgroundRefresh(const FixSeen& fix) {
+  if (fix.state == ApplicationState::active) return false;
+  if (!(fix.accuracy >= 0.0 && fix.accuracy <= backgroundRefreshMaxAccuracy)) return false;
+  if (fix.sinceLastFetch && *fix.sinceLastFetch < backgroundRefreshMinInterval) return false;
+  return !(fix.metresFromLastFetch && *fix.metresFromLastFetch < backgroundRefreshDistance);
 }
 
-}  // namespace
-
-bool wantsBackgroundRefresh(const Location& fix, ApplicationState state, TimePoint now,
-                            const LastFetch& last) {
-  if (state == ApplicationState::active) return false;
-  const double accuracy = fix.horizontalAccuracy;
-  if (!(accuracy >= 0.0 && accuracy <= backgroundRefreshMaxAccuracy)) return false;
-  if (last.at && now - *last.at < backgroundRefreshMinInterval) return false;
-  return !(metresMoved(fix, last) < backgroundRefreshDistance);
-}
-
-std::string wholeMetres(const Location& fix, const LastFetch& last) {
-  const double metres = metresMoved(fix, last);
-  if (!std::isfinite(metres)) return "∞";
-  return text::fixed(std::trunc(metres), 0);
+std::string wholeMetres(std::optional<double> metres) {
+  if (!metres || !std::isfinite(*metres)) return "∞";
+  return text::fixed(std::trunc(*metres), 0);
 }
 
 Duration timerInterval(ApplicationState state) {

@@ -5,35 +5,31 @@
 
 #include "orlan/base/Time.hpp"
 #include "orlan/platform/Application.hpp"
-#include "orlan/platform/Location.hpp"
 
-namespace orlan {
-
-/// When the campaigns are fetched anew without anybody asking.
-namespace refreshPolicy {
+/// When the campaigns are fetched anew without anybody asking, decided from values alone.
+namespace orlan::refreshPolicy {
 
 inline constexpr double backgroundRefreshDistance = 150.0;  // metres
 inline constexpr Duration backgroundRefreshMinInterval = std::chrono::seconds(120);
 inline constexpr double backgroundRefreshMaxAccuracy = 250.0;  // metres
 
-/// The latest fetch; both absent before the first.
-struct LastFetch {
-  std::optional<TimePoint> at;
-  std::optional<Location> location;
+/// A fix as the decision sees it.
+struct FixSeen {
+  ApplicationState state = ApplicationState::background;
+  double accuracy = 0.0;  // metres; negative: not valid
+  std::optional<Duration> sinceLastFetch;
+  std::optional<double> metresFromLastFetch;
 };
 
-/// Whether the application is not active, and `fix` good enough, far enough from the last fetch and late
-/// enough for one of its own. A distance that cannot be measured counts as far, an accuracy that is no number
-/// as bad.
-[[nodiscard]] bool wantsBackgroundRefresh(const Location& fix, ApplicationState state, TimePoint now,
-                                          const LastFetch& last);
+/// Whether the application is not active and the fix good enough, late enough and far enough for a fetch of
+/// its own. Without a last fetch it is late and far. A distance that is no number counts as far, such an
+/// accuracy as bad.
+[[nodiscard]] bool wantsBackgroundRefresh(const FixSeen& fix);
 
-/// How far `fix` is from the last fetch, in whole metres towards zero: "187", or "∞" when there is no
-/// measure.
-[[nodiscard]] std::string wholeMetres(const Location& fix, const LastFetch& last);
+/// Whole metres towards zero: "187"; "∞" for a distance that is absent or no number.
+[[nodiscard]] std::string wholeMetres(std::optional<double> metres);
 
-/// Time between two fetches by the timer, chosen at the moment at which it is set.
+/// Time between two fetches by the timer, chosen when it is set.
 [[nodiscard]] Duration timerInterval(ApplicationState state);
 
-}  // namespace refreshPolicy
-}  // namespace orlan
+}  // namespace orlan::refreshPolicy

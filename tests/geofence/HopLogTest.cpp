@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "orlan/geofence/HopLog.hpp"
+
+namespace orlan {
+namespace {
+
+/// About a metre of latitude near 51 degrees.
+constexpr double metre = 1.0 / 111'250.0;
+
+Location north(double metres) {
+  return {{51.0 + metres * metre, -0.12}, 5.0, {}};
+}
+
+TEST(HopLog, SmallMovementsAddUpToAHop) {
+  HopLog hops;
+  for (const double metres : {0.0, 4.0, 8.0}) {
+    (void)hops.take(north(metres));
+    EXPECT_EQ(hops.hopCounter(), 0);
+    EXPECT_EQ(hops.lastLoggedLoc(), north(0));
+  }
+  (void)hops.take(north(12));
+  EXPECT_EQ(hops.hopCounter(), 1);
+  EXPECT_EQ(hops.lastLoggedLoc(), north(12));
+}
+
+TEST(HopLog, GoingBackAndForthIsNoHop) {
+  HopLog hops;
+  for (int i = 0; i < 50; ++i) (void)hops.take(north(i % 2 == 0 ? 0 : 9));
+  EXPECT_EQ(hops.hopCounter(), 0);
+}
+
+TEST(HopLog, EveryHundredthHopIsALine) {
+  HopLog hops;
+  for (int hop = 0; hop < 100; ++hop) EXPECT_EQ(hops.take(north(hop * 20)), std::nullopt) << hop;
+  EXPECT_EQ(hops.take({{51.5, -0.1234567}, 5.0, {}}), "📍 hop #100 → 51.500000,-0.123457");
+  EXPECT_EQ(hops.take(north(0)), std::nullopt);
+}
+
+TEST(HopLog, AFixWithoutAPlaceDoesNotHoldTheStart) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  HopLog hops;
+  (void)hops.take({{nan, nan}, 5.0, {}});
+  (void)hops.take(north(0));
+  EXPECT_EQ(hops.lastLoggedLoc(), north(0));
+}
+
+}  // namespace
+}  // namespace orlan

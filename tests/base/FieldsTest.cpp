@@ -32,6 +32,10 @@ struct Sample {
   friend bool operator==(const Sample&, const Sample&) = default;
 };
 
+struct Holder {
+  Point point;
+};
+
 /// Written as twice the number, read as a text.
 struct Doubled {
   static bool decode(json::Node node, std::int64_t& out, json::Failure& failure) {
@@ -58,6 +62,10 @@ struct RawValues<Level> {
 template <>
 struct Fields<Point> {
   static constexpr std::tuple list{field("latitude", &Point::latitude), field("name", &Point::name)};
+};
+template <>
+struct Fields<Holder> {
+  static constexpr std::tuple list{field("point", &Holder::point)};
 };
 template <>
 struct Fields<Sample> {
@@ -115,6 +123,10 @@ TEST(Fields, OfDuplicateKeysNothingOfTheFirstShinesThrough) {
   using Points = std::map<std::string, Point>;
   EXPECT_EQ(json::decodeText<Points>(R"({"p":{"latitude":1,"name":"a"},"p":{"latitude":2}})").value(),
             (Points{{"p", {2.0, std::nullopt}}}));
+
+  const auto holder =
+      json::decodeText<Holder>(R"({"point":{"latitude":1,"name":"a"},"point":{"latitude":2}})");
+  EXPECT_EQ(holder.value().point, (Point{2.0, std::nullopt}));
 
   const auto twice = [](std::string key, std::string first, std::string last) {
     std::string text = complete;

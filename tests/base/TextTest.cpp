@@ -80,6 +80,7 @@ TEST(Text, CharactersAreWhatAPersonCounts) {
       {"variation selector", "\u26A0\uFE0F b", 3, "\u26A0\uFE0F "},
       {"Hangul parts", "\u1112\u1161\u11AB\u1100\u1173\u11AF.", 3, "\u1112\u1161\u11AB\u1100\u1173\u11AF"},
       {"stray bytes, each one", "a\xFF\xFE", 3, "a\xFF"},
+      {"flags around a stray byte", flag + "\xFF" + flag, 3, flag + "\xFF"},
       {"mark behind a stray byte", "\xFF\u0301\xFF", 3, "\xFF\u0301"},
   };
   for (const Row& row : rows) {

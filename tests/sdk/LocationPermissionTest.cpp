@@ -1,0 +1,119 @@
+#include <gmock/gmock.h>
+
+#include "orlan/sdk/LocationPermissionManager.hpp"
+#include "support/SimulatedHost.hpp"
+
+namespace orlan {
+namespace {
+
+using test::SimulatedHost;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class LocationPermission : public ::testing::Test {
+ protected:
+  void configure(LocationAuthorization status) {
+    sim::PhoneSettings settings;
+    settings.location.authorization = status;
+    settings.location.afterRequest = LocationAuthorization::authorizedWhenInUse;
+    host.emplace(std::move(settings));
+    manager().configure();
+    host->world.settle();
+  }
+  LocationPermissionManager& manager() { return *host->services().locationPermission; }
+
+  /// What the location service was asked to do since the last look.
+  std::vector<std::string> asked() { return std::exchange(host->seen.lines, {}); }
+
+  std::optional<SimulatedHost> host;
+};
+
+TEST_F(LocationPermission, UpdatesFollowAuthorizationAndApplicationState) {
+  using Status = LocationAuthorization;
+  using Lines = std::vector<std::string>;
+  const std::string on = "updates permission on 10.0 10.0";
+  const std::string off = "updates permission off 10.0 10.0";
+  const std::string significantOn = "significant changes permission on";
+  const std::string significantOff = "significant changes permission off";
+  struct Row {
+    Status status;
+    Lines configured, inBackground, inFront;
+  };
+  const Row rows[] = {
+      {Status::notDetermined, {off}, {}, {}},
+      {Status::restricted, {off}, {}, {}},
+      {Status::denied, {off}, {}, {}},
+      {Status::authorizedAlways, {on}, {off, significantOn}, {significantOff, on}},
+      {Status::authorizedWhenInUse, {on}, {}, {significantOff, on}},
+  };
+  for (const Row& row : rows) {
+    configure(row.status);
+    EXPECT_EQ(manager().currentStatus(), row.status);
+    EXPECT_EQ(asked(), row.configured) << rawValue(row.status);
+    host->phone.application().raise(ApplicationSignal::didEnterBackground);
+    EXPECT_EQ(asked(), row.inBackground) << rawValue(row.status);
+    host->phone.application().raise(ApplicationSignal::willEnterForeground);
+    EXPECT_EQ(asked(), row.inFront) << rawValue(row.status);
+  }
+}
+
+TEST_F(LocationPermission, ConfiguringAgainOnlyPublishesTheStatus) {
+  configure(LocationAuthorization::authorizedAlways);
+  std::vector<LocationAuthorization> heard;
+  const auto listening = manager().statusPublisher().changes().subscribe(
+      [&](const LocationAuthorization& status) { heard.push_back(status); });
+  (void)asked();
+  manager().configure();
+  EXPECT_THAT(heard, ElementsAre(LocationAuthorization::authorizedAlways));
+  host->phone.application().raise(ApplicationSignal::didEnterBackground);
+  EXPECT_EQ(asked().size(), 2u) << "one observer, not two";
+}
+
+TEST_F(LocationPermission, ALostPermissionTakesTheLocationWithIt) {
+  configure(LocationAuthorization::authorizedAlways);
+  host->phone.moveTo({51.5, -0.12});
+  EXPECT_EQ(manager().lastLocationPublisher().value(), std::nullopt) << "published on the next turn";
+  host->world.settle();
+  ASSERT_TRUE(manager().lastLocationPublisher().value());
+  EXPECT_EQ(manager().lastLocationPublisher().value()->coordinate, (Coordinate{51.5, -0.12}));
+  host->phone.locations().setAuthorization(LocationAuthorization::denied);
+  host->world.settle();
+  EXPECT_EQ(manager().currentStatus(), LocationAuthorization::denied);
+  EXPECT_EQ(manager().lastLocationPublisher().value(), std::nullopt);
+}
+
+TEST_F(LocationPermission, OfABatchTheLastFixCounts) {
+  configure(LocationAuthorization::authorizedAlways);
+  const Location fixes[] = {host->phone.fixAt({1, 1}), host->phone.fixAt({2, 2})};
+  host->phone.locations().deliver(fixes);
+  host->world.settle();
+  EXPECT_EQ(manager().lastLocationPublisher().value()->coordinate, (Coordinate{2, 2}));
+}
+
+TEST_F(LocationPermission, RequestsReachThePerson) {
+  configure(LocationAuthorization::notDetermined);
+  manager().requestWhenInUseAuthorization();
+  host->world.settle();
+  EXPECT_EQ(manager().currentStatus(), LocationAuthorization::authorizedWhenInUse);
+}
+
+TEST_F(LocationPermission, ErrorsGoToTheSystemLogOnly) {
+  configure(LocationAuthorization::authorizedAlways);
+  (void)asked();
+  host->phone.locations().fail({"Location", 0, "no sky"});
+  EXPECT_THAT(asked(), ElementsAre("system log [Orlan] CLLocation error: no sky"));
+}
+
+TEST_F(LocationPermission, NothingIsPublishedForAManagerThatIsGone) {
+  configure(LocationAuthorization::authorizedAlways);
+  host->phone.moveTo({51.5, -0.12});
+  (void)asked();
+  host->quit();
+  host->world.settle();
+  host->phone.moveTo({52.5, -0.12});
+  host->phone.application().raise(ApplicationSignal::didEnterBackground);
+  EXPECT_THAT(asked(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace orlan

@@ -1,0 +1,99 @@
+#include <gmock/gmock.h>
+
+#include "orlan/sdk/Runtime.hpp"
+#include "orlan/sdk/ScopedMainLoop.hpp"
+#include "support/SimulatedHost.hpp"
+
+namespace orlan {
+namespace {
+
+using namespace std::chrono_literals;
+using test::SimulatedHost;
+using ::testing::IsEmpty;
+
+TEST(Runtime, NothingComesToLifeBeforeItsFirstUse) {
+  SimulatedHost host;
+  OrlanServices& services = host.services();
+  host.world.runFor(1h);
+  EXPECT_THAT(host.seen.lines, IsEmpty());
+  (void)*services.geofence;
+  EXPECT_EQ(services.plugin.ifBuilt(), nullptr);
+  EXPECT_EQ(services.api.ifBuilt(), nullptr);
+  EXPECT_EQ(services.reliability.ifBuilt(), nullptr);
+  EXPECT_EQ(services.foregroundMonitor.ifBuilt(), nullptr);
+  EXPECT_EQ(services.locationPermission.ifBuilt(), nullptr);
+}
+
+TEST(Runtime, TheInnermostScopeIsCurrent) {
+  SimulatedHost outer;
+  EXPECT_EQ(&OrlanPlugin::shared(), &outer.plugin());
+  {
+    SimulatedHost inner;
+    EXPECT_EQ(&OrlanPlugin::shared(), &inner.plugin());
+    EXPECT_EQ(&GeofenceService::shared(), &*inner.services().geofence);
+    EXPECT_EQ(&Logger::shared(), &inner.services().logger);
+  }
+  EXPECT_EQ(&OrlanPlugin::shared(), &outer.plugin());
+}
+
+TEST(Runtime, TwoHostsInOneProcessDoNotMeet) {
+  SimulatedHost anna;
+  SimulatedHost bela;
+  anna.start("ANNA");
+  bela.start("BELA");
+  EXPECT_EQ(anna.plugin().storedApiKey(), "ANNA");
+  EXPECT_EQ(anna.phone.store().string("Orlan.APIKey"), "ANNA");
+  EXPECT_EQ(bela.phone.store().string("Orlan.APIKey"), "BELA");
+}
+
+TEST(Runtime, WhatIsPendingDiesWithIt) {
+  SimulatedHost host;
+  host.plugin().start("KEY", Config::Environment::staging, {}, host.delegate);
+  host.quit();  // a request is on its way, and turns of the main loop are posted
+  host.seen.lines.clear();
+  host.world.runFor(1h);
+  host.phone.moveTo({51.5, -0.12});
+  host.phone.application().moveTo(ApplicationState::background);
+  EXPECT_THAT(host.seen.lines, IsEmpty());
+}
+
+// In processes of their own, because what they do is for good.
+TEST(RuntimeDeathTest, AProcessHasOnePhone) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const auto installTwice = [] {
+    static sim::World world;  // the process's Runtime never ends
+    static sim::SimulatedPhone phone(world);
+    const bool first = Runtime::install(phone.platform()).has_value();
+    const auto second = Runtime::install(phone.platform());
+    const bool works = OrlanPlugin::shared().storedApiKey().empty();
+    std::fputs(second ? "twice" : second.error().description.c_str(), stderr);
+    std::exit(first && works && !second ? 0 : 1);
+  };
+  EXPECT_EXIT(installTwice(), ::testing::ExitedWithCode(0), "a phone is installed already");
+}
+
+TEST(RuntimeDeathTest, WithoutAPhoneTheProcessSaysWhatToCall) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH((void)OrlanPlugin::shared(), "Call orlan::Runtime::install before the first use");
+}
+
+TEST(ScopedMainLoop, TasksAndTimersEndWithIt) {
+  sim::World world;
+  sim::SimulatedPhone phone(world);
+  std::vector<std::string> ran;
+  Subscription late, ticking;
+  {
+    ScopedMainLoop loop(phone.platform().main);
+    EXPECT_TRUE(loop.isCurrent());
+    loop.async([&] { ran.push_back("async"); });
+    late = loop.after(10s, [&] { ran.push_back("late"); });
+    ticking = loop.every(4s, [&] { ran.push_back("tick"); });
+    world.runFor(5s);
+    loop.async([&] { ran.push_back("posted"); });
+  }
+  world.runFor(1min);
+  EXPECT_EQ(ran, (std::vector<std::string>{"async", "tick"}));
+}
+
+}  // namespace
+}  // namespace orlan

@@ -95,8 +95,9 @@ std::string areaShapes(const ReportData& data, const Projection& projection) {
                        touched ? " touched" : "", points(area.vertices, projection), escaped(area.name));
     if (!touched) continue;
     const Coordinate middle = middleOf(area.vertices);
-    out += fmt::format(R"(<text class="name" x="{}" y="{}">{}</text>)", number(projection.x(middle)),
-                       number(projection.y(middle)), escaped(area.name));
+    out += fmt::format(R"(<text class="name" x="{}" y="{}">{}</text>)",
+                       number(std::clamp(projection.x(middle), 80.0, width - 80.0)),
+                       number(std::clamp(projection.y(middle), 18.0, height - 10.0)), escaped(area.name));
   }
   return out;
 }
@@ -130,14 +131,33 @@ std::string marks(const ReportData& data, const Projection& projection) {
         number(projection.y(*crossing.where)), data.clockTime(crossing.at),
         crossing.entry ? "entered" : "left", escaped(crossing.campaign), escaped(crossing.monitor));
   }
+  return out;
+}
+
+/// The numbers of the notifications, those that came up at one place side by side.
+std::string pins(const ReportData& data, const Projection& projection) {
+  constexpr double near = 14.0;
+  struct Pin {
+    double x, y;
+    std::string numbers, titles;
+  };
+  std::vector<Pin> found;
   int index = 0;
   for (const Notification& notification : data.notifications) {
     ++index;
     if (!notification.where || !isFinite(*notification.where)) continue;
-    out += fmt::format(
-        R"(<a href="#n{0}"><text class="pin" x="{1}" y="{2}">{0}<title>{3} {4}</title></text></a>)", index,
-        number(projection.x(*notification.where)), number(projection.y(*notification.where) - 12),
-        data.clockTime(notification.at), escaped(notification.title));
+    const double x = projection.x(*notification.where);
+    const double y = projection.y(*notification.where);
+    auto pin = std::ranges::find_if(
+        found, [&](const Pin& other) { return std::hypot(other.x - x, other.y - y) < near; });
+    if (pin == found.end()) pin = found.insert(found.end(), {x, y, {}, {}});
+    pin->numbers += fmt::format("{}{}", pin->numbers.empty() ? "" : " · ", index);
+    pin->titles += data.clockTime(notification.at) + " " + escaped(notification.title) + "\n";
+  }
+  std::string out;
+  for (const Pin& pin : found) {
+    out += fmt::format(R"(<text class="pin" x="{}" y="{}">{}<title>{}</title></text>)", number(pin.x),
+                       number(pin.y - 12), pin.numbers, pin.titles);
   }
   return out;
 }
@@ -148,9 +168,9 @@ std::string mapView(const ReportData& data) {
   const Bounds bounds = shownPart(data);
   if (bounds.empty()) return R"(<p class="nothing">No position and no campaign area to draw.</p>)";
   const Projection projection(bounds);
-  return fmt::format(R"(<svg class="map" viewBox="0 0 {} {}" role="img" aria-label="Map">{}{}{}{}</svg>)",
+  return fmt::format(R"(<svg class="map" viewBox="0 0 {} {}" role="img" aria-label="Map">{}{}{}{}{}</svg>)",
                      width, height, areaShapes(data, projection), circleShapes(data, projection),
-                     trackLine(data, projection), marks(data, projection));
+                     trackLine(data, projection), marks(data, projection), pins(data, projection));
 }
 
 }  // namespace orlan::report

@@ -19,11 +19,11 @@ svg{width:100%;height:auto;background:var(--card);border:1px solid var(--line);b
 .area{fill:var(--area);fill-opacity:.18;stroke:var(--area);stroke-width:1}.area.touched{fill-opacity:.45;stroke-width:2}
 .region{fill:none;stroke:var(--gold);stroke-dasharray:5 4;stroke-width:1.5}
 .track{fill:none;stroke:var(--water);stroke-width:2.5;stroke-linejoin:round;stroke-linecap:round}
-.name{font-size:13px;fill:var(--soft);text-anchor:middle}
+.name{paint-order:stroke;stroke:var(--card);stroke-width:3px;stroke-opacity:.6;font-size:13px;fill:var(--soft);text-anchor:middle}
 .mark{stroke:var(--card);stroke-width:2}.mark.entry{fill:var(--green)}.mark.exit{fill:var(--red)}
-.mark.background{stroke:var(--gold)}.pin{font-size:13px;font-weight:700;fill:var(--ink);text-anchor:middle}
-.lane,.tick{font-size:12px;fill:var(--soft)}.tick{text-anchor:middle}.rule{stroke:var(--line)}
-.inside{fill:var(--green);fill-opacity:.55}.dot.notification{fill:var(--gold)}.dot.request{fill:var(--water)}
+.mark.background{stroke:var(--gold)}.pin{paint-order:stroke;stroke:var(--card);stroke-width:3px;font-size:13px;font-weight:700;fill:var(--ink);text-anchor:middle}
+.lane,.tick{font-size:12px;fill:var(--soft)}.tick{text-anchor:middle}.tick.last{text-anchor:end}.rule{stroke:var(--line)}
+.inside{fill:var(--green);fill-opacity:.55;stroke:var(--card);stroke-width:1.5}.dot.notification{fill:var(--gold)}.dot.request{fill:var(--water)}
 .dot.failed,.dot.error{fill:var(--red)}.dot{fill:var(--soft);fill-opacity:.85}
 .legend{color:var(--soft);font-size:13px;margin:8px 0 0}.legend i{display:inline-block;width:10px;height:10px;border-radius:50%;margin:0 5px 0 14px}
 i.entry{background:var(--green)}i.exit{background:var(--red)}i.track{background:var(--water)}i.region{background:var(--gold)}

@@ -90,8 +90,8 @@ std::string timelineView(const ReportData& data) {
         number(laneMiddle(lane)));
   }
   for (int i = 0; i <= ticks; ++i) {
-    out += fmt::format(R"(<text class="tick" x="{}" y="{}">{}</text>)", number(axis.x(axis.tick(i))),
-                       bottom + 14, data.clockTime(axis.tick(i)));
+    out += fmt::format(R"(<text class="tick{}" x="{}" y="{}">{}</text>)", i == ticks ? " last" : "",
+                       number(axis.x(axis.tick(i))), bottom + 14, data.clockTime(axis.tick(i)));
   }
   return out + insideBars(data, axis) + dots(data, axis) + "</svg>";
 }

@@ -68,6 +68,10 @@ class LogPrinter final : public phone::PhoneObserver {
   Narrator& narrator_;
 };
 
+std::string fileName(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
 bool writeReport(const std::string& path, const report::ReportData& data) {
   const auto written = linuxphone::disk::replace(path, report::renderReport(data));
   if (!written) complain(path + ": " + written.error().message());
@@ -81,7 +85,7 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
   const auto offset = phone.clock().offsetFromUtc(begin);
   Narrator narrator(voiceFor(options), begin, offset);
   report::ReportCollector collector(
-      "Orlan: " + options.track, begin, offset, [&phone, begin] { return phone.clock().now() - begin; },
+      fileName(options.track), begin, offset, [&phone, begin] { return phone.clock().now() - begin; },
       &narrator);
   LogPrinter log(narrator);
   phone.observe(collector);

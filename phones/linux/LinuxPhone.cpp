@@ -108,6 +108,11 @@ const std::string& LinuxPhone::dataDirectory() const {
   return parts_->directories.data;
 }
 
+void LinuxPhone::setTimeScale(double scale) {
+  parts_->main.assertCurrent();
+  if (auto* replay = dynamic_cast<ReplayTime*>(parts_->time.get())) replay->setScale(scale);
+}
+
 void LinuxPhone::play(Track track, std::function<void()> onFinished) {
   parts_->player.play(std::move(track), std::move(onFinished));
 }

@@ -63,6 +63,10 @@ class LinuxPhone {
   [[nodiscard]] const std::string& cacheDirectory() const;
   [[nodiscard]] const std::string& dataDirectory() const;
 
+  /// From now on time runs at another pace; for a phone whose configuration names a pace or a wall clock, any
+  /// other keeps real time. Main thread.
+  void setTimeScale(double scale);
+
   /// Walks along `track` from now on, see `TrackPlayer`.
   void play(Track track, std::function<void()> onFinished = {});
 

@@ -28,19 +28,34 @@ std::chrono::nanoseconds RealTime::realTime(Duration phoneTime) const {
   return std::clamp<Duration>(phoneTime, Duration(0), std::chrono::floor<Duration>(longestSleep));
 }
 
-ReplayTime::ReplayTime(double scale, TimePoint start) : scale_(usableScale(scale)), start_(start) {}
+ReplayTime::ReplayTime(double scale, TimePoint start) : start_(start), pace_{usableScale(scale)} {}
+
+double ReplayTime::scale() const {
+  const std::lock_guard lock(mutex_);
+  return pace_.scale;
+}
+
+void ReplayTime::setScale(double scale) {
+  const std::lock_guard lock(mutex_);
+  pace_ = {usableScale(scale), elapsed(pace_)};
+}
 
 TimePoint ReplayTime::wallNow() const {
   return start_ + monotonicNow();
 }
 
 Duration ReplayTime::monotonicNow() const {
-  const std::chrono::duration<double, std::micro> real = std::chrono::steady_clock::now() - begun_;
-  return Duration(static_cast<Duration::rep>(real.count() * scale_));
+  const std::lock_guard lock(mutex_);
+  return elapsed(pace_);
+}
+
+Duration ReplayTime::elapsed(const Pace& pace) const {
+  const std::chrono::duration<double, std::micro> real = std::chrono::steady_clock::now() - pace.begunAt;
+  return pace.begun + Duration(static_cast<Duration::rep>(real.count() * pace.scale));
 }
 
 std::chrono::nanoseconds ReplayTime::realTime(Duration phoneTime) const {
-  const double nanoseconds = std::ceil(static_cast<double>(phoneTime.count()) * 1000.0 / scale_);
+  const double nanoseconds = std::ceil(static_cast<double>(phoneTime.count()) * 1000.0 / scale());
   if (!(nanoseconds > 0)) return std::chrono::nanoseconds(0);
   if (nanoseconds >= static_cast<double>(longestSleep.count())) return longestSleep;
   return std::chrono::nanoseconds(static_cast<std::chrono::nanoseconds::rep>(nanoseconds));

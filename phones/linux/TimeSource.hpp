@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <mutex>
 
 #include "orlan/base/Time.hpp"
 #include "orlan/platform/Clock.hpp"
@@ -39,15 +40,27 @@ class ReplayTime final : public TimeSource {
   /// `scale` is clamped to 0.001 … 1,000,000 (not-a-number: 1); the wall clock starts at `start`.
   ReplayTime(double scale, TimePoint start);
 
-  [[nodiscard]] double scale() const { return scale_; }
+  [[nodiscard]] double scale() const;
+
+  /// Time goes on from where it is at another pace. On the main thread of the loop that sleeps by it.
+  void setScale(double scale);
+
   [[nodiscard]] TimePoint wallNow() const override;
   [[nodiscard]] Duration monotonicNow() const override;
   [[nodiscard]] std::chrono::nanoseconds realTime(Duration phoneTime) const override;
 
  private:
-  double scale_;
-  TimePoint start_;
-  std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
+  /// The stretch of time that began with the last change of pace.
+  struct Pace {
+    double scale;
+    Duration begun{};  // monotonic
+    std::chrono::steady_clock::time_point begunAt = std::chrono::steady_clock::now();
+  };
+  [[nodiscard]] Duration elapsed(const Pace& pace) const;
+
+  const TimePoint start_;
+  mutable std::mutex mutex_;
+  Pace pace_;
 };
 
 /// The wall clock of a time source in the machine's time zone.

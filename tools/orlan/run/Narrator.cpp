@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <map>
+#include <utility>
 
 #include "orlan/base/text.hpp"
 
@@ -78,7 +79,14 @@ void Narrator::notified(const report::Notification& notification) {
 
 void Narrator::noted(const report::Moment& moment) {
   if (voice_.json) return object(moment.at, moment.kind, {{"text", moment.text}});
+  if (isOldNews(moment)) return;
   row(moment.at, moment.kind == "error" ? red : dim, moment.kind, text::escapedControls(moment.text));
+}
+
+bool Narrator::isOldNews(const report::Moment& moment) {
+  if (moment.kind != "fetch") return false;
+  const std::lock_guard lock(mutex_);
+  return std::exchange(lastFetch_, moment.text) == moment.text;
 }
 
 void Narrator::logLine(std::string_view line) {

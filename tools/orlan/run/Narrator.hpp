@@ -37,7 +37,8 @@ class Narrator final : public report::ReportListener {
   void summary(const report::ReportData& data, const std::vector<std::pair<std::string, std::string>>& files);
 
  private:
-  void say(std::string_view text);  // whole lines
+  void say(std::string_view text);               // whole lines
+  bool isOldNews(const report::Moment& moment);  // a refresh that brought what was there
   void row(Duration at, std::string_view colour, std::string_view what, std::string_view text);
   void object(Duration at, std::string_view event, json::Object members);
   [[nodiscard]] std::string time(Duration at) const;
@@ -47,6 +48,7 @@ class Narrator final : public report::ReportListener {
   std::chrono::seconds utcOffset_;
   std::mutex mutex_;  // one line at a time
   bool progressShown_ = false;
+  std::string lastFetch_;
 };
 
 }  // namespace orlan::run

@@ -36,7 +36,6 @@ linuxphone::PhoneConfig phoneConfig(const RunOptions& options, const linuxphone:
   config.bundle.info = {{"CFBundleName", "orlan run"}, {"CFBundleShortVersionString", "1.0"}};
   if (options.config) config.bundle.propertyListFiles.emplace("OrlanConfig", *options.config);
   config.location.position = track.fixes.front();
-  config.timeScale = options.speed;
   config.wallClock = begin;
   config.console = {};  // the narrator prints what of it is wanted
   config.trouble = complain;
@@ -97,7 +96,7 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
     Runtime runtime(phone.platform(), {urls});
     const Runtime::Scope scope(runtime);
     collector.watch(runtime.services());
-    collector.note("start", where);
+    collector.note("backend", where);
     const auto host =
         std::make_shared<TerminalHost>(options, std::move(inputs.track), phone, runtime, collector, narrator);
     started = host->run();
@@ -139,7 +138,7 @@ int runSession(const RunOptions& options) {
     return 2;
   }
   const std::string where =
-      own ? "development backend at " + own->url() : "backend at " + urls->platformUrl(options.environment);
+      own ? "of our own for development, at " + own->url() : urls->platformUrl(options.environment);
   return play(options, std::move(inputs).value(), *urls, where);
 }
 

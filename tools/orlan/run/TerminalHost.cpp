@@ -40,6 +40,7 @@ bool TerminalHost::run() {
   loop.runUntil([this] { return phase_ != Phase::starting; }, longestWaitForCampaigns);
   walk();  // without campaigns, too: they may come on the way
   while (!loop.runUntil([this] { return isOver(); }, progressInterval)) showProgress();
+  phone_.setTimeScale(1);
   loop.runUntil([this] { return phase_ == Phase::stopped || collector_.openRequests() == 0; },
                 longestWaitForAnswers);
   subscriptions_ = {};
@@ -68,6 +69,7 @@ void TerminalHost::walkOnFirstCampaigns() {
 void TerminalHost::walk() {
   if (phase_ != Phase::starting) return;
   phase_ = Phase::walking;
+  phone_.setTimeScale(options_.speed);  // until here the network set the pace
   phone_.play(track_, [this] {
     ending_ = phone_.main().after(afterTheWalk, [this] { end(Phase::ended, "walked to the end"); });
   });

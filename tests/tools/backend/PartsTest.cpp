@@ -126,7 +126,8 @@ TEST(CampaignGeneration, NineDifferentCampaignsLieAroundTheCaller) {
       ASSERT_TRUE(campaign.locationsArray);
       EXPECT_GE(campaign.locationsArray->geofence.size(), 4U);
       for (const auto& vertex : campaign.locationsArray->geofence) {
-        const Coordinate corner{std::stod(vertex.latitude), std::stod(vertex.longitude)};
+        const Coordinate corner{std::stod(std::string(vertex.latitude)),
+                                std::stod(std::string(vertex.longitude))};
         EXPECT_LT(distance(position, corner), 1300.0);
       }
     }
@@ -142,7 +143,7 @@ TEST(CampaignGeneration, AWalkerFindsTheSameCampaignsAgain) {
     for (const auto& campaign : around({51.5 + step * 0.0004, -0.12 + step * 0.0003}).geoCampaign) {
       std::vector<std::string> ring;
       for (const auto& vertex : campaign.locationsArray->geofence)
-        ring.push_back(vertex.latitude + vertex.longitude);
+        ring.push_back(std::string(vertex.latitude) + std::string(vertex.longitude));
       const auto [known, isNew] = places.emplace(campaign.campaignId, ring);
       EXPECT_EQ(known->second, ring) << campaign.campaignId;
     }

@@ -121,7 +121,7 @@ class DevBackend::Service {
     {
       const std::scoped_lock lock(mutex_);
       exchange.id = ++lastId_;
-      exchange.at = std::chrono::duration<double>(SteadyClock::now() - begin_).count();
+      exchange.at = seconds(std::chrono::duration_cast<Duration>(SteadyClock::now() - begin_));
       ++tallies_[{exchange.endpoint, exchange.status}];
       record_.write(recordLine(exchange));
     }

@@ -120,9 +120,7 @@ TEST(Activity, OutcomesAreLoggedByThePositionBearingReportOnly) {
 }
 
 TEST(Activity, ReportWithPositionIsRecordedAsAPendingEventWithTheSameValues) {
-  auto settings = knownInNewYork();
-  // What is pending from before shows what is stored before attempts take events away again.
-  Bed bed(std::move(settings));
+  Bed bed(knownInNewYork());
   struct Watch final : phone::PhoneObserver {
     std::vector<std::string> pending;
     void storeWritten(std::string_view key, const json::Value& value) override {

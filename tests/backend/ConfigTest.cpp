@@ -60,18 +60,7 @@ TEST(BaseUrls, BuiltInAddressesAreEightDifferentOnesOfTheRightShape) {
   EXPECT_EQ(different.size(), 8u);
 }
 
-TEST(BaseUrls, TransmissionPathsDoubleTheSlashForNightlyOnly) {
-  const auto urls = BaseUrls::builtIn();
-  auto endsWith = [&](Environment environment, std::string_view end) {
-    return (urls.transmissionUrl(environment) + "/get-config").ends_with(end);
-  };
-  EXPECT_TRUE(endsWith(Environment::nightly, ".example/api//get-config"));
-  EXPECT_TRUE(endsWith(Environment::staging, ".example/api/get-config"));
-  EXPECT_TRUE(endsWith(Environment::development, ".example/get-config"));
-  EXPECT_TRUE(endsWith(Environment::production, ".example/get-config"));
-}
-
-TEST(BaseUrls, TransmissionAddressesKeepThePathOfTheirEnvironment) {
+TEST(BaseUrls, TransmissionAddressesKeepThePathSoThatOnlyNightlyDoublesASlash) {
   struct Row {
     Environment environment;
     std::string_view path;

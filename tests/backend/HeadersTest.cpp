@@ -8,10 +8,8 @@ namespace {
 using Headers = std::vector<HttpHeader>;
 
 TransmissionAppCredentials complete() {
-  return {.companyID = "c1",
-          .companyApiKey = "company",
+  return {.companyApiKey = "company",
           .appID = "app",
-          .appName = "Name",
           .appApiKey = "secret",
           .iosBundleID = "com.example.host",
           .includeLegacyApiKeyHeader = false};
@@ -50,13 +48,6 @@ TEST(TransmissionHeaders, AnyMissingPartLeavesOnlyTheLegacyHeader) {
     EXPECT_FALSE(credentials.isComplete()) << name;
     EXPECT_EQ(headersOf(credentials), (Headers{{"Accept", "application/json"}, {"x-api-key", key}})) << name;
   }
-}
-
-TEST(TransmissionHeaders, CompletenessAsksNeitherCompanyIdNorAppName) {
-  auto credentials = complete();
-  credentials.companyID.reset();
-  credentials.appName.reset();
-  EXPECT_TRUE(credentials.isComplete());
 }
 
 TEST(EffectiveCredentials, FallbackKeyStandsInForWhatIsNotConfigured) {

@@ -152,7 +152,7 @@ TEST_F(LoggerTest, ClearTakesEffectInItsPlaceAmongTheLines) {
   EXPECT_EQ(file(), std::nullopt);
 }
 
-TEST_F(LoggerTest, ClearThatTheDiskRefusesLosesNoLine) {
+TEST_F(LoggerTest, ClearThatTheDiskRefusesIsOverAndDone) {
   logger->log("before");
   (void)file();
   phone.files().fail(sim::StorageFault::writes);
@@ -161,7 +161,11 @@ TEST_F(LoggerTest, ClearThatTheDiskRefusesLosesNoLine) {
   (void)file();
   phone.files().fail(sim::StorageFault::none);
   logger->log("after");
-  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] before\n[2025-01-02T03:04:05Z] [INFO] after\n");
+  (void)file();
+  logger->log("later");
+  EXPECT_EQ(file(),
+            "[2025-01-02T03:04:05Z] [INFO] before\n[2025-01-02T03:04:05Z] [INFO] after\n"
+            "[2025-01-02T03:04:05Z] [INFO] later\n");
 }
 
 TEST_F(LoggerTest, DiskThatRefusesTheFileLeavesPrintingAlone) {

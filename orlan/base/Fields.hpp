@@ -94,6 +94,7 @@ bool decodeScalar(Node node, bool& out, Failure& failure);
 bool decodeScalar(Node node, std::int64_t& out, Failure& failure);
 bool decodeScalar(Node node, double& out, Failure& failure);
 bool decodeScalar(Node node, std::string& out, Failure& failure);
+bool decodeScalar(Node node, std::string_view& out, Failure& failure);  // lives as long as the document
 
 template <class R, class M, class Codec>
 bool decodeField(const Field<R, M, Codec>& field, Node node, R& record, Failure& failure) {

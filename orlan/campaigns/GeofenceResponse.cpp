@@ -56,6 +56,11 @@ CampaignData::Notification notificationFrom(NewNotification&& from) {
           std::move(from._id).value_or("")};
 }
 
+std::string badVertex(const NewGeofencePoint& vertex) {
+  std::string line = "⚠️ Bad lat/lon \"";
+  return line.append(vertex.latitude).append(",").append(vertex.longitude).append("\"");
+}
+
 std::vector<GeofencePoint> ringFrom(const std::vector<NewGeofencePoint>& vertices, Logger& logger) {
   std::vector<GeofencePoint> ring;
   ring.reserve(vertices.size());
@@ -65,7 +70,7 @@ std::vector<GeofencePoint> ringFrom(const std::vector<NewGeofencePoint>& vertice
     if (longitude) {
       ring.push_back({vertex.position, *latitude, *longitude});
     } else {
-      logger.error("⚠️ Bad lat/lon \"" + vertex.latitude + "," + vertex.longitude + "\"");
+      logger.error(badVertex(vertex));
     }
   }
   return ring;
@@ -91,7 +96,13 @@ bool DiscardedText::Codec::decode(json::Node node, DiscardedText&, json::Failure
 }
 
 Result<NewGeofenceResponse> NewGeofenceResponse::decode(std::string_view bytes) {
-  return json::decodeText<NewGeofenceResponse>(bytes);
+  auto parsed = json::Document::parse(bytes);
+  if (!parsed) return Unexpected(parsed.error());
+  NewGeofenceResponse response;
+  response.document = std::make_shared<const json::Document>(std::move(*parsed));
+  json::Failure failure;
+  if (!json::decode(response.document->root(), response, failure)) return Unexpected(failure.error());
+  return response;
 }
 
 CampaignData convert(NewGeofenceResponse response, Logger& logger) {

@@ -151,6 +151,7 @@ Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
 
 Result<Document> Document::parse(std::string_view text) {
+  if (text.empty()) text = "";  // the parser copies even nothing, but not from a null pointer
   if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
   auto tree = std::make_unique<Tree>();
   dom::parser parser;

@@ -165,6 +165,7 @@ TEST(Json, RefusesWhatIsNotJson) {
     EXPECT_EQ(value.error().domain, "JSON") << text;
     EXPECT_FALSE(value.error().description.empty()) << text;
   }
+  EXPECT_FALSE(json::parse(std::string_view())) << "nothing at all";
 }
 
 TEST(Json, SaysWhatIsWrongAndWhere) {

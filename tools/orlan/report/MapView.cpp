@@ -126,9 +126,9 @@ std::string marks(const ReportData& data, const Projection& projection) {
   for (const Crossing& crossing : data.crossings) {
     if (!crossing.where || !isFinite(*crossing.where)) continue;
     out += fmt::format(
-        R"(<circle class="mark {} {}" cx="{}" cy="{}" r="7"><title>{} {} {} ({})</title></circle>)",
+        R"(<circle class="mark {} {}" cx="{}" cy="{}" r="{}"><title>{} {} {} ({})</title></circle>)",
         crossing.entry ? "entry" : "exit", escaped(crossing.monitor), number(projection.x(*crossing.where)),
-        number(projection.y(*crossing.where)), data.clockTime(crossing.at),
+        number(projection.y(*crossing.where)), crossing.entry ? 9 : 6, data.clockTime(crossing.at),
         crossing.entry ? "entered" : "left", escaped(crossing.campaign), escaped(crossing.monitor));
   }
   return out;

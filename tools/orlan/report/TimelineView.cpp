@@ -85,7 +85,7 @@ std::string timelineView(const ReportData& data) {
   constexpr std::string_view names[] = {"inside", "notifications", "requests", "moments"};
   for (int lane = 0; lane < lanes; ++lane) {
     out += fmt::format(
-        R"(<text class="lane" x="0" y="{}">{}</text><line class="rule" x1="{}" y1="{}" x2="{}" y2="{}"/>)",
+        R"(<text class="lane" x="14" y="{}">{}</text><line class="rule" x1="{}" y1="{}" x2="{}" y2="{}"/>)",
         number(laneMiddle(lane) + 4), names[lane], left, number(laneMiddle(lane)), width - 20,
         number(laneMiddle(lane)));
   }

@@ -1,7 +1,9 @@
 #include "phones/linux/CurlHttpClient.hpp"
 
+#include <algorithm>
 #include <atomic>
 #include <cassert>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -15,7 +17,7 @@
 namespace orlan::linuxphone {
 namespace {
 
-constexpr int longestPollMs = 60'000;  // libcurl's own timers end the poll earlier
+constexpr auto longestPoll = std::chrono::minutes(1);  // libcurl's own timers end it earlier
 constexpr long connectionsPerHost = 6;
 
 /// Once a process, before the first handle.
@@ -47,14 +49,18 @@ class CurlHttpClient::Engine {
  private:
   struct Order {
     Call call;
-    std::optional<HttpRequest> request;  // none: forget the call
+    std::unique_ptr<HttpTransfer> transfer;  // none: refuse or forget the call
+    std::optional<Error> refusal;            // none: forget it
   };
 
   void post(Order order);
   bool obeyOrders();
-  void begin(const Call& call, HttpRequest request);
-  void reportFinished();
+  void obey(Order order, bool closing);
+  void begin(const Call& call, std::unique_ptr<HttpTransfer> transfer);
+  void drop(const Call& call);
+  bool reportFinished();
   void end(CURL* easy, CURLcode code);
+  int endOverdue();
   void cancelAll();
 
   phone::PhoneObserver& observer_;
@@ -69,17 +75,26 @@ class CurlHttpClient::Engine {
   std::map<Call, std::unique_ptr<HttpTransfer>> transfers_;  // client's thread
 };
 
+// What is refused never becomes a request, so that nobody is told of one.
 CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, HttpDone done) {
+  auto refusal = phone::refusal(request);
+  auto url = refusal ? CheckedUrl() : checkedUrl(request.url);
+  if (!refusal && !url.handle) refusal = urlErrors::badURL();
+  if (refusal) {
+    auto call = std::make_shared<HttpCall>(HttpCall::unseen, std::move(done));
+    post({call, nullptr, std::move(refusal)});
+    return call;
+  }
   const phone::RequestId id = ++sent_;
   auto call = std::make_shared<HttpCall>(id, std::move(done));
   observer_.request(id, request);  // before the answer can come
-  post({call, std::move(request)});
+  post({call, std::make_unique<HttpTransfer>(std::move(request), std::move(url), options_), std::nullopt});
   return call;
 }
 
 void CurlHttpClient::Engine::forget(const Call& call) {
   call->cancel();
-  post({call, std::nullopt});
+  post({call, nullptr, std::nullopt});
 }
 
 void CurlHttpClient::Engine::post(Order order) {
@@ -100,10 +115,12 @@ void CurlHttpClient::Engine::close() {
 
 void CurlHttpClient::Engine::run() {
   while (obeyOrders()) {
+    // After an end it goes round again: a request that waited for a connection may have got one, and libcurl
+    // can lose the timer that would tell us.
     int running = 0;
-    curl_multi_perform(multi_.get(), &running);
-    reportFinished();
-    curl_multi_poll(multi_.get(), nullptr, 0, longestPollMs, nullptr);
+    do curl_multi_perform(multi_.get(), &running);
+    while (reportFinished());
+    curl_multi_poll(multi_.get(), nullptr, 0, endOverdue(), nullptr);
   }
 }
 
@@ -117,18 +134,7 @@ bool CurlHttpClient::Engine::obeyOrders() {
       orders.swap(orders_);
       closing = closing_;
     }
-    for (auto& [call, request] : orders) {
-      if (!request) {
-        if (const auto found = transfers_.find(call); found != transfers_.end()) {
-          curl_multi_remove_handle(multi_.get(), found->second->easy());
-          transfers_.erase(found);
-        }
-      } else if (closing) {
-        call->finish(observer_, Unexpected(urlErrors::cancelled()));
-      } else {
-        begin(call, std::move(*request));
-      }
-    }
+    for (auto& order : orders) obey(std::move(order), closing);
     if (!closing) return true;
     cancelAll();
     const std::lock_guard lock(mutex_);
@@ -136,12 +142,19 @@ bool CurlHttpClient::Engine::obeyOrders() {
   }
 }
 
-void CurlHttpClient::Engine::begin(const Call& call, HttpRequest request) {
-  if (auto why = phone::refusal(request)) return call->finish(observer_, Unexpected(std::move(*why)));
-  auto url = checkedUrl(request.url);
-  if (!url.handle) return call->finish(observer_, Unexpected(urlErrors::badURL()));
+void CurlHttpClient::Engine::obey(Order order, bool closing) {
+  if (order.refusal) {
+    order.call->finish(observer_, Unexpected(std::move(*order.refusal)));
+  } else if (!order.transfer) {
+    drop(order.call);
+  } else if (closing) {
+    order.call->finish(observer_, Unexpected(urlErrors::cancelled()));
+  } else {
+    begin(order.call, std::move(order.transfer));
+  }
+}
 
-  auto transfer = std::make_unique<HttpTransfer>(std::move(request), std::move(url), options_);
+void CurlHttpClient::Engine::begin(const Call& call, std::unique_ptr<HttpTransfer> transfer) {
   curl_easy_setopt(transfer->easy(), CURLOPT_PRIVATE, call.get());
   if (curl_multi_add_handle(multi_.get(), transfer->easy()) != CURLM_OK) {
     return call->finish(observer_, Unexpected(urlErrors::other("the request could not be started")));
@@ -149,11 +162,23 @@ void CurlHttpClient::Engine::begin(const Call& call, HttpRequest request) {
   transfers_.emplace(call, std::move(transfer));
 }
 
-void CurlHttpClient::Engine::reportFinished() {
+void CurlHttpClient::Engine::drop(const Call& call) {
+  const auto found = transfers_.find(call);
+  if (found == transfers_.end()) return;
+  curl_multi_remove_handle(multi_.get(), found->second->easy());
+  transfers_.erase(found);
+}
+
+/// Whether any request has ended.
+bool CurlHttpClient::Engine::reportFinished() {
+  bool any = false;
   int left = 0;
   while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
-    if (message->msg == CURLMSG_DONE) end(message->easy_handle, message->data.result);
+    if (message->msg != CURLMSG_DONE) continue;
+    end(message->easy_handle, message->data.result);
+    any = true;
   }
+  return any;
 }
 
 void CurlHttpClient::Engine::end(CURL* easy, CURLcode code) {
@@ -166,6 +191,23 @@ void CurlHttpClient::Engine::end(CURL* easy, CURLcode code) {
   curl_multi_remove_handle(multi_.get(), easy);
   ended.mapped().reset();
   ended.key()->finish(observer_, std::move(result));
+}
+
+/// The milliseconds until the next one will be overdue; none when one was, which may let others go on.
+int CurlHttpClient::Engine::endOverdue() {
+  const auto now = std::chrono::steady_clock::now();
+  auto next = now + longestPoll;
+  std::vector<Call> overdue;
+  for (const auto& [call, transfer] : transfers_) {
+    if (transfer->deadline() <= now) overdue.push_back(call);
+    next = std::min(next, std::max(transfer->deadline(), now));
+  }
+  for (const Call& call : overdue) {
+    drop(call);
+    call->finish(observer_, Unexpected(urlErrors::timedOut()));
+  }
+  if (!overdue.empty()) return 0;
+  return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(next - now).count());
 }
 
 void CurlHttpClient::Engine::cancelAll() {

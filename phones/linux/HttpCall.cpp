@@ -13,7 +13,7 @@ void HttpCall::finish(phone::PhoneObserver& observer, Result<HttpReply> result) 
     answerer_ = std::this_thread::get_id();
     done = std::move(done_);
   }
-  observer.response(id_, result);
+  if (id_ != unseen) observer.response(id_, result);
   done(std::move(result));
   done = nullptr;  // what it holds dies before a canceller goes on
   {

@@ -11,6 +11,8 @@ namespace orlan::linuxphone {
 /// One request's promise to answer exactly once or, after `cancel`, never.
 class HttpCall {
  public:
+  static constexpr phone::RequestId unseen = 0;  // no observer hears of it
+
   HttpCall(phone::RequestId id, HttpDone done) : id_(id), done_(std::move(done)) {}
 
   /// Tells `observer` and the sender, unless cancelled. Call once, on the client's thread.

@@ -4,8 +4,8 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <chrono>
 
+#include "orlan/base/text.hpp"
 #include "phones/common/httpRules.hpp"
 
 namespace orlan::linuxphone {
@@ -32,6 +32,11 @@ std::string part(CURLU* url, CURLUPart what) {
   return copy;
 }
 
+std::chrono::steady_clock::time_point deadlineAfter(Duration timeout) {
+  constexpr Duration longest = std::chrono::hours(24 * 365);
+  return std::chrono::steady_clock::now() + std::clamp(timeout, Duration(0), longest);
+}
+
 std::string withoutBrackets(std::string host) {
   if (host.size() > 2 && host.front() == '[') host = host.substr(1, host.size() - 2);
   return host;
@@ -53,7 +58,11 @@ CheckedUrl checkedUrl(std::string_view text) {
 }
 
 HttpTransfer::HttpTransfer(HttpRequest request, CheckedUrl url, const HttpOptions& options)
-    : request_(std::move(request)), url_(std::move(url)), options_(options), easy_(curl_easy_init()) {
+    : deadline_(deadlineAfter(request.timeout)),
+      request_(std::move(request)),
+      url_(std::move(url)),
+      options_(options),
+      easy_(curl_easy_init()) {
   if (easy_) setUp();
 }
 
@@ -63,9 +72,6 @@ void HttpTransfer::setUp() {
   curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, detail_.data());
   curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);  // else a dead name server holds the thread at the end
-  // Zero would mean "no limit".
-  const auto limit = std::chrono::ceil<std::chrono::milliseconds>(request_.timeout).count();
-  curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, static_cast<long>(std::clamp<long long>(limit, 1, 1L << 31)));
   curl_easy_setopt(curl, CURLOPT_HEADERFUNCTION, &HttpTransfer::onHeader);
   curl_easy_setopt(curl, CURLOPT_HEADERDATA, this);
   curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &HttpTransfer::onBody);
@@ -124,9 +130,12 @@ void HttpTransfer::setUpHeaders() {
   curl_easy_setopt(easy(), CURLOPT_HTTPHEADER, headers_.get());
 }
 
-std::size_t HttpTransfer::onHeader(char*, std::size_t size, std::size_t count, void* self) {
+std::size_t HttpTransfer::onHeader(char* data, std::size_t size, std::size_t count, void* self) {
   auto& transfer = *static_cast<HttpTransfer*>(self);
   const std::size_t bytes = size * count;
+  const std::string_view line(data, bytes);
+  if (line.starts_with("HTTP/")) transfer.headersEnded_ = false;  // perhaps after an interim response
+  if (line == "\r\n" || line == "\n") transfer.headersEnded_ = true;
   transfer.headerBytes_ += bytes;
   if (transfer.headerBytes_ <= transfer.options_.maxHeaders) return bytes;
   transfer.refused_ = fmt::format("the response's headers exceed {} bytes", transfer.options_.maxHeaders);
@@ -159,6 +168,8 @@ int HttpTransfer::onRequestStarting(void* self, char*, char*, int, int) {
 Result<HttpReply> HttpTransfer::result(CURLcode code) {
   long status = 0;
   curl_easy_getinfo(easy(), CURLINFO_RESPONSE_CODE, &status);
+  // libcurl takes a connection that is closed among the headers for a complete answer without a body.
+  if (code == CURLE_OK && !headersEnded_) return Unexpected(urlErrors::other("the connection was lost"));
   if (code == CURLE_OK) return reply(static_cast<int>(status));
   const bool isNoHttp = code == CURLE_UNSUPPORTED_PROTOCOL || code == CURLE_WEIRD_SERVER_REPLY;
   if (isNoHttp && status == 0) return HttpReply{};
@@ -170,7 +181,7 @@ HttpReply HttpTransfer::reply(int status) {
   reply.status = status;
   curl_header* header = nullptr;
   while ((header = curl_easy_nextheader(easy(), CURLH_HEADER, -1, header)) != nullptr) {
-    reply.headers.emplace_back(header->name, header->value);
+    reply.headers.emplace_back(header->name, text::trimmed(header->value));  // an empty one comes as "\r"
   }
   const bool mayHaveBody = request_.method != "HEAD" && status >= 200 && status != 204 && status != 304;
   if (mayHaveBody) reply.body = std::move(body_);

@@ -3,6 +3,7 @@
 #include <curl/curl.h>
 
 #include <array>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,7 +32,7 @@ struct CheckedUrl {
 };
 [[nodiscard]] CheckedUrl checkedUrl(std::string_view text);
 
-/// One request and its response inside libcurl. Client's thread.
+/// One request and its response inside libcurl. One thread at a time.
 class HttpTransfer {
  public:
   /// The request was not refused, its URL is `url`.
@@ -40,6 +41,10 @@ class HttpTransfer {
   HttpTransfer& operator=(const HttpTransfer&) = delete;
 
   [[nodiscard]] CURL* easy() const { return easy_.get(); }
+
+  /// When the request's time is over. Not left to libcurl, which starts to count only when a connection is
+  /// free.
+  [[nodiscard]] std::chrono::steady_clock::time_point deadline() const { return deadline_; }
 
   /// What came of it, once libcurl is through.
   [[nodiscard]] Result<HttpReply> result(CURLcode code);
@@ -56,6 +61,7 @@ class HttpTransfer {
   static std::size_t onBody(char* data, std::size_t size, std::size_t count, void* self);
   static int onRequestStarting(void* self, char*, char*, int, int);
 
+  std::chrono::steady_clock::time_point deadline_;
   HttpRequest request_;
   CheckedUrl url_;
   const HttpOptions& options_;
@@ -64,6 +70,7 @@ class HttpTransfer {
   std::array<char, CURL_ERROR_SIZE> detail_{};
   std::string body_;
   std::size_t headerBytes_ = 0;
+  bool headersEnded_ = false;
   bool started_ = false;
   std::string refused_;  // why we ended it ourselves
 };

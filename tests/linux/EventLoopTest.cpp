@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+
+#include <atomic>
+#include <cmath>
+#include <csignal>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "phones/linux/EventLoop.hpp"
+#include "phones/linux/SignalStop.hpp"
+#include "phones/linux/ThreadQueue.hpp"
+#include "phones/linux/TimedTasks.hpp"
+
+namespace orlan::linuxphone {
+namespace {
+
+using std::chrono::milliseconds;
+using Ran = std::vector<std::string>;
+
+/// Time that stands still until it is told otherwise, for what must not depend on the machine's speed.
+class SteppedTime final : public TimeSource {
+ public:
+  [[nodiscard]] TimePoint wallNow() const override { return TimePoint(now); }
+  [[nodiscard]] Duration monotonicNow() const override { return now; }
+  [[nodiscard]] std::chrono::nanoseconds realTime(Duration) const override { return milliseconds(0); }
+  Duration now{};
+};
+
+class EventLoopTest : public ::testing::Test {
+ protected:
+  std::function<void()> note(const std::string& name) {
+    return [this, name] { ran.push_back(name); };
+  }
+  void turn() {
+    const auto soon = loop.after(Duration(1), [] {});  // so that the turn does not sleep
+    bool once = false;
+    (void)loop.runUntil([&] { return std::exchange(once, true); }, milliseconds(1000));
+  }
+
+  SteppedTime time;
+  EventLoop loop{time};
+  Ran ran;
+};
+
+TEST_F(EventLoopTest, DeadlinesDecideThenTheOrderOfStarting) {
+  const auto late = loop.after(milliseconds(2), note("late timer"));
+  const auto first = loop.after(milliseconds(1), note("timer 1"));
+  const auto second = loop.after(milliseconds(1), note("timer 2"));
+  loop.async(note("posted"));
+  turn();
+  EXPECT_EQ(std::exchange(ran, {}), (Ran{"posted"}));
+  time.now = milliseconds(5);
+  loop.async(note("posted after they were due"));
+  const auto immediate = loop.after(milliseconds(-7), note("at once"));
+  turn();
+  EXPECT_EQ(ran, (Ran{"timer 1", "timer 2", "late timer", "posted after they were due", "at once"}));
+}
+
+TEST_F(EventLoopTest, MissedTicksDoNotPileUpAndTheRhythmStays) {
+  const auto ticking =
+      loop.every(milliseconds(10), [this] { ran.push_back(std::to_string(time.now / milliseconds(1))); });
+  for (const int now : {9, 10, 19, 20, 57, 59, 60, 70}) {
+    time.now = milliseconds(now);
+    turn();
+  }
+  EXPECT_EQ(ran, (Ran{"10", "20", "57", "60", "70"}));
+}
+
+TEST_F(EventLoopTest, FarAwayDeadlinesNeitherOverflowNorRun) {
+  const auto never = loop.after(Duration::max(), note("never"));
+  const auto hardly = loop.every(Duration::max(), note("hardly ever"));
+  time.now = std::chrono::hours(24 * 365 * 1000);
+  const auto later = loop.after(Duration::max(), note("later"));
+  turn();
+  EXPECT_EQ(ran, Ran{});
+}
+
+TEST_F(EventLoopTest, ATaskThatPostsItselfDoesNotStarveAWatchedFile) {
+  int ends[2];
+  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  const FileDescriptor ours(ends[0]);
+  FileDescriptor theirs(ends[1]);
+  std::function<void()> again = [&] {
+    time.now += Duration(1);
+    loop.async(again);
+  };
+  loop.async(again);
+  std::string heard;
+  bool closed = false;
+  Subscription watch = loop.watch(ours.get(), [&] {
+    char c = 0;
+    if (::read(ours.get(), &c, 1) == 1) {
+      heard += c;
+    } else {
+      closed = true;
+      watch.cancel();
+    }
+  });
+  ASSERT_EQ(::write(theirs.get(), "ab", 2), 2);
+  ASSERT_TRUE(loop.runUntil([&] { return heard == "ab"; }, milliseconds(5000)));
+  theirs.close();
+  ASSERT_TRUE(loop.runUntil([&] { return closed; }, milliseconds(5000)));
+  again = [] {};
+  loop.runPosted();
+}
+
+TEST_F(EventLoopTest, AWatchEndsWithItsHandle) {
+  int ends[2];
+  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  const FileDescriptor ours(ends[0]);
+  const FileDescriptor theirs(ends[1]);
+  Subscription second;
+  const auto first = loop.watch(ours.get(), [&] {
+    ran.push_back("first");
+    second.cancel();
+  });
+  second = loop.watch(ours.get(), note("second"));
+  ASSERT_EQ(::write(theirs.get(), "x", 1), 1);
+  turn();
+  EXPECT_EQ(ran, (Ran{"first"}));
+}
+
+TEST(EventLoopLife, WhatIsPostedRunsAtTheEndTimersDoNot) {
+  const SteppedTime time;
+  Ran ran;
+  Subscription handle;
+  const auto held = std::make_shared<int>();
+  {
+    EventLoop loop(time);
+    handle = loop.after(Duration(0), [held, &ran] { ran.push_back("timer"); });
+    loop.async([&] {
+      ran.push_back("posted");
+      loop.async([&] { ran.push_back("posted by it"); });
+    });
+  }
+  EXPECT_EQ(ran, (Ran{"posted", "posted by it"}));
+  handle.cancel();  // the loop is gone already
+  EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(EventLoopLife, AnotherThreadWakesAndStopsIt) {
+  const RealTime time;
+  EventLoop loop(time);
+  Subscription timer;
+  bool ran = false;
+  std::thread other([&] {
+    EXPECT_FALSE(loop.isCurrent());
+    loop.async([&] { ran = true; });
+    timer = loop.after(milliseconds(1), [&] { loop.stop(); });
+  });
+  loop.run();  // would sleep for ever
+  other.join();
+  EXPECT_TRUE(ran);
+  loop.stop();
+  loop.run();  // a stop that came before
+}
+
+TEST(EventLoopLife, ASignalBecomesATask) {
+  const RealTime time;
+  EventLoop loop(time);
+  struct sigaction before = {};
+  sigaction(SIGTERM, nullptr, &before);
+  for (const int signal : {SIGINT, SIGTERM}) {
+    int heard = 0;
+    bool onLoop = false;
+    {
+      const SignalStop stop(loop, [&](int number) {
+        heard = number;
+        onLoop = loop.isCurrent();
+        loop.stop();
+      });
+      ::raise(signal);
+      EXPECT_EQ(heard, 0);
+      loop.run();
+      struct sigaction now = {};
+      sigaction(signal, nullptr, &now);
+      EXPECT_EQ(now.sa_handler, SIG_DFL);  // a second one would end the process
+    }
+    EXPECT_EQ(heard, signal);
+    EXPECT_TRUE(onLoop);
+  }
+  struct sigaction after = {};
+  sigaction(SIGTERM, nullptr, &after);
+  EXPECT_EQ(after.sa_handler, before.sa_handler);
+}
+
+TEST(ReplayTime, RunsFasterInEveryRespect) {
+  const TimePoint start = std::chrono::sys_days(std::chrono::November / 29 / 2019);
+  const ReplayTime time(3600.0, start);
+  EventLoop loop(time);
+  SystemClock clock(time);
+  const auto realStart = std::chrono::steady_clock::now();
+  TimePoint seen;
+  const auto timer = loop.after(std::chrono::minutes(2), [&] {
+    seen = clock.now();
+    loop.stop();
+  });
+  loop.run();
+  EXPECT_GE(seen - start, std::chrono::minutes(2));
+  EXPECT_LT(std::chrono::steady_clock::now() - realStart, std::chrono::seconds(30));
+  EXPECT_GE(clock.now(), seen);
+}
+
+TEST(ReplayTime, NeverSleepsTooShortAndTakesAnyScale) {
+  const struct {
+    double scale;
+    double used;
+  } rows[] = {{2.0, 2.0},          {1.0, 1.0},   {0.0, 1e-3},   {-5.0, 1e-3},
+              {std::nan(""), 1.0}, {1e300, 1e6}, {600.0, 600.0}};
+  for (const auto& row : rows) {
+    const ReplayTime time(row.scale, {});
+    EXPECT_EQ(time.scale(), row.used);
+    for (const Duration wait : {Duration(0), Duration(1), Duration(999'983), Duration::max(), Duration(-5)}) {
+      const auto sleep = time.realTime(wait);
+      EXPECT_GE(sleep.count(), 0);
+      const double slept = static_cast<double>(sleep.count()) / 1000.0 * row.used;
+      if (wait < std::chrono::hours(1)) {
+        EXPECT_GE(slept, static_cast<double>(wait.count())) << row.scale;
+      }
+    }
+  }
+}
+
+TEST(ThreadQueueLife, ItsEndRunsWhatIsPostedAndWhatThatPosts) {
+  Ran ran;
+  for (int round = 0; round < 50; ++round) {
+    ran.clear();
+    auto queue = std::make_unique<ThreadQueue>("com.example.test");
+    SerialQueue& posting = *queue;
+    queue->async([&] {
+      ran.push_back("1");
+      posting.async([&] { ran.push_back("3"); });
+    });
+    queue->async([&] { ran.push_back("2"); });
+    queue.reset();
+    ASSERT_EQ(ran.size(), 3U);
+    EXPECT_EQ(ran.front(), "1");
+  }
+}
+
+TEST(ThreadQueueLife, ATaskMayDestroyItsOwnQueue) {
+  std::atomic<int> ran = 0;
+  auto queue = std::make_unique<ThreadQueue>("test");
+  ThreadQueue& posting = *queue;
+  std::atomic<bool> mayStart = false;
+  posting.async([&] {
+    while (!mayStart) std::this_thread::yield();
+    queue.reset();
+    ++ran;
+  });
+  posting.async([&] { ++ran; });
+  mayStart = true;
+  while (ran < 2) std::this_thread::yield();
+}
+
+}  // namespace
+}  // namespace orlan::linuxphone

@@ -202,6 +202,21 @@ TEST(SimulatedPhone, ComesAsItsSettingsSay) {
   EXPECT_EQ(why, "no screen");
 }
 
+TEST(SimulatedPhone, ManualRegionsWaitForTheOperatingSystem) {
+  World world;
+  PhoneSettings settings;
+  settings.location.regionEvents = phone::RegionEvents::manual;
+  SimulatedPhone phone(world, settings);
+  Recorder recorder;
+  phone.observe(recorder);
+  phone.platform().locations.makeManager("test")->startMonitoring({"here", {{51.5, 0.0}, 100.0}});
+  phone.moveTo({51.5, 0.0});
+  phone.locations().exitRegion("here");
+  using phone::RegionAction;
+  EXPECT_EQ(recorder.regions,
+            (decltype(recorder.regions){{RegionAction::start, "here"}, {RegionAction::exit, "here"}}));
+}
+
 TEST(SimulatedPhone, ADayPassesInMoments) {
   World world;
   SimulatedPhone phone(world);

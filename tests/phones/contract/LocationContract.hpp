@@ -33,13 +33,14 @@ class LocationContract : public ::testing::Test {
     void didFail(LocationManager&, const Error& e) override { heard.push_back("error " + e.description); }
     void didEnterRegion(LocationManager&, const CircularRegion& r) override {
       heard.push_back("enter " + r.identifier);
+      if (onEnter) onEnter();
     }
     void didExitRegion(LocationManager&, const CircularRegion& r) override {
       heard.push_back("exit " + r.identifier);
     }
 
     Heard heard;
-    std::function<void()> onUpdate;
+    std::function<void()> onUpdate, onEnter;
   };
 
   /// One client with a delegate that has heard its first authorization.
@@ -71,7 +72,9 @@ TYPED_TEST_SUITE_P(LocationContract);
 
 TYPED_TEST_P(LocationContract, ANewDelegateHearsTheAuthorizationOnceThenEveryChange) {
   auto manager = this->phone.platform().locations.makeManager("test");
+  const auto replaced = std::make_shared<typename TestFixture::Delegate>();
   const auto delegate = std::make_shared<typename TestFixture::Delegate>();
+  manager->setDelegate(replaced);
   manager->setDelegate(delegate);
   EXPECT_TRUE(delegate->heard.empty());
   this->phone.settle();
@@ -80,6 +83,7 @@ TYPED_TEST_P(LocationContract, ANewDelegateHearsTheAuthorizationOnceThenEveryCha
   this->phone.locations().setAuthorization(LocationAuthorization::authorizedAlways);  // as it was
   this->phone.locations().setAuthorization(LocationAuthorization::denied);
   EXPECT_EQ(delegate->heard, (std::vector<std::string>{"authorization 3", "authorization 2"}));
+  EXPECT_TRUE(replaced->heard.empty());
 }
 
 TYPED_TEST_P(LocationContract, OnlyAnUndecidedPersonIsAsked) {
@@ -118,8 +122,8 @@ TYPED_TEST_P(LocationContract, StartingAgainChangesNothingButAStopDoes) {
   client.manager->stopUpdatingLocation();
   this->deliver({this->fix(100)});
   client.manager->startUpdatingLocation();
-  this->deliver({this->fix(101)});
-  EXPECT_EQ(client.heard(), (std::vector<std::string>{"fixes 0", "fixes 101"}));
+  this->deliver({this->fix(2)});
+  EXPECT_EQ(client.heard(), (std::vector<std::string>{"fixes 0", "fixes 2"}));
 }
 
 TYPED_TEST_P(LocationContract, ABatchPassesByItsLastFix) {
@@ -222,6 +226,16 @@ TYPED_TEST_P(LocationContract, RegionsAreJudgedAfterTheFixAndBelongToAll) {
   EXPECT_EQ(two.heard(), (std::vector<std::string>{"fixes 0"}));
 }
 
+TYPED_TEST_P(LocationContract, ARegionThatADelegateStopsIsNotReportedAnyMore) {
+  const auto client = this->client("test");
+  client.manager->startUpdatingLocation();
+  client.manager->startMonitoring(this->region("first", 0, 100));
+  client.manager->startMonitoring(this->region("second", 0, 100));
+  client.delegate->onEnter = [&] { client.manager->stopMonitoring("second"); };
+  this->deliver({this->fix(0)});
+  EXPECT_EQ(client.heard(), (std::vector<std::string>{"fixes 0", "enter first"}));
+}
+
 TYPED_TEST_P(LocationContract, TheOperatingSystemsReportsAreBelieved) {
   const auto client = this->client("test");
   client.manager->startMonitoring(this->region("known", 0, 100));
@@ -239,6 +253,7 @@ REGISTER_TYPED_TEST_SUITE_P(LocationContract, ANewDelegateHearsTheAuthorizationO
                             SignificantChangesAreFiveHundredMetresApart,
                             WithoutAuthorizationNobodyIsToldWhereThePhoneIs, ErrorsReachWhoeverRuns,
                             ADelegateMayStopOrEndOthers, RegionsAreJudgedAfterTheFixAndBelongToAll,
+                            ARegionThatADelegateStopsIsNotReportedAnyMore,
                             TheOperatingSystemsReportsAreBelieved);
 
 }  // namespace orlan

@@ -38,8 +38,9 @@ bool Polygon::rayCastingContains(Coordinate point) const {
     const Coordinate from = ring[edge > 0 ? edge - 1 : last];
     const Coordinate to = ring[edge];
     // Without a branch: here about half of the edges straddle, and which ones is as good as random.
-    inside ^=
-        straddles(from, to, point.longitude) & (crossingLatitude(from, to, point.longitude) > point.latitude);
+    const bool straddled = straddles(from, to, point.longitude);
+    const bool further = crossingLatitude(from, to, point.longitude) > point.latitude;
+    inside ^= straddled & further;
   }
   return inside;
 }

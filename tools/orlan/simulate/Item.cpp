@@ -179,6 +179,13 @@ bool Members::boolean(std::string_view key, bool fallback) const {
   return item.isThere() ? item.boolean() : fallback;
 }
 
+void Members::excludes(std::string_view key, std::initializer_list<std::string_view> others) const {
+  if (!has(key)) return;
+  for (const auto other : others) {
+    if (const Item item = (*this)[other]; item.isThere()) item.mistaken("does not go with " + quoted(key));
+  }
+}
+
 TimePoint Members::dateTime(std::string_view key) const {
   const Item item = (*this)[key];
   const std::string* text = item.value().string();

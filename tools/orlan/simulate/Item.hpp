@@ -97,6 +97,9 @@ class Members {
   [[nodiscard]] double notNegative(std::string_view key, double fallback) const;
   [[nodiscard]] bool boolean(std::string_view key, bool fallback) const;
 
+  /// A mistake when `key` is there and so is one of `others`.
+  void excludes(std::string_view key, std::initializer_list<std::string_view> others) const;
+
   /// A time in UTC such as "2026-01-01T00:00:00Z", with or without decimals.
   [[nodiscard]] TimePoint dateTime(std::string_view key) const;
 

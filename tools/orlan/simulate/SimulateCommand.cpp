@@ -43,10 +43,7 @@ void addSimulateCommand(CLI::App& app, int& exitCode) {
       ->type_name("SCENARIO.json");
   command->add_option("--transcript", options->transcript, "write the transcript to a file")
       ->type_name("OUT.jsonl");
-  command->add_option("--only", options->only, eventList())
-      ->delimiter(',')
-      ->expected(1)
-      ->type_name("EVENT[,EVENT…]");
+  command->add_option("--only", options->only, eventList())->type_name("EVENT[,EVENT…]");
   command->add_flag("--quiet", options->quiet, "no summary on standard error");
   command->callback([options, &exitCode] { exitCode = simulate(*options); });
 }

@@ -27,17 +27,23 @@ int complain(int status, const std::string& why) {
   return status;
 }
 
-Result<Events> chosenEvents(const std::vector<std::string>& names) {
-  const auto known = Transcript::eventNames();
+Unexpected<Error> wrongOption(std::string why) {
+  return Unexpected(Error{"Options", -1, std::move(why)});
+}
+
+/// The events in a list such as "log,request"; all when there is no list.
+Result<Events> chosenEvents(const std::optional<std::string>& list) {
   Events chosen;
-  for (const std::string& name : names) {
+  if (!list) return chosen;
+  const auto known = Transcript::eventNames();
+  for (const std::string& name : text::split(*list, ',')) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
-      return Unexpected(Error{"Options", -1,
-                              fmt::format("--only: unknown event {}, did you mean \"{}\"?",
-                                          text::escapedControls(json::print(name)), nearest(name, known))});
+      return wrongOption(fmt::format("--only: unknown event {}, did you mean \"{}\"?",
+                                     text::escapedControls(json::print(name)), nearest(name, known)));
     }
     chosen.insert(name);
   }
+  if (chosen.empty()) return wrongOption("--only: expected the names of events, found none");
   return chosen;
 }
 

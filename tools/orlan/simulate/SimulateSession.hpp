@@ -1,16 +1,16 @@
 #pragma once
 
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace orlan::simulate {
 
 /// What `orlan simulate` was asked to do.
 struct SimulateOptions {
-  std::string scenario;           // file
-  std::string transcript;         // file; empty: standard output
-  std::vector<std::string> only;  // events to keep; empty: all
-  bool quiet = false;             // no summary on standard error
+  std::string scenario;             // file
+  std::string transcript;           // file; empty: standard output
+  std::optional<std::string> only;  // events to keep, separated by commas; none: all
+  bool quiet = false;               // no summary on standard error
 };
 
 /// One whole `orlan simulate`. Exit status: 0 played to the end, 2 the scenario is not valid (nothing was

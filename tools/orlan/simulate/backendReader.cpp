@@ -4,31 +4,27 @@
 namespace orlan::simulate {
 namespace {
 
+std::string readBase64(const Item& item) {
+  auto bytes = text::fromBase64(item.string());
+  if (!bytes) item.expected("base64 text");
+  return bytes.value_or("");
+}
+
+std::string readBodyFile(const Item& item, const Files& files) {
+  const auto bytes = files.read(item.string());
+  if (!bytes) item.mistaken("cannot read " + json::print(item.value()) + ": " + bytes.error().description);
+  return bytes.value_or("");
+}
+
 std::optional<std::string> readBody(const Members& response, const Files& files) {
-  std::optional<std::string> body;
-  std::string_view form;
-  for (const std::string_view key : {"json", "text", "base64", "file"}) {
-    const Item item = response[key];
-    if (!item.isThere()) continue;
-    if (body) item.mistaken("there is a body already: " + json::print(form));
-    form = key;
-    if (key == "json") {
-      body = json::print(item.value());
-    } else if (key == "text") {
-      body = item.string();
-    } else if (key == "base64") {
-      body = text::fromBase64(item.string());
-      if (!body) item.expected("base64 text");
-    } else {
-      const auto bytes = files.read(item.string());
-      if (bytes) {
-        body = *bytes;
-      } else {
-        item.mistaken("cannot read " + json::print(item.value()) + ": " + bytes.error().description);
-      }
-    }
-  }
-  return body;
+  response.excludes("json", {"text", "base64", "file"});
+  response.excludes("text", {"base64", "file"});
+  response.excludes("base64", {"file"});
+  if (const Item body = response["json"]; body.isThere()) return json::print(body.value());
+  if (const Item body = response["text"]; body.isThere()) return body.string();
+  if (const Item body = response["base64"]; body.isThere()) return readBase64(body);
+  if (const Item body = response["file"]; body.isThere()) return readBodyFile(body, files);
+  return std::nullopt;
 }
 
 std::vector<HttpHeader> readHeaders(const Item& item) {
@@ -38,20 +34,26 @@ std::vector<HttpHeader> readHeaders(const Item& item) {
   return headers;
 }
 
-sim::HttpAnswer readOutcome(const Item& item, const Files& files) {
-  if (item.value().object() != nullptr && item.value().object()->contains("error")) {
-    const Members fault = item.members({"error", "delay"});
-    using Make = sim::HttpAnswer (*)();
-    const Make make = fault["error"].oneOf<Make>({{"timeout", &sim::HttpAnswer::timeout},
-                                                  {"unreachable", &sim::HttpAnswer::unreachable},
-                                                  {"cancelled", &sim::HttpAnswer::cancelled},
-                                                  {"notHTTP", &sim::HttpAnswer::notHttp}});
-    return make();
-  }
-  const Members reply =
-      item.members({"status", "headers", "json", "text", "base64", "file", "delay", "error"});
-  const int status = reply.has("status") ? static_cast<int>(reply["status"].integer(100, 999)) : 200;
-  return sim::HttpAnswer::reply(status, readBody(reply, files), readHeaders(reply["headers"]));
+sim::HttpAnswer readFault(const Item& error) {
+  using Make = sim::HttpAnswer (*)();
+  return error.oneOf<Make>({{"timeout", &sim::HttpAnswer::timeout},
+                            {"unreachable", &sim::HttpAnswer::unreachable},
+                            {"cancelled", &sim::HttpAnswer::cancelled},
+                            {"notHTTP", &sim::HttpAnswer::notHttp}})();
+}
+
+sim::HttpAnswer readAnswer(const Item& item, const Files& files) {
+  const Members members =
+      item.members({"status", "headers", "json", "text", "base64", "file", "error", "delay"});
+  members.excludes("error", {"status", "headers", "json", "text", "base64", "file"});
+  const Item status = members["status"];
+  const sim::HttpAnswer answer =
+      members.has("error")
+          ? readFault(members["error"])
+          : sim::HttpAnswer::reply(status.isThere() ? static_cast<int>(status.integer(100, 999)) : 200,
+                                   readBody(members, files), readHeaders(members["headers"]));
+  const Item delay = members["delay"];
+  return delay.isThere() ? answer.after(delay.time()) : answer;
 }
 
 Route readRoute(const Item& item, const Files& files) {
@@ -59,11 +61,7 @@ Route readRoute(const Item& item, const Files& files) {
   Route route{members["method"].string(), members["path"].string(), {}};
   const auto responses = members["responses"].elements();
   if (responses.empty()) members["responses"].mistaken("expected at least one response");
-  for (const Item& response : responses) {
-    sim::HttpAnswer answer = readOutcome(response, files);
-    if (const Item delay = Members(response)["delay"]; delay.isThere()) answer = answer.after(delay.time());
-    route.answers.push_back(std::move(answer));
-  }
+  for (const Item& response : responses) route.answers.push_back(readAnswer(response, files));
   return route;
 }
 

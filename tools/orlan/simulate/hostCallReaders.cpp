@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tools/orlan/simulate/readers.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
@@ -6,21 +8,15 @@ namespace {
 
 /// Which of the three starts it is, by the arguments that are there.
 StartChoice readChoice(const Members& call) {
-  constexpr std::string_view appScoped[] = {"companyApiKey", "appId", "appApiKey", "iosBundleId",
-                                            "includeLegacyApiKeyHeader"};
-  std::string_view found;
-  for (const auto key : appScoped) {
-    if (found.empty() && call.has(key)) found = key;
-  }
-  if (!found.empty()) {
-    if (call.has("apiKey")) {
-      call["apiKey"].mistaken("expected either this or " + json::print(found) + ", found both");
-    }
-    return AppScoped{call["companyApiKey"].string(), call["appId"].string(), call["appApiKey"].string(),
-                     call["iosBundleId"].string(), call.boolean("includeLegacyApiKeyHeader", true)};
-  }
+  const std::initializer_list<std::string_view> appScoped = {"companyApiKey", "appId", "appApiKey",
+                                                             "iosBundleId", "includeLegacyApiKeyHeader"};
+  call.excludes("apiKey", appScoped);
   if (call.has("apiKey")) return ApiKey{call["apiKey"].string()};
-  return FromPropertyList{};
+  if (std::none_of(appScoped.begin(), appScoped.end(), [&](std::string_view key) { return call.has(key); })) {
+    return FromPropertyList{};
+  }
+  return AppScoped{call["companyApiKey"].string(), call["appId"].string(), call["appApiKey"].string(),
+                   call["iosBundleId"].string(), call.boolean("includeLegacyApiKeyHeader", true)};
 }
 
 Config::Environment readEnvironment(const Item& env) {

@@ -8,21 +8,22 @@ namespace orlan::simulate {
 namespace {
 
 Action readFixes(const Item& step, const Files&) {
-  if (step.value().object()->contains("fixes")) {
-    step::Fixes batch;
-    for (const Item& fix : arguments(step, {"fixes"})["fixes"].elements()) {
-      batch.fixes.push_back(readFix(fix.members(fixKeys)));
-    }
+  const Members members = arguments(step, {"latitude", "longitude", "accuracy", "fixes"});
+  members.excludes("fixes", {"latitude", "longitude", "accuracy"});
+  step::Fixes batch;
+  if (!members.has("fixes")) {
+    batch.fixes.push_back(readFix(members));
     return batch;
   }
-  return step::Fixes{{readFix(arguments(step, {"latitude", "longitude", "accuracy", "fixes"}))}};
+  for (const Item& fix : members["fixes"].elements()) batch.fixes.push_back(readFix(fix.members(fixKeys)));
+  return batch;
 }
 
 Action readApplication(const Item& step, const Files&) {
-  if (!step.value().object()->contains("signal")) {
-    return step::MoveApplication{readApplicationState(arguments(step, {"to", "signal"})["to"])};
-  }
-  return step::RaiseSignal{arguments(step, {"signal"})["signal"].oneOf<ApplicationSignal>(
+  const Members members = arguments(step, {"to", "signal"});
+  members.excludes("signal", {"to"});
+  if (!members.has("signal")) return step::MoveApplication{readApplicationState(members["to"])};
+  return step::RaiseSignal{members["signal"].oneOf<ApplicationSignal>(
       {{"didEnterBackground", ApplicationSignal::didEnterBackground},
        {"willEnterForeground", ApplicationSignal::willEnterForeground},
        {"didBecomeActive", ApplicationSignal::didBecomeActive},

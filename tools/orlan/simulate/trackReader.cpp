@@ -46,10 +46,8 @@ step::Track readTrack(const Members& members, const Files& files) {
   step::Track track{std::chrono::seconds(1), {}};
   const Item points = members["points"];
   const Item file = members["file"];
-  if (points.isThere() == file.isThere()) {
-    members.owner().mistaken(R"(expected either "points" or "file")");
-    return track;
-  }
+  members.excludes("points", {"file"});
+  if (!points.isThere() && !file.isThere()) points.expected("the points of a walk, or a \"file\"");
   Walk walk = points.isThere() ? readPoints(points) : readTrackFile(file, files);
   if (const Item interval = members["interval"]; interval.isThere()) {
     track.interval = fromSeconds(interval.positive());

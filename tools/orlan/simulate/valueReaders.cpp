@@ -28,7 +28,7 @@ json::Value readStorable(const Item& item) {
   const json::Value& value = item.value();
   if (value.object() != nullptr) {
     const Members members = item.members({"base64", "text"});
-    if (members.has("text") && members.has("base64")) item.mistaken(R"(has "text" and "base64", wants one)");
+    members.excludes("text", {"base64"});
     if (members.has("text")) return Bytes{members["text"].string()};
     if (auto bytes = text::fromBase64(members["base64"].string())) return Bytes{std::move(*bytes)};
     members["base64"].expected("base64 text");

@@ -97,11 +97,13 @@ OrlanServices& Runtime::services() {
 }
 
 Result<void> Runtime::install(const Platform& phone, Options options) {
-  static std::atomic_flag installed;
-  if (installed.test_and_set()) return Unexpected(errors::alreadyInstalled());
-  // Lives as long as the process: hosts use the shared services until its very end.
+  if (processRuntime.load() != nullptr) return Unexpected(errors::alreadyInstalled());
   processRuntime.store(new Runtime(phone, std::move(options)));
   return {};
+}
+
+void Runtime::uninstall() {
+  delete processRuntime.exchange(nullptr);
 }
 
 Runtime& Runtime::current() {

@@ -30,9 +30,13 @@ class Runtime {
   /// The slots. Reading one through `*` or `->` brings the service to life; `onBuilt` and `ifBuilt` do not.
   [[nodiscard]] OrlanServices& services();
 
-  /// Makes the process's Runtime, once, before the first use of any `shared()`; later is an error that says
+  /// Makes the process's Runtime, before the first use of any `shared()`; a second one is an error that says
   /// so.
   static Result<void> install(const Platform& phone, Options options = {});
+
+  /// Ends the process's Runtime before its phone ends: what is pending dies, what was logged reaches the file.
+  /// Without one it does nothing. Afterwards nobody may use what `shared()` gave; `install` may be called again.
+  static void uninstall();
 
   /// The Runtime that `shared()` resolves to on this thread: the innermost `Scope`'s, else the process's.
   /// Without either the process ends with a message that says what to call first.

@@ -9,6 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using test::SimulatedHost;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 TEST(Runtime, NothingComesToLifeBeforeItsFirstUse) {
@@ -57,21 +58,22 @@ TEST(Runtime, WhatIsPendingDiesWithIt) {
   EXPECT_THAT(host.seen.lines, IsEmpty());
 }
 
-// In processes of their own, because what they do is for good.
-TEST(RuntimeDeathTest, AProcessHasOnePhone) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const auto installTwice = [] {
-    static sim::World world;  // the process's Runtime never ends
-    static sim::SimulatedPhone phone(world);
-    const bool first = Runtime::install(phone.platform()).has_value();
-    const auto second = Runtime::install(phone.platform());
-    const bool works = OrlanPlugin::shared().storedApiKey().empty();
-    std::fputs(second ? "twice" : second.error().description.c_str(), stderr);
-    std::exit(first && works && !second ? 0 : 1);
-  };
-  EXPECT_EXIT(installTwice(), ::testing::ExitedWithCode(0), "a phone is installed already");
+TEST(Runtime, AProcessHasOnePhoneAtATime) {
+  sim::World world;
+  sim::SimulatedPhone first(world);
+  sim::SimulatedPhone second(world);
+  ASSERT_TRUE(Runtime::install(first.platform()));
+  const auto refused = Runtime::install(second.platform());
+  EXPECT_FALSE(refused);
+  EXPECT_THAT(refused.error().description, HasSubstr("a phone is installed already"));
+  EXPECT_EQ(OrlanPlugin::shared().storedApiKey(), "");
+  Runtime::uninstall();
+  Runtime::uninstall();
+  EXPECT_TRUE(Runtime::install(second.platform()));
+  Runtime::uninstall();
 }
 
+// In a process of its own, because that ends.
 TEST(RuntimeDeathTest, WithoutAPhoneTheProcessSaysWhatToCall) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_DEATH((void)OrlanPlugin::shared(), "Call orlan::Runtime::install before the first use");

@@ -55,7 +55,8 @@ class EchoClient final : public HttpClient {
     ++handles;
     queue_.async([call, done = std::move(done)] {
       const std::lock_guard running(call->mutex);
-      if (!call->cancelled) done(HttpReply{.status = 200});
+      if (!call->cancelled)
+        done(HttpReply{.status = 200, .body = R"({"data":{"device_id":"D1","orlan_id":"77"}})"});
     });
     return Subscription::onCancel([this, call] {
       const std::lock_guard running(call->mutex);  // from inside `done` it is this thread's already
@@ -117,10 +118,11 @@ TEST(Client, MayEndWhileAnswersArrive) {
   Lazy<LocationTrackingReliability> unused([] { return nullptr; });
   int answers = 0;
   for (int round = 0; round < 100; ++round) {
+    parts.store.remove(storeKeys::deviceRegistered);
     APIService api(echoing, BaseUrls::builtIn(), logger, unused);
-    const auto subscription = api.registerDevice("K", {}).subscribe([&](const auto&) { ++answers; });
     api.reportActivity(ActivityType::mediaViewed, 1, 2, NotificationType::notification);
     api.createPluginActivity("plugin_started", "K", Config::Environment::staging);
+    const auto subscription = api.registerDevice("K", {}).subscribe([&](const auto&) { ++answers; });
   }
   world.settle();
   EXPECT_EQ(answers, 0);

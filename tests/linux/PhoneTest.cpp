@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "linux/LoopbackServer.hpp"
+#include "linux/TemporaryDirectory.hpp"
+#include "phones/linux/HostDevice.hpp"
+#include "phones/linux/LinuxPhone.hpp"
+#include "phones/linux/TrackPlayer.hpp"
+#include "phones/linux/directories.hpp"
+
+namespace orlan::linuxphone {
+namespace {
+
+PhoneConfig quiet(const std::string& home) {
+  PhoneConfig config;
+  config.home = home;
+  config.console = {};
+  config.systemLog = {};
+  return config;
+}
+
+TEST(LinuxPhone, ASecondRunFindsWhatTheFirstLeft) {
+  const test::TemporaryDirectory home;
+  std::optional<std::string> identity;
+  {
+    LinuxPhone phone(quiet(home.path()));
+    const Platform platform = phone.platform();
+    identity = platform.device.vendorIdentifier();
+    platform.store.set("key", 42);
+    ASSERT_TRUE(platform.files.writeAtomically(platform.files.cachesDirectory() + "/cached", "answer"));
+  }
+  LinuxPhone phone(quiet(home.path()));
+  const Platform platform = phone.platform();
+  EXPECT_EQ(platform.store.get("key"), json::Value(42));
+  EXPECT_EQ(platform.files.read(platform.files.cachesDirectory() + "/cached").value_or(""), "answer");
+  ASSERT_TRUE(identity);
+  EXPECT_EQ(platform.device.vendorIdentifier(), identity);
+  EXPECT_EQ(identity->size(), 36U);
+  EXPECT_EQ(platform.files.cachesDirectory(), home.file("cache"));
+}
+
+TEST(LinuxPhone, ItsEndAnswersRequestsAndRunsWhatTheyPost) {
+  test::LoopbackServer server([](test::Peer& peer) { peer.waitForHangUp(); });
+  const test::TemporaryDirectory home;
+  std::vector<std::string> order;
+  Subscription request;
+  {
+    LinuxPhone phone(quiet(home.path()));
+    const Platform platform = phone.platform();
+    request = platform.http.send({"GET", server.url(), {}, {}}, [&](const Result<HttpReply>& result) {
+      EXPECT_EQ(result.error(), urlErrors::cancelled());
+      platform.main.async([&] {
+        order.push_back("posted by the answer");
+        platform.store.set("from the last task", true);  // everything is still there
+      });
+    });
+    phone.stop();
+    phone.run();
+    order.push_back("run is over");
+  }
+  EXPECT_EQ(order, (std::vector<std::string>{"run is over", "posted by the answer"}));
+  EXPECT_TRUE(LinuxPhone(quiet(home.path())).platform().store.boolean("from the last task"));
+}
+
+TEST(LinuxPhone, AnUnusableHomeIsToldAndTheRestWorks) {
+  const test::TemporaryDirectory home;
+  std::ofstream(home.file("file")) << "in the way";
+  std::vector<std::string> said;
+  PhoneConfig config = quiet(home.file("file"));
+  config.trouble = [&](const std::string& what) { said.push_back(what); };
+  LinuxPhone phone(std::move(config));
+  EXPECT_EQ(said.size(), 2U);  // the cache, the store
+  const Platform platform = phone.platform();
+  platform.store.set("key", 1);
+  EXPECT_EQ(platform.store.number("key"), 1.0);
+  EXPECT_EQ(platform.device.vendorIdentifier(), std::nullopt);
+  EXPECT_FALSE(platform.files.writeAtomically(platform.files.cachesDirectory() + "/x", "y"));
+}
+
+TEST(LinuxPhone, ATrackReplaysFastWithEveryTimerTrue) {
+  const test::TemporaryDirectory home;
+  const TimePoint recorded = std::chrono::sys_days(std::chrono::November / 29 / 2019);
+  Track track;
+  for (int minute : {0, 1, 2, 2, 20}) {
+    track.fixes.push_back({{51.0, minute * 0.01}, 5.0, recorded + std::chrono::minutes(minute)});
+  }
+  PhoneConfig config = quiet(home.path());
+  config.timeScale = 6000.0;
+  config.wallClock = recorded;
+  LinuxPhone phone(std::move(config));
+  struct Watcher : phone::PhoneObserver {
+    explicit Watcher(LinuxPhone& p) : phone(p) {}
+    void fixes(std::span<const Location> batch) override {
+      for (const auto& fix : batch) {
+        got.push_back(fix);
+        EXPECT_GE(phone.clock().now(), fix.timestamp);  // never before its time
+      }
+    }
+    LinuxPhone& phone;
+    std::vector<Location> got;
+  } watcher(phone);
+  phone.observe(watcher);
+
+  int ticks = 0;
+  const auto everyTenMinutes = phone.main().every(std::chrono::minutes(10), [&] { ++ticks; });
+  phone.play(track, [&] { phone.stop(); });
+  phone.run();
+
+  ASSERT_EQ(watcher.got.size(), 5U);
+  EXPECT_LT(watcher.got[0].timestamp - recorded,
+            std::chrono::minutes(10));  // the phone's clock, not the file's
+  for (std::size_t i = 0; i < 5; ++i) {
+    EXPECT_EQ(watcher.got[i].coordinate, track.fixes[i].coordinate);
+    EXPECT_EQ(watcher.got[i].timestamp - watcher.got[0].timestamp, track.fixes[i].timestamp - recorded);
+  }
+  EXPECT_GE(ticks, 1);
+}
+
+TEST(TrackPlayerLife, AListenerMayStopItOrPlayAnother) {
+  const ReplayTime time(1e6, {});
+  EventLoop loop(time);
+  phone::PhoneObserver nobody;
+  phone::LocationHub hub(loop, nobody);
+  TrackPlayer player(loop, time, hub);
+  struct Delegate : LocationManagerDelegate {
+    void didUpdateLocations(LocationManager&, std::span<const Location>) override {
+      if (const auto now = onUpdate) now();  // a copy: it may be replaced from inside
+    }
+    std::function<void()> onUpdate;
+  };
+  const auto delegate = std::make_shared<Delegate>();
+  const auto manager = hub.makeManager("test");
+  manager->setDelegate(delegate);
+  manager->startUpdatingLocation();
+
+  Track track;
+  for (int i = 0; i < 3; ++i) track.fixes.push_back({{0, i * 1.0}, 5, TimePoint(std::chrono::seconds(i))});
+  std::vector<std::string> finished;
+  delegate->onUpdate = [&] {
+    delegate->onUpdate = [&] { player.stop(); };
+    player.play(track, [&] { finished.push_back("second"); });
+  };
+  player.play(track, [&] { finished.push_back("first"); });
+  (void)loop.runUntil([&] { return player.delivered() == 1 && !finished.empty(); },
+                      std::chrono::milliseconds(20));
+  EXPECT_EQ(player.delivered(), 1U);  // of the second, which the second fix stopped
+  EXPECT_EQ(finished, std::vector<std::string>{});
+
+  player.play(Track{}, [&] { finished.push_back("empty"); });
+  EXPECT_TRUE(loop.runUntil([&] { return !finished.empty(); }, std::chrono::seconds(5)));
+}
+
+TEST(Directories, FollowHomeOrTheUsersOwn) {
+  const struct {
+    const char* name;
+    const char* home;
+    std::map<std::string, std::string> environment;
+    const char* cache;
+    const char* data;
+  } rows[] = {
+      {"home", "/h/", {{"XDG_CACHE_HOME", "/x"}}, "/h/cache", "/h/data"},
+      {"home with dots", "/h/../k", {}, "/k/cache", "/k/data"},
+      {"XDG", "", {{"HOME", "/u"}, {"XDG_CACHE_HOME", "/c"}, {"XDG_DATA_HOME", "/d/"}}, "/c/app", "/d/app"},
+      {"none", "", {{"HOME", "/u"}}, "/u/.cache/app", "/u/.local/share/app"},
+      {"relative",
+       "",
+       {{"HOME", "/u"}, {"XDG_CACHE_HOME", "c"}, {"XDG_DATA_HOME", ""}},
+       "/u/.cache/app",
+       "/u/.local/share/app"},
+  };
+  for (const auto& row : rows) {
+    const auto found = directories(row.home, "app", [&](const char* name) -> std::optional<std::string> {
+      const auto it = row.environment.find(name);
+      if (it == row.environment.end()) return std::nullopt;
+      return it->second;
+    });
+    EXPECT_EQ(found.cache, row.cache) << row.name;
+    EXPECT_EQ(found.data, row.data) << row.name;
+  }
+}
+
+TEST(HostDevice, IdentityIsMadeAnewOnlyWhenItsFileIsUnusable) {
+  class Counting final : public RandomSource {
+   public:
+    std::uint64_t next() override { return ++count; }
+    std::uint64_t count = 0;
+  } random;
+  const test::TemporaryDirectory directory;
+  const std::string file = directory.file("device-id");
+  const auto identity = [&] { return HostDevice(file, random).vendorIdentifier(); };
+  const auto first = identity();
+  EXPECT_EQ(identity(), first);
+  std::ofstream(file) << "00000000-0000-4000-8000-00000000000g";
+  const auto second = identity();
+  EXPECT_NE(second, first);
+  EXPECT_EQ(identity(), second);
+}
+
+TEST(HostDevice, LocaleComesFromThePosixName) {
+  for (const auto& [posix, expected] : {std::pair{"en_GB.UTF-8", "en_GB"},
+                                        {"de_DE@euro", "de_DE"},
+                                        {"sr_RS.UTF-8@latin", "sr_RS"},
+                                        {"fr", "fr"},
+                                        {"C", "en_US"},
+                                        {"C.UTF-8", "en_US"},
+                                        {"POSIX", "en_US"},
+                                        {"", "en_US"}}) {
+    EXPECT_EQ(localeIdentifier(posix), expected) << posix;
+  }
+}
+
+TEST(HostBundle, PropertyListsComeFromNamedFilesThenTheDirectory) {
+  const test::TemporaryDirectory directory;
+  auto write = [&](const char* name, const char* value) {
+    std::ofstream(directory.file(name))
+        << "<plist><dict><key>k</key><string>" << value << "</string></dict></plist>";
+  };
+  write("A.plist", "directory");
+  write("other.plist", "named");
+  std::ofstream(directory.file("Bad.plist")) << "<plist><array/></plist>";
+  const HostBundle bundle({.identifier = {},
+                           .info = {{"CFBundleName", "Host"}},
+                           .directory = directory.path(),
+                           .propertyListFiles = {{"B", directory.file("other.plist")}}});
+  EXPECT_EQ(bundle.propertyList("A"), (json::Object{{"k", "directory"}}));
+  EXPECT_EQ(bundle.propertyList("B"), (json::Object{{"k", "named"}}));
+  EXPECT_EQ(bundle.propertyList("Bad"), std::nullopt);
+  EXPECT_EQ(bundle.propertyList("None"), std::nullopt);
+  EXPECT_EQ(HostBundle({}).propertyList("A"), std::nullopt);
+  EXPECT_EQ(bundle.info("CFBundleName"), json::Value("Host"));
+  EXPECT_TRUE(bundle.info("CFBundleVersion").isNull());
+}
+
+TEST(HostConsole, PrintsALinesTextAndTellsItsMessage) {
+  struct Watcher : phone::PhoneObserver {
+    void consoleLine(std::string_view level, std::string_view message) override {
+      seen += std::string(level) + "|" + std::string(message) + ";";
+    }
+    std::string seen;
+  } watcher;
+  std::string printed;
+  const ConsoleLine lines[] = {{"INFO", "one", "[t] [INFO] one\n"}, {"WARN", "a\nb", "[t] [WARN] a\nb\n"}};
+  HostConsole(
+      [&](std::span<const ConsoleLine> all) {
+        for (const auto& line : all) printed += line.text;
+      },
+      watcher)
+      .print(lines);
+  EXPECT_EQ(printed, "[t] [INFO] one\n[t] [WARN] a\nb\n");
+  HostConsole({}, watcher).print(lines);
+  EXPECT_EQ(watcher.seen, "INFO|one;WARN|a\nb;INFO|one;WARN|a\nb;");
+}
+
+}  // namespace
+}  // namespace orlan::linuxphone

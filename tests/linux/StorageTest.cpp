@@ -1,0 +1,205 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cmath>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "linux/TemporaryDirectory.hpp"
+#include "phones/linux/DiskFiles.hpp"
+#include "phones/linux/FileDescriptor.hpp"
+#include "phones/linux/SqliteStore.hpp"
+#include "phones/linux/disk.hpp"
+
+namespace orlan::linuxphone {
+namespace {
+
+namespace fs = std::filesystem;
+
+unsigned mode(const std::string& path) {
+  struct stat status = {};
+  return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 0777U : 0;
+}
+
+class StoreTest : public ::testing::Test {
+ protected:
+  std::unique_ptr<SqliteStore> open() {
+    return std::make_unique<SqliteStore>(path, nobody,
+                                         [this](const std::string& what) { said.push_back(what); });
+  }
+  test::TemporaryDirectory directory;
+  std::string path = directory.file("store.sqlite");
+  phone::PhoneObserver nobody;
+  std::vector<std::string> said;
+};
+
+TEST_F(StoreTest, EveryValueSurvivesWithItsType) {
+  using namespace std::string_literals;
+  const json::Object values{{"a", true},
+                            {"b", 1},
+                            {"c", 1.0},
+                            {"d", -0.0},
+                            {"e", std::numeric_limits<double>::infinity()},
+                            {"f", std::numeric_limits<std::int64_t>::min()},
+                            {"g", "\0x"s},
+                            {"h", Bytes{"\xff\0"s}},
+                            {"i", Bytes{}},
+                            {"j", ""}};
+  {
+    const auto store = open();
+    for (const auto& [key, value] : values) store->set(key, value);
+    store->set("nan", std::nan(""));
+    store->set("removed", 1);
+    store->remove("removed");
+  }
+  const auto store = open();
+  EXPECT_TRUE(std::isnan(store->number("nan").value_or(0)));
+  store->remove("nan");
+  EXPECT_EQ(store->contents(), values);
+  EXPECT_TRUE(std::signbit(*store->number("d")));
+  EXPECT_EQ(mode(path), 0600U);
+  EXPECT_EQ(mode(path + "-wal"), 0600U);
+  EXPECT_TRUE(said.empty());
+}
+
+TEST_F(StoreTest, WhatWasAcknowledgedSurvivesKill) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const FileDescriptor read(ends[0]);
+  FileDescriptor write(ends[1]);
+  std::int64_t acknowledged = 0;
+  for (const std::int64_t enough : {1, 50, 300}) {
+    const pid_t writer = ::fork();
+    ASSERT_GE(writer, 0);
+    if (writer == 0) {
+      const auto store = open();
+      for (std::int64_t i = store->get("count") ? *store->get("count")->integer() + 1 : 1;; ++i) {
+        store->set("count", i);
+        if (i % 7 == 0) store->remove("count " + std::to_string(i - 7));
+        store->set("count " + std::to_string(i), i);
+        if (::write(write.get(), &i, sizeof i) != sizeof i) ::_exit(1);
+      }
+    }
+    while (acknowledged < enough) ASSERT_EQ(::read(read.get(), &acknowledged, sizeof acknowledged), 8);
+    ::kill(writer, SIGKILL);
+    ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
+
+    const auto store = open();
+    const json::Value kept = store->get("count").value_or(json::Value());
+    ASSERT_NE(kept.integer(), nullptr);
+    EXPECT_GE(*kept.integer(), acknowledged);
+    EXPECT_EQ(store->get("count " + std::to_string(acknowledged)), json::Value(acknowledged));
+  }
+  EXPECT_TRUE(said.empty());
+}
+
+TEST_F(StoreTest, ADamagedFileIsMovedAsideAndTold) {
+  open()->set("key", "value");
+  const auto whole = disk::read(path);
+  ASSERT_TRUE(whole);
+  std::string scribbled = *whole;
+  for (std::size_t i = 200; i < scribbled.size(); i += 3) scribbled[i] = 'x';
+  const struct {
+    const char* name;
+    std::string bytes;
+  } rows[] = {
+      {"no database", "not a database at all, but long enough to be looked at"},
+      {"another version of SQLite's header", "SQLite format 4" + whole->substr(15)},
+      {"cut off", whole->substr(0, whole->size() / 2)},
+      {"scribbled over", scribbled},
+  };
+  for (const auto& row : rows) {
+    for (const auto& entry : fs::directory_iterator(directory.path())) fs::remove(entry);
+    std::ofstream(path, std::ios::binary) << row.bytes;
+    said.clear();
+    {
+      const auto store = open();
+      EXPECT_EQ(store->contents(), json::Object()) << row.name;
+      store->set("key", "new");
+    }
+    EXPECT_EQ(said.size(), 1U) << row.name;
+    EXPECT_EQ(disk::read(path + ".damaged").value_or(""), row.bytes) << row.name;
+    EXPECT_EQ(open()->string("key"), "new") << row.name;
+    EXPECT_EQ(said.size(), 1U) << row.name;
+  }
+}
+
+TEST_F(StoreTest, ADatabaseOfSomebodyElseIsMovedAside) {
+  open()->set("key", "value");
+  // The table's own description, made to be of another shape.
+  auto bytes = disk::read(path);
+  ASSERT_TRUE(bytes);
+  const auto at = bytes->find("type TEXT");
+  ASSERT_NE(at, std::string::npos);
+  bytes->replace(at, 4, "kind");
+  std::ofstream(path, std::ios::binary) << *bytes;
+  EXPECT_EQ(open()->contents(), json::Object());
+  EXPECT_EQ(said.size(), 1U);
+}
+
+TEST_F(StoreTest, WithoutAPlaceItWorksInMemoryAndSaysSoOnce) {
+  std::ofstream(directory.file("file")) << "in the way";
+  for (const std::string& nowhere :
+       {directory.file("missing/store.sqlite"), directory.file("file/store.sqlite"), directory.path()}) {
+    path = nowhere;
+    said.clear();
+    const auto store = open();
+    store->set("key", 1);
+    store->set("other", 2);
+    store->remove("other");
+    EXPECT_EQ(store->contents(), (json::Object{{"key", 1}})) << nowhere;
+    ASSERT_EQ(said.size(), 1U) << nowhere;
+    EXPECT_TRUE(said.front().starts_with(nowhere + ": ")) << said.front();
+  }
+}
+
+TEST(DiskFilesTest, FilesArePrivateAndNothingElseIsLeft) {
+  const test::TemporaryDirectory directory;
+  phone::PhoneObserver nobody;
+  const std::string caches = directory.file("a/b/caches");
+  DiskFiles files(caches, nobody);
+  EXPECT_EQ(mode(directory.file("a")), 0700U);
+  EXPECT_EQ(mode(caches), 0700U);
+  ASSERT_TRUE(files.writeAtomically(caches + "/file", "first"));
+  ASSERT_TRUE(files.writeAtomically(caches + "/file", "second"));
+  EXPECT_EQ(mode(caches + "/file"), 0600U);
+
+  fs::create_directory(caches + "/directory");
+  EXPECT_FALSE(files.writeAtomically(caches + "/directory", "x"));
+  EXPECT_FALSE(files.read(caches + "/directory"));
+  EXPECT_FALSE(files.exists(caches + "/directory"));
+  EXPECT_FALSE(files.remove(caches + "/directory"));
+  std::vector<std::string> left;
+  for (const auto& entry : fs::directory_iterator(caches)) left.push_back(entry.path().filename().string());
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(left, (std::vector<std::string>{"directory", "file"}));
+}
+
+TEST(DiskFilesTest, WhatAKilledWriterLeftIsClearedAwayOnceItIsOld) {
+  const test::TemporaryDirectory directory;
+  phone::PhoneObserver nobody;
+  for (const char* name : {".orlan-new-old", ".orlan-new-young", "kept"})
+    std::ofstream(directory.file(name)) << 1;
+  const auto old = fs::file_time_type::clock::now() - std::chrono::hours(2);
+  fs::last_write_time(directory.file(".orlan-new-old"), old);
+  fs::last_write_time(directory.file("kept"), old);
+  const DiskFiles files(directory.path(), nobody);
+  EXPECT_FALSE(fs::exists(directory.file(".orlan-new-old")));
+  EXPECT_TRUE(fs::exists(directory.file(".orlan-new-young")));
+  EXPECT_TRUE(fs::exists(directory.file("kept")));
+}
+
+TEST(DiskFilesTest, TheDisksLimitsAreErrors) {
+  EXPECT_EQ(disk::append("/dev/full", "x").error(), std::errc::no_space_on_device);
+  EXPECT_EQ(disk::read("/dev/zero", 100'000).error(), std::errc::file_too_large);
+}
+
+}  // namespace
+}  // namespace orlan::linuxphone

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr const char* description = R"(Turns a phone's position into the right local notification at the right door.
+constexpr const char* description =
+    R"(Turns a phone's position into the right local notification at the right door.
 
   simulate   play a scenario on a simulated phone and write down all that the outside world could see
   run        be a host application in a terminal, fed by a recorded track

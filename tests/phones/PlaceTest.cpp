@@ -28,6 +28,14 @@ TEST(Place, ComparesAsTheGeodesicDoes) {
   }
 }
 
+TEST(Place, LongitudesGoRoundAsOftenAsTheyLike) {
+  for (const double turned : {720.0, -3.6e9, 3.6e15}) {
+    const Coordinate a{10.0, turned};
+    const Coordinate b{10.0, 0.0};
+    EXPECT_EQ(compareDistance(Place(a), Place(b), 1.0), distance(a, b) <=> 1.0) << turned;
+  }
+}
+
 TEST(Place, WhatCannotBeMeasuredIsUnordered) {
   const Place here({51.5, -0.1});
   for (const Coordinate nowhere :

@@ -52,6 +52,17 @@ TEST(RegionMonitor, EntersAtTheRadiusAndLeavesClearlyBeyondIt) {
   for (const auto& row : rows) EXPECT_EQ(crossings(monitor, row.fix), row.expected) << row.name;
 }
 
+TEST(RegionMonitor, TheRadiusIsInsideAndTheMarginIsNotOutside) {
+  const Location edge = northOfIt(100, 0);
+  const double radius = distance(edge.coordinate, {0.0, 0.0});
+  RegionMonitor monitor;
+  monitor.start(circle("too small", std::nextafter(radius, 0.0)));
+  monitor.start(circle("just right", radius));
+  EXPECT_EQ(crossings(monitor, edge), "+just right");
+  monitor.setInside("too small", true);
+  EXPECT_EQ(crossings(monitor, edge), "-too small");
+}
+
 TEST(RegionMonitor, WatchesAtMostTwentyFiniteCircles) {
   RegionMonitor monitor;
   const double nan = std::nan("");

@@ -112,6 +112,19 @@ TYPED_TEST_P(LocationContract, EachManagerHasItsOwnDistanceFilter) {
   EXPECT_EQ(ten.heard(), (std::vector<std::string>{"fixes 0", "fixes 10", "fixes 0", "fixes 30"}));
 }
 
+TYPED_TEST_P(LocationContract, TheDistanceFilterHoldsExactly) {
+  const auto client = this->client("test");
+  client.manager->startUpdatingLocation();
+  const double metres = distance(this->fix(0).coordinate, this->fix(9).coordinate);
+  for (const double filter : {std::nextafter(metres, 100.0), metres}) {
+    client.manager->setDistanceFilter(distanceFilterNone);
+    this->deliver({this->fix(0)});
+    client.manager->setDistanceFilter(filter);
+    this->deliver({this->fix(9)});
+  }
+  EXPECT_EQ(client.heard(), (std::vector<std::string>{"fixes 0", "fixes 0", "fixes 9"}));
+}
+
 TYPED_TEST_P(LocationContract, StartingAgainChangesNothingButAStopDoes) {
   const auto client = this->client("test");
   client.manager->setDistanceFilter(10.0);
@@ -248,8 +261,8 @@ TYPED_TEST_P(LocationContract, TheOperatingSystemsReportsAreBelieved) {
 
 REGISTER_TYPED_TEST_SUITE_P(LocationContract, ANewDelegateHearsTheAuthorizationOnceThenEveryChange,
                             OnlyAnUndecidedPersonIsAsked, EachManagerHasItsOwnDistanceFilter,
-                            StartingAgainChangesNothingButAStopDoes, ABatchPassesByItsLastFix,
-                            FixesThatAreNotValidAreDeliveredAndHoldNobodyBack,
+                            TheDistanceFilterHoldsExactly, StartingAgainChangesNothingButAStopDoes,
+                            ABatchPassesByItsLastFix, FixesThatAreNotValidAreDeliveredAndHoldNobodyBack,
                             SignificantChangesAreFiveHundredMetresApart,
                             WithoutAuthorizationNobodyIsToldWhereThePhoneIs, ErrorsReachWhoeverRuns,
                             ADelegateMayStopOrEndOthers, RegionsAreJudgedAfterTheFixAndBelongToAll,

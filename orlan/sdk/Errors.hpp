@@ -16,7 +16,8 @@ namespace orlan::errors {
 }
 
 [[nodiscard]] inline Error alreadyInstalled() {
-  return plugin("Runtime::install: a phone is installed already; install one at a time, before the first use.");
+  return plugin(
+      "Runtime::install: a phone is installed already; install one at a time, before the first use.");
 }
 
 }  // namespace orlan::errors

@@ -34,8 +34,9 @@ class Runtime {
   /// so.
   static Result<void> install(const Platform& phone, Options options = {});
 
-  /// Ends the process's Runtime before its phone ends: what is pending dies, what was logged reaches the file.
-  /// Without one it does nothing. Afterwards nobody may use what `shared()` gave; `install` may be called again.
+  /// Ends the process's Runtime before its phone ends: what is pending dies, what was logged reaches the
+  /// file. Without one it does nothing. Afterwards nobody may use what `shared()` gave; `install` may be
+  /// called again.
   static void uninstall();
 
   /// The Runtime that `shared()` resolves to on this thread: the innermost `Scope`'s, else the process's.

@@ -94,7 +94,7 @@ PolygonGrid::PolygonGrid(std::span<const Polygon::Box> boxes) {
   for (std::uint32_t i = 0; i < boxes.size(); ++i) {
     if (isEmpty(boxes[i])) continue;
     const Reach reach = reachOf(boxes[i]);
-    if (!isFinite(boxes[i]) || reach.cells() > largestReach) {
+    if (reach.cells() > largestReach) {
       everywhere_.push_back(i);
       continue;
     }

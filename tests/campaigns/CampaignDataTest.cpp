@@ -53,6 +53,10 @@ TEST(GeofencePoint, EqualPointsHashAlike) {
   EXPECT_EQ(points.size(), 3u);
   EXPECT_EQ((GeofencePoint{1, 0.0, 5.0}), (GeofencePoint{1, -0.0, 5.0}));
   EXPECT_NE((GeofencePoint{1, 0.0, 5.0}), (GeofencePoint{2, 0.0, 5.0}));
+  const std::hash<GeofencePoint> hash;
+  for (const GeofencePoint other : {GeofencePoint{2, 0.0, 5.0}, {1, 5.0, 0.0}, {1, 0.0, -5.0}}) {
+    EXPECT_NE(hash(GeofencePoint{1, 0.0, 5.0}), hash(other));
+  }
 }
 
 TEST(CampaignData, TellsAbsentFromEmpty) {

@@ -15,6 +15,7 @@ using testing::campaignPolygon;
 const std::vector<Coordinate> square{{51.5, -0.12}, {51.5, -0.11}, {51.51, -0.11}, {51.51, -0.12}};
 constexpr Coordinate middle{51.505, -0.115};
 constexpr Coordinate tenMetresSouth{51.4999101, -0.12};
+constexpr Coordinate fiveMetresSouth{51.499955, -0.12};
 
 class Detection : public testing::WithLogger {
  protected:
@@ -70,9 +71,9 @@ TEST_F(Detection, LooksForNearVerticesOnlyWithAPoorFix) {
   };
   const PolygonSet set({campaignPolygon(1, square)});
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const Row& row : {Row{"good fix", tenMetresSouth, 20.0, false},
+  for (const Row& row : {Row{"good fix", fiveMetresSouth, 20.0, false},
                          {"poor fix, vertex within half of it", tenMetresSouth, 20.1, true},
-                         {"vertex too far", tenMetresSouth, 19.9, false},
+                         {"vertex between half of it and all of it", {51.4998562, -0.12}, 30.0, false},
                          {"beside an edge", {51.49999, -0.115}, 100.0, false},
                          {"no accuracy", tenMetresSouth, nan, false},
                          {"nowhere", {nan, nan}, 1000.0, false}}) {

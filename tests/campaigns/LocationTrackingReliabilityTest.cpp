@@ -148,6 +148,10 @@ TEST_F(Reliability, AttemptsTheUrgentFirst) {
   add("low", Priority::low, {succeed, fail});  // the new one goes last
   ASSERT_EQ(pending().size(), 1u);
   EXPECT_EQ(pending()[0].eventType, "low");
+  add("high again", Priority::high, {fail, succeed});
+  add("critical", Priority::critical, {succeed, fail});  // in the same pass, before what came before
+  ASSERT_EQ(pending().size(), 1u);
+  EXPECT_EQ(pending()[0].eventType, "high again");
 }
 
 TEST_F(Reliability, ARetryStaysDueBesideThatOfAnotherSeries) {

@@ -97,7 +97,7 @@ bool EventLoop::runUntil(FunctionRef<bool()> isDone, std::chrono::milliseconds l
   const auto end = std::chrono::steady_clock::now() + limit;
   while (!isDone()) {
     const auto left = end - std::chrono::steady_clock::now();
-    if (left <= std::chrono::nanoseconds(0)) return false;
+    if (stopping_ || left <= std::chrono::nanoseconds(0)) return false;
     turn(left);
   }
   return true;
@@ -109,9 +109,8 @@ void EventLoop::stop() {
 }
 
 void EventLoop::turn(std::optional<std::chrono::nanoseconds> longestSleep) {
-  runDue();
-  if (stopping_) longestSleep = std::chrono::nanoseconds(0);
   sleepAndServe(longestSleep);
+  runDue();
 }
 
 // What is due now and not what becomes due meanwhile: a task that posts itself anew must not keep the loop

@@ -35,8 +35,8 @@ class EventLoop final : public MainLoop {
   /// Runs tasks until `stop`. A stop that came before ends it at once. Main thread.
   void run();
 
-  /// Runs tasks until `isDone` says yes (asked after every turn), at most `limit` of real time. The last
-  /// answer of `isDone`. Main thread.
+  /// Runs tasks until `isDone` says yes (asked after every turn), at most `limit` of real time and not beyond
+  /// a stop, which it leaves to `run`. The last answer of `isDone`. Main thread.
   bool runUntil(FunctionRef<bool()> isDone, std::chrono::milliseconds limit);
 
   /// Runs what has been posted, and what that posts, without sleeping; no timers. Main thread.

@@ -10,14 +10,14 @@
 namespace orlan {
 namespace {
 
-using testing::campaignPolygon;
+using test::campaignPolygon;
 
 const std::vector<Coordinate> square{{51.5, -0.12}, {51.5, -0.11}, {51.51, -0.11}, {51.51, -0.12}};
 constexpr Coordinate middle{51.505, -0.115};
 constexpr Coordinate tenMetresSouth{51.4999101, -0.12};
 constexpr Coordinate fiveMetresSouth{51.499955, -0.12};
 
-class Detection : public testing::WithLogger {
+class Detection : public test::WithLogger {
  protected:
   std::vector<GeofenceResult> detect(Coordinate point, double accuracy, const PolygonSet& set) {
     return detectGeofences(Location{point, accuracy, {}}, set, logger);

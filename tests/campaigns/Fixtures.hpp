@@ -11,7 +11,7 @@
 #include "phones/simulated/Recorder.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
 
-namespace orlan::testing {
+namespace orlan::test {
 
 /// A logger on a simulated phone, whose lines are remembered.
 class WithLogger : public ::testing::Test {
@@ -29,4 +29,4 @@ inline CampaignPolygon campaignPolygon(std::int64_t id, std::vector<Coordinate> 
   return {Polygon(std::move(ring)), CampaignData::Campaign{{"", id}, {id + 1000, {}}, {}}};
 }
 
-}  // namespace orlan::testing
+}  // namespace orlan::test

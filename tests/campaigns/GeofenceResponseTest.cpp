@@ -151,7 +151,7 @@ TEST(GeofenceResponse, IsRefusedAsAWholeAndSaysWhere) {
             "geoCampaign[0].locationsArray.geofence[1].latitude: expected a string, found a number");
 }
 
-class GeofenceConversion : public testing::WithLogger {
+class GeofenceConversion : public test::WithLogger {
  protected:
   CampaignData converted(const json::Value& answer) {
     auto response = NewGeofenceResponse::decode(json::print(answer));

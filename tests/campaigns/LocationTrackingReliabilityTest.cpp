@@ -43,7 +43,7 @@ class ScriptedRandom final : public RandomSource {
 constexpr bool succeed = true;
 constexpr bool fail = false;
 
-class Reliability : public testing::WithLogger {
+class Reliability : public test::WithLogger {
  protected:
   void launch() {
     const Platform parts = phone.platform();
@@ -259,7 +259,7 @@ TEST_F(Reliability, NothingRunsAfterItsEnd) {
 
 TEST_F(Reliability, DetectsOnTheCallersThread) {
   launch();
-  const PolygonSet set({testing::campaignPolygon(1, {{0, 0}, {0, 1}, {1, 1}, {1, 0}})});
+  const PolygonSet set({test::campaignPolygon(1, {{0, 0}, {0, 1}, {1, 1}, {1, 0}})});
   EXPECT_TRUE(service->detectGeofences({{0.5, 0.5}, 5.0, {}}, set).at(0).isInside);
   EXPECT_EQ(seen.lines.size(), 7u);
 }

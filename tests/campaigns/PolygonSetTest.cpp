@@ -11,7 +11,7 @@ namespace orlan {
 namespace {
 
 using Indices = std::vector<PolygonSet::Index>;
-using testing::campaignPolygon;
+using test::campaignPolygon;
 
 /// What asking one by one says.
 Indices containingOneByOne(const PolygonSet& set, Coordinate point) {
@@ -31,7 +31,7 @@ Indices nearOneByOne(const PolygonSet& set, Coordinate point, double metres) {
 }
 
 /// A town of stars with some continents, slivers and nonsense among them.
-PolygonSet mixed(testing::PolygonGenerator& generate, std::size_t count, bool nonsense) {
+PolygonSet mixed(test::PolygonGenerator& generate, std::size_t count, bool nonsense) {
   std::vector<CampaignPolygon> polygons;
   for (std::size_t i = 0; i < count; ++i) {
     std::vector<Coordinate> ring;
@@ -50,7 +50,7 @@ PolygonSet mixed(testing::PolygonGenerator& generate, std::size_t count, bool no
 }
 
 TEST(PolygonSet, AnswersLikeAskingOneByOne) {
-  testing::PolygonGenerator generate(11);
+  test::PolygonGenerator generate(11);
   std::size_t inside = 0;
   std::size_t near = 0;
   for (int round = 0; round < 60; ++round) {

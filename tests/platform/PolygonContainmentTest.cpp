@@ -108,7 +108,7 @@ TEST(PolygonContainment, AgreesWithThePlainLoopOnRingsThatAreHardOnShortcuts) {
       {{0, 0}, {0, tiny}, {1, tiny}, {1, 0}},
       {{0, -0.0}, {1, 0.0}, {2, -0.0}, {0, 1}},
   };
-  testing::PolygonGenerator generate(7);
+  test::PolygonGenerator generate(7);
   for (std::size_t r = 0; r < rings.size(); ++r) {
     const Polygon polygon(rings[r]);
     for (int i = 0; i < 2000; ++i) {
@@ -130,7 +130,7 @@ TEST(PolygonContainment, HoldsWhereRoundingPutsThePointBeyondEveryVertex) {
 }
 
 TEST(PolygonContainment, AgreesWithThePlainLoopOnAMillionPairs) {
-  testing::PolygonGenerator generate(20'260'101);
+  test::PolygonGenerator generate(20'260'101);
   int inside = 0;
   for (int r = 0; r < 10'000; ++r) {
     const Ring ring = generate.ring();

@@ -43,7 +43,7 @@ TEST(PolygonDrawing, FillsByTheNonZeroWindingRule) {
 }
 
 TEST(PolygonDrawing, AgreesWithRayCastingOnSmallSimpleRings) {
-  testing::PolygonGenerator generate(3);
+  test::PolygonGenerator generate(3);
   int differences = 0;
   for (int r = 0; r < 300; ++r) {
     const Ring ring = generate.star(3 + generate.below(30));

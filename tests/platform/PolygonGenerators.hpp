@@ -10,7 +10,7 @@
 
 #include "orlan/platform/Coordinate.hpp"
 
-namespace orlan::testing {
+namespace orlan::test {
 
 /// Rings and points that are hard on a shortcut. The same seed gives the same ones on every machine: nothing
 /// here uses the library's distributions, which differ between implementations.
@@ -132,4 +132,4 @@ class PolygonGenerator {
   std::mt19937_64 random_;
 };
 
-}  // namespace orlan::testing
+}  // namespace orlan::test

@@ -56,7 +56,7 @@ TEST(PolygonVicinity, ComparesTheGeodesicDistanceToVerticesOnly) {
 }
 
 /// Radii from far below to far above the true distance, thickest around it, where bounds cannot decide.
-double radiusAround(double metres, testing::PolygonGenerator& generate) {
+double radiusAround(double metres, test::PolygonGenerator& generate) {
   const double sign = generate.below(2) == 0 ? -1.0 : 1.0;
   switch (generate.below(4)) {
     case 0:
@@ -71,7 +71,7 @@ double radiusAround(double metres, testing::PolygonGenerator& generate) {
 }
 
 TEST(PolygonVicinity, NeverDecidesDifferentlyFromTheDistanceItself) {
-  testing::PolygonGenerator generate(99);
+  test::PolygonGenerator generate(99);
   int near = 0;
   for (int i = 0; i < 20'000; ++i) {
     const double latitude =
@@ -96,7 +96,7 @@ TEST(PolygonVicinity, NeverDecidesDifferentlyFromTheDistanceItself) {
 }
 
 TEST(PolygonVicinity, AgreesForWholeRings) {
-  testing::PolygonGenerator generate(5);
+  test::PolygonGenerator generate(5);
   for (int i = 0; i < 1500; ++i) {
     const Ring ring = generate.ring();
     const Polygon polygon(ring);

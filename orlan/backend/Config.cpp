@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "orlan/backend/Errors.hpp"
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 
 namespace orlan {
@@ -22,11 +23,7 @@ std::size_t index(Environment environment) {
 constexpr std::array<std::string_view, 4> kTransmissionPaths{"", "/api/", "/api", ""};
 
 bool isLetterOrDigit(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || ascii::isDigit(c);
 }
 
 /// Labels of letters, digits, hyphens and underscores between single dots; a number address is one too.
@@ -50,7 +47,7 @@ bool isBracketedAddress(std::string_view host) {
 
 bool isPort(std::string_view digits) {
   const auto port = text::toInteger(digits);
-  return port && std::all_of(digits.begin(), digits.end(), isDigit) && *port >= 1 && *port <= 65535;
+  return port && std::all_of(digits.begin(), digits.end(), ascii::isDigit) && *port >= 1 && *port <= 65535;
 }
 
 bool isHostWithPort(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 
 namespace orlan::phone {
@@ -24,12 +25,6 @@ bool isToken(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [&](char c) {
     return isVisibleAscii(c) && separators.find(c) == std::string_view::npos;
   });
-}
-
-bool equalsIgnoringCase(std::string_view a, std::string_view lower) {
-  return a.size() == lower.size() && std::equal(a.begin(), a.end(), lower.begin(), [](char x, char y) {
-           return (x >= 'A' && x <= 'Z' ? static_cast<char>(x - 'A' + 'a') : x) == y;
-         });
 }
 
 bool isNumberUpTo(std::string_view text, std::int64_t limit) {
@@ -65,7 +60,8 @@ std::optional<UrlParts> parseUrl(std::string_view text) {
   const auto colon = text.find("://");
   if (colon == std::string_view::npos) return std::nullopt;
   const std::string_view scheme = text.substr(0, colon);
-  if (!equalsIgnoringCase(scheme, "http") && !equalsIgnoringCase(scheme, "https")) return std::nullopt;
+  if (!ascii::equalsIgnoringCase(scheme, "http") && !ascii::equalsIgnoringCase(scheme, "https"))
+    return std::nullopt;
   const std::string_view afterScheme = text.substr(colon + 3);
   const auto end = std::min(afterScheme.find_first_of("/?#"), afterScheme.size());
   const auto host = hostOf(afterScheme.substr(0, end));
@@ -74,7 +70,7 @@ std::optional<UrlParts> parseUrl(std::string_view text) {
 }
 
 bool isLoopback(std::string_view host) {
-  if (equalsIgnoringCase(host, "localhost") || host == "::1") return true;
+  if (ascii::equalsIgnoringCase(host, "localhost") || host == "::1") return true;
   const auto parts = text::split(host, '.');
   return parts.size() == 4 && std::count(host.begin(), host.end(), '.') == 3 && parts[0] == "127" &&
          std::all_of(parts.begin(), parts.end(), [](const auto& part) { return isNumberUpTo(part, 255); });
@@ -82,7 +78,7 @@ bool isLoopback(std::string_view host) {
 
 bool isAcceptableUrl(std::string_view text) {
   const auto parts = parseUrl(text);
-  return parts && (equalsIgnoringCase(parts->scheme, "https") || isLoopback(parts->host));
+  return parts && (ascii::equalsIgnoringCase(parts->scheme, "https") || isLoopback(parts->host));
 }
 
 std::optional<Error> refusal(const HttpRequest& request) {

@@ -1,23 +1,19 @@
 #include "phones/linux/HttpTransfer.hpp"
 
 #include <fmt/format.h>
-#include <strings.h>
 
 #include <algorithm>
 
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 #include "phones/common/httpRules.hpp"
 
 namespace orlan::linuxphone {
 namespace {
 
-bool sameName(const std::string& a, const char* b) {
-  return strcasecmp(a.c_str(), b) == 0;
-}
-
-bool hasHeader(const HttpRequest& request, const char* name) {
+bool hasHeader(const HttpRequest& request, std::string_view name) {
   return std::any_of(request.headers.begin(), request.headers.end(),
-                     [&](const HttpHeader& header) { return sameName(header.first, name); });
+                     [&](const HttpHeader& header) { return ascii::equalsIgnoringCase(header.first, name); });
 }
 
 bool isBlank(const std::string& text) {
@@ -120,7 +116,7 @@ void HttpTransfer::setUpHeaders() {
     }
   };
   for (const auto& [name, value] : request_.headers) {
-    if (sameName(name, "Content-Length")) continue;  // the body says it better
+    if (ascii::equalsIgnoringCase(name, "Content-Length")) continue;  // the body says it better
     // "name:" would take the header away; "name;" sends it with nothing behind it.
     add(isBlank(value) ? name + ";" : name + ": " + value);
   }

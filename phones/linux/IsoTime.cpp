@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <chrono>
 
+#include "orlan/base/ascii.hpp"
+
 namespace orlan::linuxphone {
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool take(std::string_view& text, char expected) {
   if (!text.starts_with(expected)) return false;
@@ -59,7 +57,8 @@ std::optional<Duration> zone(std::string_view text) {
 }  // namespace
 
 std::optional<int> takeNumber(std::string_view& text, std::size_t digits) {
-  if (text.size() < digits || !std::all_of(text.begin(), text.begin() + digits, isDigit)) return std::nullopt;
+  if (text.size() < digits || !std::all_of(text.begin(), text.begin() + digits, ascii::isDigit))
+    return std::nullopt;
   int number = 0;
   for (const char digit : text.substr(0, digits)) number = number * 10 + (digit - '0');
   text.remove_prefix(digits);
@@ -71,7 +70,7 @@ std::optional<Duration> parseSeconds(std::string_view text) {
   if (!whole || *whole > 60) return std::nullopt;
   Duration result = std::chrono::seconds(*whole);
   if (text.empty()) return result;
-  if (!take(text, '.') || text.empty() || !std::all_of(text.begin(), text.end(), isDigit))
+  if (!take(text, '.') || text.empty() || !std::all_of(text.begin(), text.end(), ascii::isDigit))
     return std::nullopt;
   Duration step = std::chrono::milliseconds(100);
   for (std::size_t i = 0; i < std::min<std::size_t>(text.size(), 6); ++i, step /= 10) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "orlan/base/ascii.hpp"
+
 namespace orlan::sim {
 
 using std::chrono::seconds;
@@ -45,7 +47,7 @@ class PosixZoneParser {
   bool number(int& out, int least, int most) {
     int value = 0;
     std::size_t digits = 0;
-    for (; digits < rest_.size() && digits < 4 && rest_[digits] >= '0' && rest_[digits] <= '9'; ++digits) {
+    for (; digits < rest_.size() && digits < 4 && ascii::isDigit(rest_[digits]); ++digits) {
       value = 10 * value + (rest_[digits] - '0');
     }
     rest_.remove_prefix(digits);

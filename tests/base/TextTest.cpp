@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 
 namespace orlan::text {
@@ -27,6 +28,19 @@ TEST(Text, TrimmedLosesUnicodeWhiteSpaceAtBothEnds) {
       {"overlong blank", "key\xC0\xA0", "key\xC0\xA0"},
   };
   for (const Row& row : rows) EXPECT_EQ(trimmed(row.text), row.trimmed) << row.label;
+}
+
+TEST(Text, AsciiFoldsTheLettersAndNothingElse) {
+  for (int c = -128; c < 128; ++c) {
+    const char other = static_cast<char>(c ^ 0x20);
+    const bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    EXPECT_EQ(ascii::equalsIgnoringCase(std::string(1, static_cast<char>(c)), std::string(1, other)),
+              isLetter)
+        << c;
+  }
+  EXPECT_TRUE(ascii::equalsIgnoringCase("Content-Length", "content-LENGTH"));
+  EXPECT_FALSE(ascii::equalsIgnoringCase("Content", "Content-Length"));
+  EXPECT_FALSE(ascii::equalsIgnoringCase("Content-Length", "Content"));
 }
 
 TEST(Text, CaseMappingKnowsTheSpecialCases) {

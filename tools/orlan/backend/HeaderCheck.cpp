@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "orlan/base/ascii.hpp"
+
 namespace orlan::devbackend {
 namespace {
 
@@ -13,7 +15,8 @@ constexpr std::array transport{"Host",       "Content-Length",  "Transfer-Encodi
                                "User-Agent", "Accept-Encoding", "Accept-Language"};
 
 bool isTransport(std::string_view name) {
-  return std::any_of(transport.begin(), transport.end(), [&](auto known) { return sameName(name, known); });
+  return std::any_of(transport.begin(), transport.end(),
+                     [&](auto known) { return ascii::equalsIgnoringCase(name, known); });
 }
 
 bool isTransmission(Endpoint endpoint) {
@@ -57,7 +60,7 @@ void checkOrder(const Request& request, const std::vector<ExpectedHeader>& expec
   std::vector<std::string_view> arrived;
   for (const auto& [name, value] : request.headers) {
     for (const auto& header : expected) {
-      if (!sameName(name, header.name)) continue;
+      if (!ascii::equalsIgnoringCase(name, header.name)) continue;
       if (std::find(arrived.begin(), arrived.end(), header.name) == arrived.end()) {
         arrived.push_back(header.name);
       }
@@ -78,7 +81,7 @@ void checkOrder(const Request& request, const std::vector<ExpectedHeader>& expec
 void checkOne(const Request& request, const ExpectedHeader& expected, Problems& problems) {
   int count = 0;
   for (const auto& [name, value] : request.headers) {
-    if (!sameName(name, expected.name)) continue;
+    if (!ascii::equalsIgnoringCase(name, expected.name)) continue;
     ++count;
     if (name != expected.name) {
       problems.push_back(fmt::format("header {}: spelled {}", expected.name, excerpt(name)));
@@ -112,7 +115,9 @@ std::vector<ExpectedHeader> expectedHeaders(Endpoint endpoint, const Request& re
 
 void checkHeaders(const Request& request, const std::vector<ExpectedHeader>& expected, Problems& problems) {
   for (const auto& [name, value] : request.headers) {
-    const auto isIt = [&name = name](const ExpectedHeader& header) { return sameName(name, header.name); };
+    const auto isIt = [&name = name](const ExpectedHeader& header) {
+      return ascii::equalsIgnoringCase(name, header.name);
+    };
     if (!isTransport(name) && std::none_of(expected.begin(), expected.end(), isIt)) {
       problems.push_back(fmt::format("header {}: does not belong to this request", excerpt(name)));
     }

@@ -1,15 +1,10 @@
 #include "tools/orlan/backend/Request.hpp"
 
-#include <algorithm>
-
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 
 namespace orlan::devbackend {
 namespace {
-
-char lowered(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 std::string_view withoutBlanks(std::string_view text) {
   const auto first = text.find_first_not_of(" \t");
@@ -27,14 +22,9 @@ std::string_view takeLine(std::string_view& rest) {
 
 }  // namespace
 
-bool sameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lowered(x) == lowered(y); });
-}
-
 const std::string* findHeader(const Request& request, std::string_view name) {
   for (const auto& [known, value] : request.headers) {
-    if (sameName(known, name)) return &value;
+    if (ascii::equalsIgnoringCase(known, name)) return &value;
   }
   return nullptr;
 }

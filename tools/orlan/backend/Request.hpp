@@ -21,9 +21,6 @@ struct Request {
 /// What a check found wrong, one line each, in the words that the developer at the other end reads.
 using Problems = std::vector<std::string>;
 
-/// Header names are compared without regard to case.
-[[nodiscard]] bool sameName(std::string_view a, std::string_view b);
-
 /// The first header of that name; a null pointer when there is none.
 [[nodiscard]] const std::string* findHeader(const Request& request, std::string_view name);
 

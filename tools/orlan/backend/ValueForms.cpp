@@ -6,22 +6,19 @@
 #include <chrono>
 #include <cmath>
 
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
 #include "tools/orlan/backend/Request.hpp"
 
 namespace orlan::devbackend {
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// Whether `text` has the shape of `pattern`, in which 'X' stands for an upper-case hexadecimal digit, '0'
 /// for a digit and everything else for itself.
 bool hasShape(std::string_view text, std::string_view pattern) {
   return std::equal(text.begin(), text.end(), pattern.begin(), pattern.end(), [](char c, char shape) {
-    if (shape == 'X') return isDigit(c) || (c >= 'A' && c <= 'F');
-    if (shape == '0') return isDigit(c);
+    if (shape == 'X') return ascii::isDigit(c) || (c >= 'A' && c <= 'F');
+    if (shape == '0') return ascii::isDigit(c);
     return c == shape;
   });
 }

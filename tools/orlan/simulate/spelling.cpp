@@ -5,14 +5,12 @@
 #include <limits>
 #include <vector>
 
+#include "orlan/base/ascii.hpp"
+
 namespace orlan::simulate {
 namespace {
 
 constexpr std::size_t longestWord = 64;  // a longer one is no slip of the finger
-
-char lowered(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 std::size_t editDistance(std::string_view a, std::string_view b) {
   const std::size_t width = b.size() + 1;
@@ -22,10 +20,10 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
   for (std::size_t j = 0; j <= b.size(); ++j) at(0, j) = j;
   for (std::size_t i = 1; i <= a.size(); ++i) {
     for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool same = lowered(a[i - 1]) == lowered(b[j - 1]);
+      const bool same = ascii::lowered(a[i - 1]) == ascii::lowered(b[j - 1]);
       at(i, j) = std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + (same ? 0 : 1)});
-      const bool swapped =
-          i > 1 && j > 1 && lowered(a[i - 1]) == lowered(b[j - 2]) && lowered(a[i - 2]) == lowered(b[j - 1]);
+      const bool swapped = i > 1 && j > 1 && ascii::lowered(a[i - 1]) == ascii::lowered(b[j - 2]) &&
+                           ascii::lowered(a[i - 2]) == ascii::lowered(b[j - 1]);
       if (swapped) at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
     }
   }

@@ -161,7 +161,7 @@ TEST_F(Run, AnInputThatCannotBeUsedIsOneLineAndStartsNothing) {
       {"track malformed", [&](RunOptions& o) { o.track = file("bad.gpx", "<gpx><trk>"); }, "bad.gpx: line 1"},
       {"campaigns missing", [&](RunOptions& o) { o.campaigns = directory + "/none.json"; }, "none.json"},
       {"campaigns empty", [&](RunOptions& o) { o.campaigns = file("empty.json", ""); },
-       "empty.json: the file is empty"},
+       "empty.json: is empty"},
       {"campaigns incomplete",
        [&](RunOptions& o) { o.campaigns = file("half.json", R"({"geoCampaign":[{}]})"); },
        "half.json: geoCampaign[0].campaignName: missing"},

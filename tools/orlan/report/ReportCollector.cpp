@@ -2,11 +2,21 @@
 
 #include <algorithm>
 
+#include "phones/common/httpRules.hpp"
+
 namespace orlan::report {
 
 namespace {
+
 constexpr char scheduled[] = "scheduled";
+
+std::string pathOf(const std::string& url) {
+  const auto parts = phone::parseUrl(url);
+  if (!parts) return url;  // a phone refuses it, which the report shows
+  return parts->path.empty() ? "/" : std::string(parts->path);
 }
+
+}  // namespace
 
 ReportCollector::ReportCollector(std::string title, TimePoint begin, std::chrono::seconds utcOffset,
                                  std::function<Duration()> elapsed, ReportListener* listener)
@@ -41,9 +51,10 @@ void ReportCollector::note(std::string kind, std::string text) {
 }
 
 ReportData ReportCollector::data() const {
+  const Duration length = elapsed_();
   const std::lock_guard lock(mutex_);
   ReportData copy = data_;
-  copy.length = elapsed_();
+  copy.length = length;
   return copy;
 }
 
@@ -57,9 +68,10 @@ void ReportCollector::consoleLine(std::string_view level, std::string_view messa
 }
 
 void ReportCollector::request(phone::RequestId id, const HttpRequest& request) {
+  const Duration at = elapsed_();
   const std::lock_guard lock(mutex_);
   open_[id] = data_.requests.size();
-  data_.requests.push_back({elapsed_(), request.method, pathOf(request.url), {}});
+  data_.requests.push_back({at, request.method, pathOf(request.url), {}});
 }
 
 void ReportCollector::response(phone::RequestId id, const Result<HttpReply>& result) {
@@ -92,10 +104,10 @@ void ReportCollector::notificationDelivered(const NotificationRequest& request) 
 }
 
 void ReportCollector::fixes(std::span<const Location> batch) {
+  const Duration at = elapsed_();
   const std::lock_guard lock(mutex_);
   for (const Location& fix : batch) {
-    if (fix.horizontalAccuracy >= 0)
-      data_.fixes.push_back({elapsed_(), fix.coordinate, fix.horizontalAccuracy});
+    if (fix.horizontalAccuracy >= 0) data_.fixes.push_back({at, fix.coordinate, fix.horizontalAccuracy});
   }
 }
 
@@ -165,13 +177,6 @@ std::optional<Coordinate> ReportCollector::position() const {
 std::string ReportCollector::campaignName(std::int64_t campaignId) const {
   const auto found = std::ranges::find(data_.areas, campaignId, &Area::campaignId);
   return found == data_.areas.end() ? "campaign " + std::to_string(campaignId) : found->name;
-}
-
-std::string pathOf(std::string_view url) {
-  const std::size_t scheme = url.find("://");
-  if (scheme == std::string_view::npos) return std::string(url);
-  const std::size_t path = url.find('/', scheme + 3);
-  return path == std::string_view::npos ? "/" : std::string(url.substr(path));
 }
 
 }  // namespace orlan::report

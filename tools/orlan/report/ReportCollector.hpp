@@ -65,7 +65,4 @@ class ReportCollector final : public phone::PhoneObserver {
   SubscriptionBag subscriptions_;                           // main thread
 };
 
-/// The path of a URL: what follows scheme and host.
-[[nodiscard]] std::string pathOf(std::string_view url);
-
 }  // namespace orlan::report

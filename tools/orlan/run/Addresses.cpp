@@ -1,6 +1,7 @@
 #include "tools/orlan/run/Addresses.hpp"
 
 #include "orlan/base/text.hpp"
+#include "phones/common/httpRules.hpp"
 
 namespace orlan::run {
 
@@ -14,8 +15,8 @@ std::string withoutTrailingSlash(std::string url) {
 /// What stands behind the host in the built-in address of the transmission layer.
 std::string transmissionPath(Config::Environment environment) {
   const std::string url = BaseUrls::builtIn().transmissionUrl(environment);
-  const std::size_t path = url.find('/', url.find("://") + 3);
-  return path == std::string::npos ? "" : url.substr(path);
+  const auto parts = phone::parseUrl(url);
+  return parts ? std::string(parts->path) : "";
 }
 
 Error mistake(std::string_view option, const Error& why) {

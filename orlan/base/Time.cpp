@@ -43,9 +43,8 @@ std::int64_t microseconds(double seconds) {
   if (std::isnan(seconds)) return 0;
   const double magnitude = std::fabs(seconds);
   // The last whole second on either side of the range counts as beyond it: the range is 292,000 years.
-  if (magnitude >= static_cast<double>(highest / microsecondsPerSecond)) {
-    return seconds < 0 ? lowest : highest;
-  }
+  constexpr std::int64_t lastSecond = highest / microsecondsPerSecond;
+  if (magnitude >= static_cast<double>(lastSecond)) return seconds < 0 ? lowest : highest;
   const double whole = std::floor(magnitude);
   const std::int64_t count =
       static_cast<std::int64_t>(whole) * microsecondsPerSecond + roundedMicroseconds(magnitude - whole);

@@ -63,6 +63,7 @@ class NotificationCenterDelegate {
  public:
   virtual ~NotificationCenterDelegate() = default;
 
+  // NOLINTBEGIN(performance-unnecessary-value-param): who overrides may keep the completion for later.
   /// A notification arrives while the application is in front; answer with `notificationOptions` (0: not
   /// shown).
   virtual void willPresent(const NotificationRequest&, std::function<void(std::uint32_t)> completion) {
@@ -70,6 +71,7 @@ class NotificationCenterDelegate {
   }
   /// The person tapped a notification.
   virtual void didReceive(const NotificationResponse&, std::function<void()> completion) { completion(); }
+  // NOLINTEND(performance-unnecessary-value-param)
 };
 
 /// The phone's notification centre.

@@ -48,12 +48,13 @@ OrlanPlugin::OrlanPlugin(const Platform& phone, OrlanServices& services)
 OrlanPlugin::~OrlanPlugin() = default;
 
 void OrlanPlugin::start(const std::string& apiKey, Config::Environment env,
-                        const Segmentations& segmentations, Delegate delegate) {
+                        const Segmentations& segmentations, const Delegate& delegate) {
   parts_->phone.main.assertCurrent();
   parts_->starting.withApiKey(apiKey, env, segmentations, delegate);
 }
 
-void OrlanPlugin::start(Config::Environment env, const Segmentations& segmentations, Delegate delegate) {
+void OrlanPlugin::start(Config::Environment env, const Segmentations& segmentations,
+                        const Delegate& delegate) {
   parts_->phone.main.assertCurrent();
   parts_->starting.withHostCredentials(env, segmentations, delegate);
 }
@@ -61,7 +62,7 @@ void OrlanPlugin::start(Config::Environment env, const Segmentations& segmentati
 void OrlanPlugin::start(const std::string& companyApiKey, const std::string& appId,
                         const std::string& appApiKey, const std::string& iosBundleId, Config::Environment env,
                         const Segmentations& segmentations, bool includeLegacyApiKeyHeader,
-                        Delegate delegate) {
+                        const Delegate& delegate) {
   parts_->phone.main.assertCurrent();
   TransmissionAppCredentials credentials;
   credentials.companyApiKey = companyApiKey;
@@ -73,21 +74,21 @@ void OrlanPlugin::start(const std::string& companyApiKey, const std::string& app
 }
 
 void OrlanPlugin::startBridged(const std::string& apiKey, std::int64_t environment,
-                               const json::Value& segmentations, Delegate delegate) {
-  start(apiKey, environmentFromBridged(environment), stringsFromBridged(segmentations), std::move(delegate));
+                               const json::Value& segmentations, const Delegate& delegate) {
+  start(apiKey, environmentFromBridged(environment), stringsFromBridged(segmentations), delegate);
 }
 
 void OrlanPlugin::startBridged(std::int64_t environment, const json::Value& segmentations,
-                               Delegate delegate) {
-  start(environmentFromBridged(environment), stringsFromBridged(segmentations), std::move(delegate));
+                               const Delegate& delegate) {
+  start(environmentFromBridged(environment), stringsFromBridged(segmentations), delegate);
 }
 
 void OrlanPlugin::startBridged(const std::string& companyApiKey, const std::string& appId,
                                const std::string& appApiKey, const std::string& iosBundleId,
                                std::int64_t environment, const json::Value& segmentations,
-                               Delegate delegate) {
+                               const Delegate& delegate) {
   start(companyApiKey, appId, appApiKey, iosBundleId, environmentFromBridged(environment),
-        stringsFromBridged(segmentations), true, std::move(delegate));
+        stringsFromBridged(segmentations), true, delegate);
 }
 
 std::string OrlanPlugin::getNotificationStats() const {

@@ -51,25 +51,25 @@ class OrlanPlugin : public NotificationCounter {
 
   /// Starts with an API key. Credentials in OrlanConfig.plist, if there are any, win over the argument.
   void start(const std::string& apiKey, Config::Environment env, const Segmentations& segmentations,
-             Delegate delegate);
+             const Delegate& delegate);
 
   /// Starts with the credentials in OrlanConfig.plist, which must be there.
-  void start(Config::Environment env, const Segmentations& segmentations, Delegate delegate);
+  void start(Config::Environment env, const Segmentations& segmentations, const Delegate& delegate);
 
   /// Starts with app-scoped credentials, taken as they are.
   void start(const std::string& companyApiKey, const std::string& appId, const std::string& appApiKey,
              const std::string& iosBundleId, Config::Environment env, const Segmentations& segmentations,
-             bool includeLegacyApiKeyHeader, Delegate delegate);
+             bool includeLegacyApiKeyHeader, const Delegate& delegate);
 
   /// The same three for hosts behind a language bridge: the environment as an integer (0 development, 1
   /// staging, 2 production, 3 nightly, any other staging); segmentations as any value, of which only an array
   /// wholly made of strings counts.
   void startBridged(const std::string& apiKey, std::int64_t environment, const json::Value& segmentations,
-                    Delegate delegate);
-  void startBridged(std::int64_t environment, const json::Value& segmentations, Delegate delegate);
+                    const Delegate& delegate);
+  void startBridged(std::int64_t environment, const json::Value& segmentations, const Delegate& delegate);
   void startBridged(const std::string& companyApiKey, const std::string& appId, const std::string& appApiKey,
                     const std::string& iosBundleId, std::int64_t environment,
-                    const json::Value& segmentations, Delegate delegate);
+                    const json::Value& segmentations, const Delegate& delegate);
 
   /// Counts of campaign notifications since launch or the last reset, as a text for people.
   [[nodiscard]] std::string getNotificationStats() const;

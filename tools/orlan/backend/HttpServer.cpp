@@ -178,7 +178,7 @@ class HttpServer::Server final : public httplib::Server {
 
   void reply(httplib::Response& response) {
     current->handled = true;
-    auto reply = handler_(current->request);
+    const auto reply = handler_(current->request);
     current->last = !current->request.isWhole || reply.cutAfter.has_value();
     auto& connection = current->connection;
     if (reply.raw) {
@@ -190,7 +190,7 @@ class HttpServer::Server final : public httplib::Server {
       connection.cutAfter(*reply.cutAfter);
     }
     response.status = reply.status;
-    if (!reply.body.empty()) response.set_content(std::move(reply.body), reply.contentType);
+    if (!reply.body.empty()) response.set_content(reply.body, reply.contentType);
   }
 
   HttpServer::Handler handler_;

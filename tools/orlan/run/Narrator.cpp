@@ -120,7 +120,7 @@ void Narrator::summary(const report::ReportData& data,
                          {"notifications", static_cast<std::int64_t>(data.notifications.size())},
                          {"requests", std::move(byEndpoint)}};
     for (const auto& [name, path] : files) members.set(name, path);
-    return object(data.length, "summary", std::move(members));
+    return object(data.length, "summary", members);
   }
   std::string out =
       fmt::format("\n{} fixes, {} entries, {} exits, {} notifications, {} requests\n", data.fixes.size(),
@@ -151,7 +151,7 @@ void Narrator::row(Duration at, std::string_view colour, std::string_view what, 
                   gap, text));
 }
 
-void Narrator::object(Duration at, std::string_view event, json::Object members) {
+void Narrator::object(Duration at, std::string_view event, const json::Object& members) {
   json::Object line{{"time", isoDateTime(begin_ + at)}, {"at", seconds(at)}, {"event", event}};
   for (const auto& [key, value] : members) line.set(key, value);
   say(json::print(line) + "\n");

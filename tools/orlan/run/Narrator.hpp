@@ -40,7 +40,7 @@ class Narrator final : public report::ReportListener {
   void say(std::string_view text);               // whole lines
   bool isOldNews(const report::Moment& moment);  // a refresh that brought what was there
   void row(Duration at, std::string_view colour, std::string_view what, std::string_view text);
-  void object(Duration at, std::string_view event, json::Object members);
+  void object(Duration at, std::string_view event, const json::Object& members);
   [[nodiscard]] std::string time(Duration at) const;
 
   Voice voice_;

@@ -98,7 +98,7 @@ void Transcript::fileRemoved(std::string_view name) {
 }
 
 void Transcript::notification(std::string_view action, const NotificationRequest& request,
-                              json::Object extra) {
+                              const json::Object& extra) {
   if (!wants("notification")) return;
   json::Object members{{"action", action},
                        {"identifier", request.identifier},

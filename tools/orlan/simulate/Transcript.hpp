@@ -68,7 +68,8 @@ class Transcript final : public phone::PhoneObserver {
  private:
   [[nodiscard]] bool wants(std::string_view event) const;
   void write(std::string_view event, const json::Object& members);
-  void notification(std::string_view action, const NotificationRequest& request, json::Object extra = {});
+  void notification(std::string_view action, const NotificationRequest& request,
+                    const json::Object& extra = {});
 
   Write write_;
   std::set<std::string, std::less<>> only_;

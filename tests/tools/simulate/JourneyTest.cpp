@@ -92,6 +92,10 @@ TEST(JourneyFolder, IsNotEmpty) {
   EXPECT_GE(journeys().size(), 10u);
 }
 
+void PrintTo(const Journey& journey, std::ostream* out) {
+  *out << journey.scenario.filename().string();
+}
+
 std::string nameOf(const ::testing::TestParamInfo<Journey>& journey) {
   std::string name = journey.param.scenario.stem().string();
   std::replace(name.begin(), name.end(), '-', '_');

@@ -1,25 +1,70 @@
 #pragma once
 
-#include "orlan/logging/Logger.hpp"
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "orlan/base/Subject.hpp"
+#include "orlan/geofence/Crossing.hpp"
+#include "orlan/geofence/PolygonSink.hpp"
+#include "orlan/geofence/ReactionServices.hpp"
+#include "orlan/platform/Circle.hpp"
+#include "orlan/platform/LocationManager.hpp"
 #include "orlan/platform/SerialQueue.hpp"
 
 namespace orlan {
 
-/// Takes over from the foreground monitor while the application is not in front. Main thread.
-class BackgroundRegionMonitor {
+/// Hears the entries and exits to which the background monitor reacts. Main thread.
+class BackgroundGeofenceDelegate {
  public:
-  BackgroundRegionMonitor(MainLoop& main, Logger& logger);
+  virtual ~BackgroundGeofenceDelegate() = default;
+  virtual void didEnterRegion(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+  virtual void didExitRegion(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+};
+
+/// Lets the operating system watch at most 20 circles around the campaigns' polygons, and reacts to their
+/// entries and exits while the application is not in front. Main thread.
+class BackgroundRegionMonitor : public PolygonSink {
+ public:
+  BackgroundRegionMonitor(MainLoop& main, LocationService& locations, const ReactionServices& services);
+  ~BackgroundRegionMonitor() override;
 
   static BackgroundRegionMonitor& shared();
 
-  /// While paused the foreground monitor is in charge. Each does and logs nothing when nothing changes.
+  /// Held weakly.
+  void setDelegate(std::weak_ptr<BackgroundGeofenceDelegate> delegate);
+
+  [[nodiscard]] Publisher<Crossing>& enterPublisher();
+  [[nodiscard]] Publisher<Crossing>& exitPublisher();
+
+  /// The circles that are watched: the current list first; then, at each change of campaigns, the empty list
+  /// and the growing one after each circle. Both names give the same stream.
+  [[nodiscard]] CurrentValue<std::vector<Circle>>& circlesPublisher();
+  [[nodiscard]] CurrentValue<std::vector<Circle>>& circlesPublisherPublic() { return circlesPublisher(); }
+
+  /// Watches these campaigns' areas instead of the last ones, the nearest 20 of them. The same campaigns as
+  /// last time change nothing, whatever their shapes. Who was inside a campaign that stays is still inside.
+  void updateRegions(const std::vector<CampaignPolygon>& polygons);
+  void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updateRegions(polygons); }
+
+  /// While paused the foreground monitor is in charge: crossings are lost to this one. Each does and logs
+  /// nothing when nothing changes.
   void pauseMonitoring();
   void resumeMonitoring();
 
+  /// Posts the campaign's notifications of that activation (upper case), without a cooldown of their own.
+  void sendLocalNotifications(const CampaignData::Campaign& campaign, std::string_view activation);
+
+  /// Whether a notification may be posted now. Only "ON_EXIT" has a cooldown: 900 s, shared by both monitors.
+  bool shouldSendNotification(std::int64_t campaignId, std::string_view activation);
+
+  /// Forgets all cooldowns, those of the foreground monitor too.
+  void clearCooldown();
+
  private:
-  MainLoop& main_;
-  Logger& logger_;
-  bool isPaused_ = false;
+  struct Parts;
+  std::shared_ptr<Parts> parts_;  // the location manager's delegate, which holds it weakly
 };
 
 }  // namespace orlan

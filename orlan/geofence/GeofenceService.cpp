@@ -9,6 +9,7 @@
 #include "orlan/geofence/CampaignFetch.hpp"
 #include "orlan/geofence/GeofenceRequest.hpp"
 #include "orlan/geofence/LocationFeed.hpp"
+#include "orlan/geofence/PushDispatch.hpp"
 #include "orlan/geofence/RefreshPolicy.hpp"
 
 namespace orlan {
@@ -28,7 +29,8 @@ struct GeofenceService::Parts {
       : phone(platform),
         neighbours(others),
         cache(platform.files),
-        fetcher(platform.main, platform.http, cache, others.logger) {}
+        fetcher(platform.main, platform.http, cache, others.logger),
+        push(platform, others.logger, others.api) {}
 
   void loadCache();
   void fetch(const std::string& apiKey, std::string_view reason);
@@ -56,6 +58,7 @@ struct GeofenceService::Parts {
 
   CampaignCache cache;
   CampaignFetch fetcher;
+  PushDispatch push;
   std::unique_ptr<LocationFeed> fixes;
   Subscription timer;
   SubscriptionBag appStateObservers;
@@ -149,6 +152,7 @@ void GeofenceService::Parts::publish(const CampaignFetch::Campaigns& data) {
   neighbours.logger.log(fmt::format("✅ Geofence fetch OK – {} campaigns", data->campaignsArray.size()));
   current.send(data);
   campaigns.send(*data);
+  push.dispatch(*data);
   const auto list = campaignPolygons(data);
   neighbours.foreground.takePolygons(list);
   neighbours.background.takePolygons(list);

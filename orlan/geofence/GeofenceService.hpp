@@ -17,7 +17,8 @@
 namespace orlan {
 
 /// Owns the campaign data: fetches it, keeps the last good answer in a file, refreshes it by timer, on demand
-/// and after background movement, publishes it and hands its polygons to the monitors. Main thread.
+/// and after background movement, publishes it, posts what is to be pushed and hands its polygons to the
+/// monitors. Main thread.
 class GeofenceService : public CampaignSource {
  public:
   /// What it talks to besides the phone. The sinks take polygons in the order foreground, background.

@@ -15,4 +15,9 @@ namespace orlan::notificationPayload {
 [[nodiscard]] json::Object forCrossing(const CampaignData::Campaign& campaign,
                                        const CampaignData::Notification& notification);
 
+/// The user info of a pushed notification: the ids under both their names, the same media and call to action
+/// again under "notification_data", all as texts there. What is absent has no key.
+[[nodiscard]] json::Object forPush(const CampaignData::Campaign& campaign,
+                                   const CampaignData::Notification& notification);
+
 }  // namespace orlan::notificationPayload

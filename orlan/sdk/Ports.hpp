@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "orlan/base/Lazy.hpp"
-#include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
 #include "orlan/geofence/NotificationCounter.hpp"
 #include "orlan/geofence/PolygonSink.hpp"
 #include "orlan/sdk/LocationPermissionManager.hpp"
@@ -29,21 +28,17 @@ class CounterPort final : public NotificationCounter {
   Lazy<OrlanPlugin>& plugin_;
 };
 
-class ForegroundSink final : public PolygonSink {
+/// For either monitor.
+template <class Monitor>
+class MonitorSink final : public PolygonSink {
  public:
-  explicit ForegroundSink(Lazy<ForegroundGeofenceMonitor>& monitor) : monitor_(monitor) {}
+  explicit MonitorSink(Lazy<Monitor>& monitor) : monitor_(monitor) {}
   void takePolygons(const std::vector<CampaignPolygon>& polygons) override {
     monitor_->takePolygons(polygons);
   }
 
  private:
-  Lazy<ForegroundGeofenceMonitor>& monitor_;
-};
-
-/// The background monitor takes turns with the foreground monitor but watches no regions of its own.
-class BackgroundSink final : public PolygonSink {
- public:
-  void takePolygons(const std::vector<CampaignPolygon>&) override {}
+  Lazy<Monitor>& monitor_;
 };
 
 class LocationStream final : public Publisher<std::optional<Location>> {

@@ -46,8 +46,8 @@ struct Runtime::Parts {
 
   // What the services know of each other beyond the floors below them.
   CounterPort counter{plugin};
-  ForegroundSink foregroundSink{foregroundMonitor};
-  BackgroundSink backgroundSink;
+  MonitorSink<ForegroundGeofenceMonitor> foregroundSink{foregroundMonitor};
+  MonitorSink<BackgroundRegionMonitor> backgroundSink{backgroundMonitor};
   LocationStream locationStream{locationPermission};
 
   Lazy<LocationTrackingReliability> reliability{[this] {
@@ -56,14 +56,13 @@ struct Runtime::Parts {
   }};
   Lazy<APIService> api{
       [this] { return std::make_shared<APIService>(phone, options.urls, logger, reliability); }};
+  ReactionServices reactions{phone.clock, phone.store, phone.notifications, phone.random, logger,
+                             api,         counter};
   Lazy<ForegroundGeofenceMonitor> foregroundMonitor{[this] {
-    return std::make_shared<ForegroundGeofenceMonitor>(
-        phone.main, phone.locations,
-        ReactionServices{phone.clock, phone.store, phone.notifications, phone.random, logger, api, counter},
-        reliability);
+    return std::make_shared<ForegroundGeofenceMonitor>(phone.main, phone.locations, reactions, reliability);
   }};
   Lazy<BackgroundRegionMonitor> backgroundMonitor{
-      [this] { return std::make_shared<BackgroundRegionMonitor>(phone.main, logger); }};
+      [this] { return std::make_shared<BackgroundRegionMonitor>(phone.main, phone.locations, reactions); }};
   Lazy<LocationPermissionManager> locationPermission{[this] {
     return std::make_shared<LocationPermissionManager>(phone.main, phone.locations, phone.application,
                                                        phone.systemLog);

@@ -35,7 +35,7 @@ inline std::string pushNotification(std::int64_t id) {
 }
 
 inline std::string pushCampaign(std::int64_t id) {
-  return wrapper(id, "", pushNotification(id));
+  return wrapper(id, "", pushNotification(2 * id));
 }
 
 inline std::string answer(const std::vector<std::string>& geo, const std::vector<std::string>& push) {

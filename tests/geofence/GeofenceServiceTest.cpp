@@ -98,7 +98,12 @@ TEST_F(GeofenceServiceTest, AStartFetchesAndPublishesInOrder) {
       ElementsAre("file orlan-geofences.json", "INFO ✅ Geofence fetch OK – 3 campaigns", "publish current",
                   "publish campaigns 3", "INFO 🔄 Manually triggering geofence refetch",
                   "INFO ⏭️ Geofence fetch (manual) skipped: fetch already in flight",
-                  "foreground takes 2", "background takes 2", "publish polygons 2"));
+                  "INFO 🔔 Processing 1 PUSH campaign(s)",
+                  "report notification_delivered as notification of 6 at 0 (-1.0,-1.0)", "scheduled Push",
+                  "INFO ✅ PUSH dispatch queued – scheduled 1, skipped 0", "foreground takes 2",
+                  "background takes 2", "publish polygons 2",
+                  "store Orlan.PushDeliveredAt.v1.3.6.2026-01-01.2026-02-01 = 1767225600.05",
+                  "• ✅ PUSH scheduled campaign=3 notif=6 location=0"));
   EXPECT_EQ(host_.phone.files().content(cacheFile), twoAndOne);
   EXPECT_THAT(service().current()->campaignsArray, SizeIs(3));
   EXPECT_THAT(service().currentPolygons(), SizeIs(2));
@@ -110,7 +115,7 @@ TEST_F(GeofenceServiceTest, TheKeyOfStartIsTheFallbackKey) {
   struct Keys final : phone::PhoneObserver {
     std::vector<std::string> seen;
     void request(phone::RequestId, const HttpRequest& request) override {
-      seen.push_back(request.headers.back().second);
+      if (request.url.ends_with(path)) seen.push_back(request.headers.back().second);
     }
   } keys;
   host_.phone.observe(keys);

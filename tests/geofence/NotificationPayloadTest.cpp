@@ -39,5 +39,36 @@ TEST(NotificationPayload, CarriesTheFirstMediaAndCallToAction) {
   }
 }
 
+TEST(NotificationPayload, OfAPushLeavesOutWhatIsAbsent) {
+  auto posted = notification(5, "push", "Hello");
+  const json::Object ids{{"campaign_id", 42}, {"campaignId", 42}, {"location_id", 0},    {"locationId", 0},
+                         {"n_id", 5},         {"id", 5},          {"activation", "PUSH"}};
+  auto expected = ids;
+  expected.set("notification_data", json::Object{{"notification_id", "5"}});
+  EXPECT_EQ(notificationPayload::forPush(campaign(42, 0), posted), expected);
+
+  posted.media = {{"image", "https://m.example/1", "a"}, {"video", "https://m.example/2", "b"}};
+  posted.cta = {{std::nullopt, "Open", "c"}};
+  expected = ids;
+  expected.set("mediaType", "image");
+  expected.set("mediaUrl", "https://m.example/1");
+  expected.set("ctaLabel", "Open");
+  expected.set("notification_data", json::Object{{"notification_id", "5"},
+                                                 {"media_url", "https://m.example/1"},
+                                                 {"type", "image"},
+                                                 {"cta_label", "Open"}});
+  EXPECT_EQ(notificationPayload::forPush(campaign(42, 0), posted), expected);
+
+  posted.media.clear();
+  posted.cta.front().url = "https://c.example/1";
+  expected = ids;
+  expected.set("ctaLabel", "Open");
+  expected.set("ctaUrl", "https://c.example/1");
+  expected.set(
+      "notification_data",
+      json::Object{{"notification_id", "5"}, {"cta_label", "Open"}, {"cta_url", "https://c.example/1"}});
+  EXPECT_EQ(notificationPayload::forPush(campaign(42, 0), posted), expected);
+}
+
 }  // namespace
 }  // namespace orlan::test

@@ -56,6 +56,11 @@ class Transcript final : public phone::PhoneObserver {
          "/" + std::to_string(int(filter)));
   }
 
+  void region(phone::RegionAction action, const CircularRegion& region) override {
+    constexpr std::array<const char*, 4> words{"start", "stop", "enter", "exit"};
+    note(std::string("region ") + words.at(static_cast<std::size_t>(action)) + " " + region.identifier);
+  }
+
  private:
   static std::string part(const std::string& body, const std::string& name) {
     const std::string opening = "name=\"" + name + "\"\r\n\r\n";

@@ -1,0 +1,127 @@
+#include "orlan/geofence/WatchedRegions.hpp"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "orlan/geofence/RegionIdentifier.hpp"
+#include "orlan/geofence/RegionSelection.hpp"
+
+namespace orlan {
+
+using regionSelection::mostRegions;
+
+void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
+                            const std::weak_ptr<LocationManagerDelegate>& delegate) {
+  CampaignIds ids;
+  for (const auto& entry : polygons) ids.insert(entry.campaign->campaign.campaignId);
+  if (ids == lastCampaignIds_) {
+    logger_.breadcrumb(fmt::format("🧲 BG-Monitor: campaigns unchanged ({}), skipping reset", ids.size()));
+    return;
+  }
+  const std::size_t previously = lastCampaignIds_.size();
+  lastCampaignIds_ = std::move(ids);
+  if (previously != 0) {
+    logger_.breadcrumb(fmt::format("🧲 BG-Monitor: campaigns changed (was {}, now {})", previously,
+                                   lastCampaignIds_.size()));
+  }
+
+  const std::uint64_t round = ++round_;
+  const auto preserved = campaignsInside();
+  forgetAll(preserved);
+  if (round != round_) return;
+  logger_.breadcrumb(fmt::format(
+      "🧲 BG-Monitor setting up {} campaigns (iOS limit: 20 circular regions max)", polygons.size()));
+  std::size_t registered = 0;
+  for (const auto& entry : chosen(polygons)) {
+    if (watch(entry, preserved, round)) ++registered;
+    if (round != round_) return;
+  }
+  conclude(polygons.size(), registered, delegate);
+}
+
+std::vector<std::int64_t> WatchedRegions::campaignsInside() {
+  std::vector<std::int64_t> campaigns;
+  for (const auto& identifier : inside_) {
+    if (const auto id = regionIdentifier::campaignId(identifier)) campaigns.push_back(*id);
+  }
+  if (!campaigns.empty()) {
+    logger_.breadcrumb(fmt::format("🔄 Preserving state: user inside campaigns {}", campaigns));
+  }
+  return campaigns;
+}
+
+void WatchedRegions::forgetAll(const std::vector<std::int64_t>& preserved) {
+  for (const auto& region : manager_.monitoredRegions()) manager_.stopMonitoring(region.identifier);
+  idMap_.clear();
+  inside_.clear();
+  circles_.send({});
+  if (preserved.empty()) {
+    exitDetection_.stop();
+  } else {
+    logger_.breadcrumb(
+        fmt::format("🔄 Keeping location updates active (user inside {} regions)", preserved.size()));
+  }
+}
+
+std::vector<CampaignPolygon> WatchedRegions::chosen(const std::vector<CampaignPolygon>& polygons) {
+  if (polygons.size() <= mostRegions) return polygons;
+  auto ordered = polygons;
+  if (const auto position = manager_.location()) {
+    logger_.breadcrumb("🧲 BG-Monitor: selecting nearest campaigns for 20-slot iOS region cap");
+    ordered = regionSelection::sortedByProximity(polygons, position->coordinate);
+  } else {
+    logger_.breadcrumb(
+        "🧲 BG-Monitor: no location available, using default campaign order for 20-slot limit");
+  }
+  ordered.erase(ordered.begin() + mostRegions, ordered.end());
+  return ordered;
+}
+
+bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved,
+                           std::uint64_t round) {
+  auto circle = regionSelection::circleForVertices(polygon.polygon.coordinates());
+  if (!circle) return false;
+  circle->radius = regionSelection::clampedRadius(circle->radius);
+  auto circles = circles_.value();
+  circles.push_back(*circle);
+  circles_.send(std::move(circles));
+  if (round != round_) return false;
+
+  const std::int64_t campaignId = polygon.campaign->campaign.campaignId;
+  const auto identifier = regionIdentifier::of(campaignId, polygon.campaign->location.locationId);
+  manager_.startMonitoring({identifier, *circle});
+  idMap_.insert_or_assign(identifier, polygon.campaign);
+  if (std::find(preserved.begin(), preserved.end(), campaignId) != preserved.end()) {
+    inside_.insert(identifier);
+    logger_.breadcrumb(fmt::format("🔄 Restored inside state for camp {}", campaignId));
+  }
+  return true;
+}
+
+void WatchedRegions::conclude(std::size_t offered, std::size_t registered,
+                              const std::weak_ptr<LocationManagerDelegate>& delegate) {
+  if (inside_.empty()) {
+    exitDetection_.stop();  // kept so far, but who was inside is inside nothing that is watched
+  } else if (!exitDetection_.isRunning()) {
+    logger_.breadcrumb(fmt::format("🔄 Restarting location updates (user inside {} regions)", inside_.size()));
+    exitDetection_.start();
+  }
+  if (offered > mostRegions) {
+    logger_.breadcrumb(
+        fmt::format("⚠️  {} campaigns available, monitoring 20 only ({}, iOS platform limit)", offered,
+                    manager_.location() ? "nearest-first" : "default order"));
+  }
+  manager_.setDelegate(delegate);
+  manager_.setAllowsBackgroundUpdates(true);
+  logger_.breadcrumb(fmt::format("🧲 BG-Monitor tracking {} circular regions", registered));
+}
+
+const SharedCampaign* WatchedRegions::find(const std::string& identifier) const {
+  const auto found = idMap_.find(identifier);
+  return found == idMap_.end() ? nullptr : &found->second;
+}
+
+}  // namespace orlan

@@ -17,9 +17,10 @@ struct HttpOptions {
 };
 
 /// HTTP over libcurl, all requests on one thread that is also the client's queue. Connections are kept and
-/// reused; certificates are always checked; plain http stays on the loopback, past any proxy; redirects are
-/// answers. Only `HttpRequest::timeout` limits a request, in real time, from `send` to the last byte. No body
-/// is reported where HTTP allows none (HEAD, 204, 304); everywhere else a missing one is empty.
+/// reused, at most six a host; certificates are always checked; https goes through the proxy that the
+/// environment names, plain http stays on the loopback, past any proxy; redirects are answers. Only
+/// `HttpRequest::timeout` limits a request, in real time, from `send` to the last byte. No body is reported
+/// where HTTP allows none (HEAD, 204, 304); everywhere else a missing one is empty.
 class CurlHttpClient final : public HttpClient {
  public:
   explicit CurlHttpClient(phone::PhoneObserver& observer, HttpOptions options = {});

@@ -43,7 +43,7 @@ struct LinuxPhone::Parts {
         console(std::move(config.console), observers),
         systemLog(std::move(config.systemLog), observers),
         application(main, observers, config.state),
-        locations(main, observers, std::move(config.location)),
+        locations(main, observers, config.location),
         notifications(main, application, observers, std::move(config.notifications)),
         player(main, *time, locations),
         http(std::make_unique<CurlHttpClient>(observers, std::move(config.http))) {}

@@ -204,6 +204,19 @@ TEST(ReplayTime, RunsFasterInEveryRespect) {
   EXPECT_GE(clock.now(), seen);
 }
 
+TEST(ReplayTime, AChangeOfPaceIsNoJump) {
+  ReplayTime time(1.0, {});
+  for (const double scale : {1e6, 1e-3, 600.0, 1.0}) {
+    const auto realBefore = std::chrono::steady_clock::now();
+    const Duration before = time.monotonicNow();
+    time.setScale(scale);
+    const Duration after = time.monotonicNow();
+    const std::chrono::duration<double, std::micro> real = std::chrono::steady_clock::now() - realBefore;
+    EXPECT_GE(after, before) << scale;
+    EXPECT_LE(static_cast<double>((after - before).count()), real.count() * 1e6 + 1) << scale;
+  }
+}
+
 TEST(ReplayTime, NeverSleepsTooShortAndTakesAnyScale) {
   const struct {
     double scale;

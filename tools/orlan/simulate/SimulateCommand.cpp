@@ -16,18 +16,25 @@ The real library runs on a simulated phone in virtual time, so that a day takes 
 moment and the same scenario always gives the same transcript, byte for byte: one JSON object a line
 for everything the outside world could have seen.)";
 
-constexpr const char* footer = R"(Examples:
+constexpr const char* examples = R"(Examples:
   orlan simulate walk.json
   orlan simulate walk.json --only notification,delegate
   orlan simulate walk.json --transcript walk.jsonl --quiet
 
 Exit status: 0 played to the end; 2 the scenario is not valid (the message says where); 1 anything else.)";
 
+/// The names of all events, in lines that fit a terminal.
 std::string eventList() {
-  std::string list = "events to keep, separated by commas, besides \"end\": ";
+  constexpr std::size_t width = 80;
+  std::string list = "Events:";
+  std::size_t used = list.size();
   for (const auto name : Transcript::eventNames()) {
-    if (list.back() != ' ') list += ", ";
-    list += name;
+    if (used + name.size() > width) {
+      list += "\n       ";
+      used = 7;
+    }
+    list += " " + std::string(name);
+    used += name.size() + 1;
   }
   return list;
 }
@@ -37,13 +44,14 @@ std::string eventList() {
 void addSimulateCommand(CLI::App& app, int& exitCode) {
   auto options = std::make_shared<SimulateOptions>();
   CLI::App* command = app.add_subcommand("simulate", description);
-  command->footer(footer);
+  command->footer(eventList() + "\n\n" + examples);
   command->add_option("scenario", options->scenario, "the scenario to play")
       ->required()
       ->type_name("SCENARIO.json");
   command->add_option("--transcript", options->transcript, "write the transcript to a file")
       ->type_name("OUT.jsonl");
-  command->add_option("--only", options->only, eventList())->type_name("EVENT[,EVENT…]");
+  command->add_option("--only", options->only, "keep only these events and \"end\"")
+      ->type_name("EVENT[,EVENT]");
   command->add_flag("--quiet", options->quiet, "no summary on standard error");
   command->callback([options, &exitCode] { exitCode = simulate(*options); });
 }

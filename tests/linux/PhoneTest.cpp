@@ -108,12 +108,12 @@ TEST(LinuxPhone, ATrackReplaysFastWithEveryTimerTrue) {
 
   int ticks = 0;
   const auto everyTenMinutes = phone.main().every(std::chrono::minutes(10), [&] { ++ticks; });
+  const TimePoint begun = phone.clock().now();
   phone.play(track, [&] { phone.stop(); });
   phone.run();
 
   ASSERT_EQ(watcher.got.size(), 5U);
-  EXPECT_LT(watcher.got[0].timestamp - recorded,
-            std::chrono::minutes(10));  // the phone's clock, not the file's
+  EXPECT_GE(watcher.got[0].timestamp, begun);  // the phone's clock, not the file's
   for (std::size_t i = 0; i < 5; ++i) {
     EXPECT_EQ(watcher.got[i].coordinate, track.fixes[i].coordinate);
     EXPECT_EQ(watcher.got[i].timestamp - watcher.got[0].timestamp, track.fixes[i].timestamp - recorded);

@@ -28,11 +28,20 @@ ReportCollector::ReportCollector(std::string title, TimePoint begin, std::chrono
 
 void ReportCollector::watch(OrlanServices& services) {
   subscriptions_ = {};
-  services.foregroundMonitor.onBuilt([this](ForegroundGeofenceMonitor& monitor) {
+  const auto hearCrossings = [this](auto& monitor, std::string_view name) {
     subscriptions_.add(monitor.enterPublisher().subscribe(
-        [this](const auto& ids) { crossed(true, "foreground", ids.first, ids.second); }));
+        [this, name](const orlan::Crossing& ids) { crossed(true, name, ids.first, ids.second); }));
     subscriptions_.add(monitor.exitPublisher().subscribe(
-        [this](const auto& ids) { crossed(false, "foreground", ids.first, ids.second); }));
+        [this, name](const orlan::Crossing& ids) { crossed(false, name, ids.first, ids.second); }));
+  };
+  services.foregroundMonitor.onBuilt(
+      [hearCrossings](ForegroundGeofenceMonitor& monitor) { hearCrossings(monitor, "foreground"); });
+  services.backgroundMonitor.onBuilt([this, hearCrossings](BackgroundRegionMonitor& monitor) {
+    hearCrossings(monitor, "background");
+    subscriptions_.add(monitor.circlesPublisher().subscribe([this](const std::vector<Circle>& circles) {
+      const std::lock_guard lock(mutex_);
+      data_.circles = circles;
+    }));
   });
   services.geofence.onBuilt([this](GeofenceService& geofence) {
     if (const auto cached = geofence.current()) campaignsArrived(*cached);

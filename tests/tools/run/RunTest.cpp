@@ -167,6 +167,8 @@ TEST_F(Run, AnInputThatCannotBeUsedIsOneLineAndStartsNothing) {
        "half.json: geoCampaign[0].campaignName: missing"},
       {"config malformed", [&](RunOptions& o) { o.config = file("bad.plist", "<plist><dict>"); },
        "bad.plist"},
+      {"report nowhere", [&](RunOptions& o) { o.report = directory + "/no/report.html"; },
+       "no/report.html: No such file"},
       {"backend no URL", [&](RunOptions& o) { o.campaigns.reset(), o.backend = "nonsense"; }, "--backend"},
       {"control characters", [&](RunOptions& o) { o.track = directory + "/\x1b[31m"; }, "\\u001b[31m"}};
   for (const auto& [name, spoil, expected] : rows) {

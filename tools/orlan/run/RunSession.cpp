@@ -8,8 +8,8 @@
 #include "orlan/sdk/Runtime.hpp"
 #include "phones/linux/LinuxPhone.hpp"
 #include "phones/linux/directories.hpp"
-#include "phones/linux/disk.hpp"
 #include "tools/orlan/backend/DevBackend.hpp"
+#include "tools/orlan/output/OutputFile.hpp"
 #include "tools/orlan/report/Report.hpp"
 #include "tools/orlan/report/ReportCollector.hpp"
 #include "tools/orlan/run/Addresses.hpp"
@@ -71,13 +71,26 @@ std::string fileName(const std::string& path) {
   return path.substr(path.rfind('/') + 1);
 }
 
-bool writeReport(const std::string& path, const report::ReportData& data) {
-  const auto written = linuxphone::disk::replace(path, report::renderReport(data));
-  if (!written) complain(path + ": " + written.error().message());
+/// A place for the report if one is asked for. Opened before the walk, which may take hours.
+Result<std::optional<output::OutputFile>> openReport(const RunOptions& options) {
+  std::optional<output::OutputFile> file;
+  if (options.report) {
+    auto opened = output::OutputFile::open(*options.report);
+    if (!opened) return Unexpected(opened.error());
+    file.emplace(std::move(opened).value());
+  }
+  return file;
+}
+
+bool writeReport(output::OutputFile& file, const report::ReportData& data) {
+  file.write(report::renderReport(data));
+  const auto written = file.finish();
+  if (!written) complain(written.error().description);
   return written.has_value();
 }
 
-int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const std::string& where) {
+int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const std::string& where,
+         std::optional<output::OutputFile> report) {
   const ReplayStart replayStart(linuxphone::directories(options.home.value_or(""), "orlan").data);
   const TimePoint begin = replayStart.choose(inputs.track.fixes.front().timestamp);
   linuxphone::LinuxPhone phone(phoneConfig(options, inputs.track, begin));
@@ -107,8 +120,8 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
   const auto data = collector.data();
   std::vector<std::pair<std::string, std::string>> files{{"log", logFile}};
   bool reported = true;
-  if (options.report) {
-    reported = writeReport(*options.report, data);
+  if (report) {
+    reported = writeReport(*report, data);
     if (reported) files.emplace_back("report", *options.report);
   }
   narrator.summary(data, files);
@@ -121,6 +134,11 @@ int runSession(const RunOptions& options) {
   auto inputs = readInputs(options);
   if (!inputs) {
     complain(inputs.error().description);
+    return 2;
+  }
+  auto report = openReport(options);
+  if (!report) {
+    complain(report.error().description);
     return 2;
   }
   std::unique_ptr<devbackend::DevBackend> own;
@@ -139,7 +157,7 @@ int runSession(const RunOptions& options) {
   }
   const std::string where =
       own ? "of our own for development, at " + own->url() : urls->platformUrl(options.environment);
-  return play(options, std::move(inputs).value(), *urls, where);
+  return play(options, std::move(inputs).value(), *urls, where, std::move(report).value());
 }
 
 }  // namespace orlan::run

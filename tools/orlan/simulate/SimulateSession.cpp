@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "orlan/base/text.hpp"
-#include "tools/orlan/simulate/OutputFile.hpp"
+#include "tools/orlan/output/OutputFile.hpp"
 #include "tools/orlan/simulate/Player.hpp"
 #include "tools/orlan/simulate/ScenarioReader.hpp"
 #include "tools/orlan/simulate/Tally.hpp"
@@ -65,7 +65,7 @@ int simulate(const SimulateOptions& options) {
   if (!events) return complain(failed, events.error().description);
   const auto scenario = readScenario(options.scenario);
   if (!scenario) return complain(invalidScenario, scenario.error().description);
-  auto output = OutputFile::open(options.transcript);
+  auto output = output::OutputFile::open(options.transcript);
   if (!output) return complain(failed, output.error().description);
 
   Tally tally;

@@ -6,7 +6,7 @@
 
 #include "orlan/base/Result.hpp"
 
-namespace orlan::simulate {
+namespace orlan::output {
 
 /// Where a program's output goes: standard output, or a file that takes the place of the one before as a
 /// whole or not at all. What is no regular file (a pipe, a device) is written to as it is.
@@ -35,4 +35,4 @@ class OutputFile {
   int writeError_ = 0;   // the first errno
 };
 
-}  // namespace orlan::simulate
+}  // namespace orlan::output

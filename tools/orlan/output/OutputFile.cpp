@@ -1,4 +1,4 @@
-#include "tools/orlan/simulate/OutputFile.hpp"
+#include "tools/orlan/output/OutputFile.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 
 #include "orlan/base/text.hpp"
 
-namespace orlan::simulate {
+namespace orlan::output {
 namespace {
 
 namespace fs = std::filesystem;
@@ -87,4 +87,4 @@ Result<void> OutputFile::finish() {
   return cannotWrite(target_.empty() ? "standard output" : target_, std::generic_category().message(code));
 }
 
-}  // namespace orlan::simulate
+}  // namespace orlan::output

@@ -20,6 +20,13 @@ TEST(HostCredentials, EachFieldIsReadFromTheFirstSpellingThatIsNotBlank) {
     change(credentials);
     return credentials;
   };
+  const auto filled = with([](auto& c) {
+    c.appID = "A";
+    c.appApiKey = "AK";
+    c.iosBundleID = "B";
+    c.companyID = "C";
+    c.appName = "N";
+  });
   const Row rows[] = {
       {"only a key, padded", {{"apiKey", " \n K\t"}}, with([](auto&) {})},
       {"the order of the key's spellings",
@@ -35,13 +42,7 @@ TEST(HostCredentials, EachFieldIsReadFromTheFirstSpellingThatIsNotBlank) {
         {"ios_bundle_id", "B"},
         {"company_id", "C"},
         {"app_name", "N"}},
-       with([](auto& c) {
-         c.appID = "A";
-         c.appApiKey = "AK";
-         c.iosBundleID = "B";
-         c.companyID = "C";
-         c.appName = "N";
-       })},
+       filled},
       {"all camel case",
        {{"companyApiKey", "K"},
         {"appId", "A"},
@@ -49,13 +50,7 @@ TEST(HostCredentials, EachFieldIsReadFromTheFirstSpellingThatIsNotBlank) {
         {"iosBundleId", "B"},
         {"companyId", "C"},
         {"appName", "N"}},
-       with([](auto& c) {
-         c.appID = "A";
-         c.appApiKey = "AK";
-         c.iosBundleID = "B";
-         c.companyID = "C";
-         c.appName = "N";
-       })},
+       filled},
       {"the bundle identifier's spellings in order",
        {{"apiKey", "K"},
         {"appIdentifier", "6"},

@@ -1,16 +1,14 @@
 #include "phones/linux/Errors.hpp"
 
-#include <utility>
-
 #include "orlan/base/text.hpp"
 
 namespace orlan::linuxphone::errors {
 
-Error propertyList(std::string what) {
+Error propertyList(std::string_view what) {
   return {"PropertyList", -1, text::escapedControls(what)};
 }
 
-Error track(std::string what) {
+Error track(std::string_view what) {
   return {"Track", -1, text::escapedControls(what)};
 }
 

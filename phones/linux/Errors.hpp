@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "orlan/base/Error.hpp"
 
@@ -8,7 +8,7 @@
 /// the place in it. Code -1.
 namespace orlan::linuxphone::errors {
 
-[[nodiscard]] Error propertyList(std::string what);  // domain "PropertyList"
-[[nodiscard]] Error track(std::string what);         // domain "Track"
+[[nodiscard]] Error propertyList(std::string_view what);  // domain "PropertyList"
+[[nodiscard]] Error track(std::string_view what);         // domain "Track"
 
 }  // namespace orlan::linuxphone::errors

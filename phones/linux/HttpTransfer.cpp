@@ -118,7 +118,7 @@ void HttpTransfer::setUpHeaders() {
   for (const auto& [name, value] : request_.headers) {
     if (ascii::equalsIgnoringCase(name, "Content-Length")) continue;  // the body says it better
     // "name:" would take the header away; "name;" sends it with nothing behind it.
-    add(name + (isBlank(value) ? ";" : std::string(": ").append(value)));
+    add(isBlank(value) ? name + ";" : name + ": " + value);
   }
   for (const char* own : {"Accept", "Expect", "Content-Type", "User-Agent"}) {
     if (!hasHeader(request_, own)) add(std::string(own) + ":");  // what libcurl would add on its own

@@ -15,6 +15,7 @@ constexpr const char* description =
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what nobody expects, such as no memory, ends the program.
 int main(int argc, char** argv) {
   CLI::App app{description, "orlan"};
   app.require_subcommand(1);

@@ -12,7 +12,7 @@ namespace orlan::report {
 
 namespace {
 
-constexpr double width = 960.0;
+constexpr double sheetWidth = 960.0;
 constexpr double left = 110.0;  // room for the lanes' names
 constexpr double laneHeight = 34.0;
 constexpr int lanes = 4;
@@ -22,7 +22,7 @@ class Axis {
  public:
   explicit Axis(Duration length) : length_(std::max(seconds(length), 1.0)) {}
   [[nodiscard]] double x(Duration at) const {
-    return left + (width - left - 20.0) * std::clamp(seconds(at) / length_, 0.0, 1.0);
+    return left + (sheetWidth - left - 20.0) * std::clamp(seconds(at) / length_, 0.0, 1.0);
   }
   [[nodiscard]] Duration tick(int i) const { return fromSeconds(length_ * i / ticks); }
 
@@ -80,13 +80,14 @@ std::string dots(const ReportData& data, const Axis& axis) {
 std::string timelineView(const ReportData& data) {
   const Axis axis(data.length);
   const double bottom = laneHeight * lanes + 12.0;
-  std::string out = fmt::format(
-      R"(<svg class="timeline" viewBox="0 0 {} {}" role="img" aria-label="Timeline">)", width, bottom + 24.0);
+  std::string out =
+      fmt::format(R"(<svg class="timeline" viewBox="0 0 {} {}" role="img" aria-label="Timeline">)",
+                  sheetWidth, bottom + 24.0);
   constexpr std::string_view names[] = {"inside", "notifications", "requests", "moments"};
   for (int lane = 0; lane < lanes; ++lane) {
     out += fmt::format(
         R"(<text class="lane" x="14" y="{}">{}</text><line class="rule" x1="{}" y1="{}" x2="{}" y2="{}"/>)",
-        number(laneMiddle(lane) + 4), names[lane], left, number(laneMiddle(lane)), width - 20,
+        number(laneMiddle(lane) + 4), names[lane], left, number(laneMiddle(lane)), sheetWidth - 20,
         number(laneMiddle(lane)));
   }
   for (int i = 0; i <= ticks; ++i) {

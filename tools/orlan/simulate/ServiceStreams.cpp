@@ -26,20 +26,28 @@ class RecordingPluginDelegate final : public OrlanPluginDelegate {
   Transcript& transcript_;
 };
 
-class RecordingForegroundDelegate final : public ForegroundGeofenceDelegate {
+/// The delegates of both monitors: they hear the same under different names.
+class RecordingMonitorDelegate final : public ForegroundGeofenceDelegate, public BackgroundGeofenceDelegate {
  public:
-  explicit RecordingForegroundDelegate(Transcript& transcript) : transcript_(transcript) {}
+  explicit RecordingMonitorDelegate(Transcript& transcript) : transcript_(transcript) {}
 
   void didEnterCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    called("didEnterCampaign(_:locationID:)", {campaignID, locationID});
+    called("ForegroundGeofenceDelegate", "didEnterCampaign(_:locationID:)", campaignID, locationID);
   }
   void didExitCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    called("didExitCampaign(_:locationID:)", {campaignID, locationID});
+    called("ForegroundGeofenceDelegate", "didExitCampaign(_:locationID:)", campaignID, locationID);
+  }
+  void didEnterRegion(std::int64_t campaignID, std::int64_t locationID) override {
+    called("BackgroundGeofenceDelegate", "didEnterRegion(_:locationID:)", campaignID, locationID);
+  }
+  void didExitRegion(std::int64_t campaignID, std::int64_t locationID) override {
+    called("BackgroundGeofenceDelegate", "didExitRegion(_:locationID:)", campaignID, locationID);
   }
 
  private:
-  void called(std::string_view method, json::Array arguments) {
-    transcript_.delegateCalled("ForegroundGeofenceDelegate", method, std::move(arguments));
+  void called(std::string_view to, std::string_view method, std::int64_t campaignID,
+              std::int64_t locationID) {
+    transcript_.delegateCalled(to, method, {campaignID, locationID});
   }
   Transcript& transcript_;
 };
@@ -48,7 +56,7 @@ class RecordingForegroundDelegate final : public ForegroundGeofenceDelegate {
 
 struct ServiceStreams::Parts {
   explicit Parts(Transcript& lines)
-      : transcript(lines), foregroundDelegate(std::make_shared<RecordingForegroundDelegate>(lines)) {}
+      : transcript(lines), monitorDelegate(std::make_shared<RecordingMonitorDelegate>(lines)) {}
 
   /// Lists what `stream` emits from now on, in the form that `form` gives it.
   template <class T, class Form>
@@ -77,18 +85,29 @@ struct ServiceStreams::Parts {
          [](ReliabilityStatus status) { return rawValue(status); });
   }
   void watch(ForegroundGeofenceMonitor& monitor) {
-    monitor.setDelegate(foregroundDelegate);
-    const auto crossings = [this](Publisher<Crossing>& stream, std::string_view name) {
-      subscriptions.add(stream.subscribe([this, name](const Crossing& crossing) {
-        transcript.crossed(name, "foreground", json::Array{crossing.first, crossing.second});
+    monitor.setDelegate(monitorDelegate);
+    listCrossings(monitor, "foreground");
+  }
+  void watch(BackgroundRegionMonitor& monitor) {
+    monitor.setDelegate(monitorDelegate);
+    listCrossings(monitor, "background");
+    list(monitor.circlesPublisher().changes(), "circles",
+         [](const std::vector<Circle>& circles) { return formOf(circles); });
+  }
+
+  template <class Monitor>
+  void listCrossings(Monitor& monitor, std::string_view name) {
+    const auto follow = [this, name](Publisher<Crossing>& stream, std::string_view direction) {
+      subscriptions.add(stream.subscribe([this, name, direction](const Crossing& crossing) {
+        transcript.crossed(direction, name, json::Array{crossing.first, crossing.second});
       }));
     };
-    crossings(monitor.enterPublisher(), "enter");
-    crossings(monitor.exitPublisher(), "exit");
+    follow(monitor.enterPublisher(), "enter");
+    follow(monitor.exitPublisher(), "exit");
   }
 
   Transcript& transcript;
-  std::shared_ptr<RecordingForegroundDelegate> foregroundDelegate;
+  std::shared_ptr<RecordingMonitorDelegate> monitorDelegate;
   SubscriptionBag subscriptions;
 };
 
@@ -104,6 +123,7 @@ ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript)
   follow(services.geofence);
   follow(services.reliability);
   follow(services.foregroundMonitor);
+  follow(services.backgroundMonitor);
 }
 
 ServiceStreams::~ServiceStreams() = default;

@@ -82,8 +82,12 @@ void Stage::act(const step::ResetNotificationStats&) {
   services().plugin->resetNotificationStats();
 }
 
-void Stage::act(const step::ClearCooldown&) {
-  services().foregroundMonitor->clearCooldown();
+void Stage::act(const step::ClearCooldown& cooldown) {
+  if (cooldown.background) {
+    services().backgroundMonitor->clearCooldown();
+  } else {
+    services().foregroundMonitor->clearCooldown();
+  }
 }
 
 void Stage::act(const step::Fixes& batch) {
@@ -111,6 +115,14 @@ void Stage::act(const step::SetLocationAuthorization& status) {
 
 void Stage::act(const step::SetNotificationAuthorization& status) {
   phone_.notifications().setAuthorization(status.to);
+}
+
+void Stage::act(const step::CrossRegion& crossing) {
+  if (crossing.entering) {
+    phone_.locations().enterRegion(crossing.identifier);
+  } else {
+    phone_.locations().exitRegion(crossing.identifier);
+  }
 }
 
 void Stage::act(const step::Relaunch& relaunch) {

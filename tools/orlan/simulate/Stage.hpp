@@ -42,13 +42,14 @@ class Stage {
   void act(const step::StartBridged& start);
   void act(const step::GetNotificationStats&);
   void act(const step::ResetNotificationStats&);
-  void act(const step::ClearCooldown&);
+  void act(const step::ClearCooldown& cooldown);
   void act(const step::Fixes& batch);
   void act(const step::Track& walk);
   void act(const step::MoveApplication& move);
   void act(const step::RaiseSignal& raise);
   void act(const step::SetLocationAuthorization& status);
   void act(const step::SetNotificationAuthorization& status);
+  void act(const step::CrossRegion& crossing);
   void act(const step::Relaunch& relaunch);
   void act(const step::SetClock& clock);
   void act(const step::ChangeStore& change);

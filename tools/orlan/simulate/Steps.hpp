@@ -53,7 +53,9 @@ struct StartBridged {
 };
 struct GetNotificationStats {};
 struct ResetNotificationStats {};
-struct ClearCooldown {};
+struct ClearCooldown {
+  bool background = false;  // of which monitor
+};
 
 /// Fixes that arrive as one batch.
 struct Fixes {
@@ -75,6 +77,11 @@ struct SetLocationAuthorization {
 };
 struct SetNotificationAuthorization {
   NotificationAuthorization to;
+};
+/// The operating system reports it, whether or not the region is monitored.
+struct CrossRegion {
+  std::string identifier;
+  bool entering = true;
 };
 struct Relaunch {
   ApplicationState application = ApplicationState::active;
@@ -105,9 +112,9 @@ struct FailStorage {
 using Action =
     std::variant<step::Start, step::StartBridged, step::GetNotificationStats, step::ResetNotificationStats,
                  step::ClearCooldown, step::Fixes, step::Track, step::MoveApplication, step::RaiseSignal,
-                 step::SetLocationAuthorization, step::SetNotificationAuthorization, step::Relaunch,
-                 step::SetClock, step::ChangeStore, step::ChangeFile, step::ReadFile, step::FailLocation,
-                 step::FailStorage>;
+                 step::SetLocationAuthorization, step::SetNotificationAuthorization, step::CrossRegion,
+                 step::Relaunch, step::SetClock, step::ChangeStore, step::ChangeFile, step::ReadFile,
+                 step::FailLocation, step::FailStorage>;
 
 struct Step {
   Duration at{};     // since second 0

@@ -64,9 +64,7 @@ Action readResetNotificationStats(const Item& item, const Files&) {
 
 Action readClearCooldown(const Item& item, const Files&) {
   const Item monitor = arguments(item, {"monitor"})["monitor"];
-  const bool foreground = monitor.oneOf<bool>({{"foreground", true}, {"background", false}});
-  if (!foreground) monitor.mistaken("\"background\" is not available yet");
-  return step::ClearCooldown{};
+  return step::ClearCooldown{monitor.oneOf<bool>({{"foreground", false}, {"background", true}})};
 }
 
 }  // namespace orlan::simulate

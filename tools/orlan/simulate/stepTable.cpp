@@ -47,6 +47,14 @@ Action readFile(const Item& step, const Files&) {
   return change;
 }
 
+Action readEnterRegion(const Item& step, const Files&) {
+  return step::CrossRegion{arguments(step, {"identifier"})["identifier"].string(), true};
+}
+
+Action readExitRegion(const Item& step, const Files&) {
+  return step::CrossRegion{arguments(step, {"identifier"})["identifier"].string(), false};
+}
+
 Action readRelaunch(const Item& step, const Files&) {
   step::Relaunch relaunch;
   const Item state = arguments(step, {"application"})["application"];
@@ -124,8 +132,8 @@ constexpr auto kinds = std::to_array<StepKind>({
     {"application", readApplication},
     {"locationAuthorization", readLocationStatus},
     {"notificationAuthorization", readNotificationStatus},
-    {"enterRegion", nullptr},
-    {"exitRegion", nullptr},
+    {"enterRegion", readEnterRegion},
+    {"exitRegion", readExitRegion},
     {"present", nullptr},
     {"tap", nullptr},
     {"relaunch", readRelaunch},

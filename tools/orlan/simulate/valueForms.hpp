@@ -4,6 +4,7 @@
 
 #include "orlan/base/Error.hpp"
 #include "orlan/base/json.hpp"
+#include "orlan/platform/Circle.hpp"
 #include "orlan/platform/Location.hpp"
 #include "orlan/platform/Polygon.hpp"
 
@@ -29,6 +30,16 @@ namespace orlan::simulate {
       ring.push_back(json::Array{vertex.latitude, vertex.longitude});
     }
     list.push_back(std::move(ring));
+  }
+  return list;
+}
+
+[[nodiscard]] inline json::Value formOf(const std::vector<Circle>& circles) {
+  json::Array list;
+  for (const Circle& circle : circles) {
+    list.push_back(json::Object{{"latitude", circle.centre.latitude},
+                                {"longitude", circle.centre.longitude},
+                                {"radius", circle.radius}});
   }
   return list;
 }

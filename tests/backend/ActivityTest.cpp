@@ -8,10 +8,10 @@ namespace {
 
 using sim::HttpAnswer;
 using test::Bed;
+using test::Events;
 using test::rule;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Events = std::vector<std::string>;
 
 const std::string kUrl = "https://platform.staging.orlan.example/api/activities";
 const std::string kVendor = "00000000-0000-4000-8000-000000000001";

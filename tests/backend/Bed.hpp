@@ -11,11 +11,17 @@
 
 namespace orlan::test {
 
+using Events = std::vector<std::string>;
+
+constexpr char registrationPath[] = "/api/device-registerd/create";
+inline const std::string registrationUrl =
+    std::string("https://platform.staging.orlan.example") + registrationPath;
+
 /// What the outside world sees of the client, in one list: "INFO …", "store KEY = JSON", "remove KEY",
 /// "POST URL" and "response 200".
 class Tape final : public phone::PhoneObserver {
  public:
-  std::vector<std::string> events;
+  Events events;
   std::vector<HttpRequest> requests;
 
   void consoleLine(std::string_view level, std::string_view message) override {
@@ -37,7 +43,7 @@ class Tape final : public phone::PhoneObserver {
   }
 
   /// The events since the last call.
-  std::vector<std::string> take() { return std::exchange(events, {}); }
+  Events take() { return std::exchange(events, {}); }
 };
 
 /// A client on a simulated phone whose clock stands at 2025-03-14 09:26:53 UTC.
@@ -62,7 +68,7 @@ struct Bed {
   }
 
   /// Lets everything on its way arrive, and tells what happened since the last call.
-  std::vector<std::string> settle() {
+  Events settle() {
     world.runFor(std::chrono::seconds(61));
     return tape.take();
   }

@@ -8,13 +8,13 @@ namespace {
 
 using sim::HttpAnswer;
 using test::Bed;
+using test::Events;
+using test::registrationPath;
+using test::registrationUrl;
 using test::rule;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Events = std::vector<std::string>;
 
-constexpr char kPath[] = "/api/device-registerd/create";
-const std::string kUrl = std::string("https://platform.staging.orlan.example") + kPath;
 const std::string kAccepted = R"({"data":{"device_id":"D1","orlan_id":"77","more":1}})";
 
 /// Holds what a registration answered, and on which turn.
@@ -37,7 +37,7 @@ const std::string kVendor = "00000000-0000-4000-8000-000000000001";
 
 TEST(Registration, FreshDeviceIsDescribedLoggedAndRemembered) {
   Bed bed;
-  bed.phone.http().answer("POST", kPath,
+  bed.phone.http().answer("POST", registrationPath,
                           {HttpAnswer::reply(200, kAccepted, {{"Server", "x"}, {"Content-Type", "y"}})});
   std::vector<std::string> published;
   const auto watching = bed.api->authPublisher().subscribe([&](const auto& payload) {
@@ -59,11 +59,11 @@ TEST(Registration, FreshDeviceIsDescribedLoggedAndRemembered) {
   const auto json = body(kVendor, "a,b c", "pending");
   EXPECT_THAT(
       bed.settle(),
-      ElementsAre("INFO ┌─🔒  Registering device\n│ URL: " + kUrl +
+      ElementsAre("INFO ┌─🔒  Registering device\n│ URL: " + registrationUrl +
                       "\n│ Headers:\n│   Content-Type: application/json\n│   Accept: application/json\n"
                       "│   ApiKey: K\n│ Body:\n" +
                       json + rule(44),
-                  "POST " + kUrl, "response 200",
+                  "POST " + registrationUrl, "response 200",
                   "INFO ┌─📬  HTTP 200\n│ Headers:\n│   Server: x\n│   Content-Type: y\n│ Raw body:\n" +
                       kAccepted + rule(44),
                   "store Orlan.DeviceID = \"D1\"", "store Orlan.OrlanID = \"77\"",
@@ -85,7 +85,7 @@ TEST(Registration, FreshDeviceIsDescribedLoggedAndRemembered) {
 
 TEST(Registration, RequestStartsWithTheCallAndLateSubscribersStillHearTheAnswer) {
   Bed bed;
-  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(299, kAccepted)});
+  bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(299, kAccepted)});
   const auto single = bed.api->registerDevice("K", {});
   EXPECT_EQ(bed.tape.requests.size(), 1u);
   EXPECT_EQ(bed.tape.requests[0].body, body(kVendor, "", "pending"));
@@ -158,7 +158,7 @@ TEST(Registration, EveryFailureIsDeliveredOnceAndStoresNothing) {
             0,
             {block(200, R"({"data":{"device_id":"D","orlan_id":7}})")}}}) {
     Bed bed;
-    bed.phone.http().answer("POST", kPath, {answer});
+    bed.phone.http().answer("POST", registrationPath, {answer});
     int published = 0;
     const auto watching = bed.api->authPublisher().subscribe([&](const auto&) { ++published; });
     const Answered answered(bed.api->registerDevice("K", {"a"}));
@@ -230,7 +230,7 @@ TEST(Registration, KnownDeviceWithoutStoredIdentifiersUsesTheVendorsAndZero) {
 
 TEST(Registration, SurvivesARelaunchAndStartsAfreshAfterAChangeOfKey) {
   Bed bed;
-  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(200, kAccepted)});
+  bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(200, kAccepted)});
   (void)bed.api->registerDevice("K", {});
   (void)bed.settle();
   bed.relaunch();
@@ -244,7 +244,7 @@ TEST(Registration, SurvivesARelaunchAndStartsAfreshAfterAChangeOfKey) {
 TEST(Registration, EndOfTheServiceCancelsWhatIsOnItsWay) {
   for (const auto when : {std::chrono::milliseconds(0), std::chrono::milliseconds(49)}) {
     Bed bed;
-    bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(200, kAccepted)});
+    bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(200, kAccepted)});
     const Answered answered(bed.api->registerDevice("K", {}));
     bed.world.runFor(when);
     bed.api.reset();

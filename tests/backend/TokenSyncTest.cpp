@@ -8,13 +8,12 @@ namespace {
 
 using sim::HttpAnswer;
 using test::Bed;
+using test::Events;
+using test::registrationPath;
+using test::registrationUrl;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using Events = std::vector<std::string>;
-
-constexpr char kPath[] = "/api/device-registerd/create";
-const std::string kUrl = std::string("https://platform.staging.orlan.example") + kPath;
 
 sim::PhoneSettings registered(std::optional<std::string> lastSynced = "old") {
   sim::PhoneSettings settings;
@@ -30,13 +29,13 @@ TEST(TokenSync, SendsTheWholeRecordAgainAndRemembersTheToken) {
   settings.store.set(storeKeys::segments, "a,,b");
   settings.store.set(storeKeys::correlationID, "person \"1\"");
   Bed bed(std::move(settings));
-  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(204)});
+  bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(204)});
   bed.api->updateFCMToken("token-123456");
   EXPECT_THAT(
       bed.settle(),
       ElementsAre("• 🔥 Stored FCM token token-12…", "INFO 🔄 Syncing refreshed push token to backend",
-                  "POST " + kUrl, "response 204", "store Orlan.LastSyncedDeviceToken.v1 = \"token-123456\"",
-                  "INFO ✅ Push token synced"));
+                  "POST " + registrationUrl, "response 204",
+                  "store Orlan.LastSyncedDeviceToken.v1 = \"token-123456\"", "INFO ✅ Push token synced"));
   const auto& request = bed.tape.requests.at(0);
   EXPECT_THAT(request.headers,
               ElementsAre(HttpHeader{"Content-Type", "application/json"},
@@ -68,7 +67,7 @@ TEST(TokenSync, FailuresAreLoggedAndTheTokenCountsAsUnseen) {
         Row{"300", HttpAnswer::reply(300), "WARN Token sync failed with status: 300"},
         Row{"500", HttpAnswer::reply(500), "WARN Token sync failed with status: 500"}}) {
     Bed bed(registered());
-    bed.phone.http().answer("POST", kPath, {answer, HttpAnswer::reply(299)});
+    bed.phone.http().answer("POST", registrationPath, {answer, HttpAnswer::reply(299)});
     bed.api->updateFCMToken("new");
     EXPECT_EQ(bed.settle().back(), logged) << name;
     EXPECT_EQ(bed.phone.store().string(storeKeys::lastSyncedToken), "old") << name;
@@ -113,7 +112,7 @@ TEST(TokenSync, TokensShowTheirFirstEightCharacters) {
 
 TEST(TokenSync, TokenFromBeforeTheStartGoesOutWithTheRegistrationAndIsNotSentAgain) {
   Bed bed;
-  bed.phone.http().answer("POST", kPath,
+  bed.phone.http().answer("POST", registrationPath,
                           {HttpAnswer::reply(200, R"({"data":{"device_id":"D1","orlan_id":"77"}})")});
   bed.api->updateFCMToken("early");
   (void)bed.api->registerDevice("K", {});
@@ -128,13 +127,14 @@ TEST(TokenSync, TokenFromBeforeTheStartGoesOutWithTheRegistrationAndIsNotSentAga
 
 TEST(TokenSync, KnownDeviceSyncsATokenThatCameWhileTheProcessWasNotRegistering) {
   Bed bed(registered("pending"));
-  bed.phone.http().answer("POST", kPath, {HttpAnswer::reply(500), HttpAnswer::reply(200)});
+  bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(500), HttpAnswer::reply(200)});
   bed.api->updateFCMToken("new");
   (void)bed.settle();
   (void)bed.api->registerDevice("K2", {});
-  EXPECT_THAT(bed.settle(),
-              ElementsAre("INFO 🔄 Syncing refreshed push token to backend", "POST " + kUrl, "response 200",
-                          "store Orlan.LastSyncedDeviceToken.v1 = \"new\"", "INFO ✅ Push token synced"));
+  EXPECT_THAT(
+      bed.settle(),
+      ElementsAre("INFO 🔄 Syncing refreshed push token to backend", "POST " + registrationUrl, "response 200",
+                  "store Orlan.LastSyncedDeviceToken.v1 = \"new\"", "INFO ✅ Push token synced"));
   EXPECT_EQ(bed.tape.requests.at(1).headers.at(2), (HttpHeader{"ApiKey", "K2"}));
 }
 
@@ -154,7 +154,7 @@ TEST(TokenSync, EnvironmentOfTheLastStartCountsBeforeTheClientsOwn) {
     EXPECT_EQ(bed.api->env(), Config::Environment::staging);
     bed.api->setEnv(Config::Environment::production);
     bed.api->updateFCMToken("new");
-    EXPECT_EQ(bed.tape.requests.at(0).url, "https://" + std::string(host) + kPath);
+    EXPECT_EQ(bed.tape.requests.at(0).url, "https://" + std::string(host) + registrationPath);
   }
 }
 

@@ -13,7 +13,7 @@ void ExitDetection::start() {
   manager_.startUpdatingLocation();
   isRequestingLocationUpdates_ = true;
   main_.async([this, alive = lifetime_.token()] {
-    if (alive && !exitCheckTimer_) exitCheckTimer_ = main_.after(longest, [this] { stop(); });
+    if (alive) exitCheckTimer_ = main_.after(longest, [this] { stop(); });
   });
 }
 

@@ -321,14 +321,17 @@ TEST_F(BackgroundMonitor, WhoReactsMayReplaceWhatIsWatched) {
   EXPECT_THAT(watched(), ElementsAre("camp_1_10", "camp_2_20", "camp_3_30"));
 }
 
-TEST_F(BackgroundMonitor, WhoSeesACircleMayBeginAnew) {
-  const auto drawn =
-      monitor_->circlesPublisher().changes().subscribe([&](const std::vector<Circle>& circles) {
-        if (circles.size() == 1) monitor_->updateRegions(squares(2));
-      });
-  const auto seen = update(squares(3));
-  EXPECT_THAT(watched(), ElementsAre("camp_1_10", "camp_2_20"));
-  EXPECT_EQ(seen.back(), "• 🧲 BG-Monitor tracking 2 circular regions") << "the first set-up is over";
+TEST_F(BackgroundMonitor, WhoSeesTheCirclesChangeMayBeginAnew) {
+  const std::vector<CampaignPolygon> other{{square(home), campaign(9, 90)}};
+  for (const std::size_t moment : {0, 1}) {  // once all are gone, once the first is there
+    const auto drawn =
+        monitor_->circlesPublisher().changes().subscribe([&](const std::vector<Circle>& circles) {
+          if (circles.size() == moment) monitor_->updateRegions(other);
+        });
+    EXPECT_EQ(update(squares(3)).back(), "• 🧲 BG-Monitor tracking 1 circular regions");
+    EXPECT_THAT(watched(), ElementsAre("camp_9_90")) << "the first set-up ended with the second";
+    EXPECT_THAT(monitor_->circlesPublisher().value(), SizeIs(1));
+  }
 }
 
 TEST_F(BackgroundMonitor, PostsAndChecksOnDemand) {

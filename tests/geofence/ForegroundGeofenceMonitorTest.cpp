@@ -26,6 +26,32 @@ class Delegate final : public ForegroundGeofenceDelegate {
   void didExitCampaign(std::int64_t, std::int64_t) override { heard(false); }
 };
 
+/// A location service that has a fix on its way when it is told to stop.
+class LateFixes final : public LocationService {
+ public:
+  class Manager final : public LocationManager {
+   public:
+    std::weak_ptr<LocationManagerDelegate> delegate;
+    void setDelegate(std::weak_ptr<LocationManagerDelegate> to) override { delegate = std::move(to); }
+    [[nodiscard]] LocationAuthorization authorizationStatus() const override { return {}; }
+    void requestWhenInUseAuthorization() override {}
+    void requestAlwaysAuthorization() override {}
+    void setDesiredAccuracy(double) override {}
+    void setDistanceFilter(double) override {}
+    void setAllowsBackgroundUpdates(bool) override {}
+    void startUpdatingLocation() override {}
+    void stopUpdatingLocation() override {}
+    void startMonitoringSignificantChanges() override {}
+    void stopMonitoringSignificantChanges() override {}
+    [[nodiscard]] std::optional<Location> location() const override { return {}; }
+    void startMonitoring(const CircularRegion&) override {}
+    void stopMonitoring(std::string_view) override {}
+    [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override { return {}; }
+  };
+  std::shared_ptr<Manager> manager = std::make_shared<Manager>();
+  [[nodiscard]] std::shared_ptr<LocationManager> makeManager(std::string_view) override { return manager; }
+};
+
 class ForegroundMonitor : public testing::Test {
  protected:
   ForegroundMonitor() {
@@ -113,6 +139,19 @@ TEST_F(ForegroundMonitor, FixesWhileStoppedAreIgnoredAndNoSecondEntryFollows) {
   monitor_->start(nullptr);
   (void)host_.seen();
   EXPECT_THAT(go({51.5005, -0.12}), ElementsAre(found));
+}
+
+TEST_F(ForegroundMonitor, AFixThatComesTooLateAndAnEmptyBatchAreNothing) {
+  LateFixes late;
+  ForegroundGeofenceMonitor monitor(host_.platform.main, late, host_.services(), host_.reliability);
+  monitor.start(nullptr);
+  const auto delegate = late.manager->delegate.lock();
+  delegate->didUpdateLocations(*late.manager, {});
+  monitor.stop();
+  (void)host_.seen();
+  const Location fix = host_.phone.fixAt(shop);
+  delegate->didUpdateLocations(*late.manager, {&fix, 1});
+  EXPECT_THAT(host_.seen(), ElementsAre());
 }
 
 TEST_F(ForegroundMonitor, WithoutPolygonsAFixStillLogsItsLine) {

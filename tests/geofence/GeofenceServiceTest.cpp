@@ -247,6 +247,13 @@ TEST_F(GeofenceServiceTest, ASecondStartReplacesTimerAndFixesButNotTheObservers)
   EXPECT_EQ(std::count(seen.begin(), seen.end(), asked), 1) << "one subscription";
 }
 
+TEST_F(GeofenceServiceTest, AStartWithoutAKeyEndsTheTimer) {
+  startAndFetch();
+  start("");
+  (void)seenAfter(1s);
+  EXPECT_THAT(seenAfter(1h), IsEmpty());
+}
+
 TEST_F(GeofenceServiceTest, MovementInTheBackgroundRefreshes) {
   startAndFetch();
   host_.phone.application().moveTo(ApplicationState::background);
@@ -295,6 +302,19 @@ TEST_F(GeofenceServiceTest, NothingOfItOutlivesIt) {
   EXPECT_THAT(seenAfter(1h), IsEmpty());
   EXPECT_EQ(host_.phone.files().content(cacheFile), std::nullopt);
   host_.phone.application().moveTo(ApplicationState::active);
+}
+
+TEST_F(GeofenceServiceTest, AnAnswerThatComesWithItsEndIsForgotten) {
+  struct Ending final : phone::PhoneObserver {
+    std::function<void()> end;
+    void fileWritten(std::string_view name, std::size_t) override {
+      if (name == cacheFile) end();
+    }
+  } ending;
+  ending.end = [this] { host_.platform.main.async([this] { service_.reset(); }); };
+  host_.phone.observe(ending);
+  start();
+  EXPECT_EQ(seenAfter(1h).back(), "file orlan-geofences.json") << "kept for the next service";
 }
 
 }  // namespace

@@ -64,6 +64,16 @@ TEST(RegionSelection, TheNearestComeFirstAndEqualsKeepTheirOrder) {
   EXPECT_THAT(order(polygons, {nan, 0.0}), testing::ElementsAre(1, 2, 3, 4, 5, 6, 7)) << "no distance at all";
 }
 
+TEST(RegionSelection, ManyEqualsKeepTheirOrderToo) {
+  std::vector<CampaignPolygon> polygons;
+  std::vector<std::int64_t> given;
+  for (std::int64_t id = 0; id < 100; ++id) {
+    polygons.push_back({square({51.1, 0.0}), campaign(id, 0)});
+    given.push_back(id);
+  }
+  EXPECT_EQ(order(polygons, {51.0, 0.0}), given);
+}
+
 TEST(RegionIdentifier, IsBuiltAndReadBack) {
   constexpr auto least = std::numeric_limits<std::int64_t>::min();
   constexpr auto most = std::numeric_limits<std::int64_t>::max();

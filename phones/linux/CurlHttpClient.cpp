@@ -19,6 +19,7 @@ namespace {
 
 constexpr auto longestPoll = std::chrono::minutes(1);  // libcurl's own timers end it earlier
 constexpr long connectionsPerHost = 6;
+constexpr long keptConnections = 24;  // libcurl's own limit shrinks with the requests under way
 
 /// Once a process, before the first handle.
 void startLibrary() {
@@ -36,6 +37,7 @@ class CurlHttpClient::Engine {
   Engine(phone::PhoneObserver& observer, HttpOptions options)
       : observer_(observer), options_(std::move(options)), multi_(curl_multi_init()) {
     curl_multi_setopt(multi_.get(), CURLMOPT_MAX_HOST_CONNECTIONS, connectionsPerHost);
+    curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, keptConnections);
   }
 
   // Any thread.

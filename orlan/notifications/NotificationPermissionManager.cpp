@@ -6,8 +6,8 @@ namespace orlan {
 
 /// The centre holds its delegate weakly, so the delegate is an object with shared ownership.
 struct NotificationPermissionManager::Parts final : NotificationCenterDelegate {
-  Parts(MainLoop& mainLoop, NotificationCenter& notificationCenter)
-      : main(mainLoop), center(notificationCenter), gate(mainLoop) {}
+  Parts(MainLoop& mainLoop, NotificationCenter& notificationCenter, Application& app, SystemLog& log)
+      : main(mainLoop), center(notificationCenter), application(app), systemLog(log), gate(mainLoop) {}
 
   void willPresent(const NotificationRequest&, std::function<void(std::uint32_t)> completion) override {
     completion(notificationOptions::banner | notificationOptions::sound);
@@ -19,14 +19,30 @@ struct NotificationPermissionManager::Parts final : NotificationCenterDelegate {
     });
   }
 
+  void askPerson() {
+    using namespace notificationOptions;
+    center.requestAuthorization(
+        alert | sound | badge,
+        [this, pass = gate.pass()](const Result<bool>& answer) { pass([this, answer] { take(answer); }); });
+  }
+
+  void take(const Result<bool>& answer) {
+    if (!answer) return systemLog.write("[Orlan] Push-auth error: " + answer.error().description);
+    status.send(*answer ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
+    if (*answer) application.registerForRemoteNotifications();
+  }
+
   MainLoop& main;
   NotificationCenter& center;
+  Application& application;
+  SystemLog& systemLog;
   CurrentValue<NotificationAuthorization> status{NotificationAuthorization::notDetermined};
   MainGate gate;
 };
 
-NotificationPermissionManager::NotificationPermissionManager(MainLoop& main, NotificationCenter& center)
-    : parts_(std::make_shared<Parts>(main, center)) {}
+NotificationPermissionManager::NotificationPermissionManager(MainLoop& main, NotificationCenter& center,
+                                                             Application& application, SystemLog& systemLog)
+    : parts_(std::make_shared<Parts>(main, center, application, systemLog)) {}
 
 NotificationPermissionManager::~NotificationPermissionManager() = default;
 
@@ -46,6 +62,11 @@ void NotificationPermissionManager::refresh() {
     parts->center.setDelegate(parts);
     parts->askForStatus();
   });
+}
+
+void NotificationPermissionManager::requestPermission() {
+  parts_->main.assertCurrent();
+  parts_->askPerson();
 }
 
 }  // namespace orlan

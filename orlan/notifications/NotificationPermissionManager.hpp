@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "orlan/base/Subject.hpp"
+#include "orlan/platform/Application.hpp"
+#include "orlan/platform/Console.hpp"
 #include "orlan/platform/NotificationCenter.hpp"
 #include "orlan/platform/SerialQueue.hpp"
 
@@ -12,7 +14,8 @@ namespace orlan {
 /// on.
 class NotificationPermissionManager {
  public:
-  NotificationPermissionManager(MainLoop& main, NotificationCenter& center);
+  NotificationPermissionManager(MainLoop& main, NotificationCenter& center, Application& application,
+                                SystemLog& systemLog);
   ~NotificationPermissionManager();
 
   static NotificationPermissionManager& shared();
@@ -24,6 +27,10 @@ class NotificationPermissionManager {
   /// Becomes the centre's delegate on the main queue, then asks the centre for its settings and publishes
   /// them.
   void refresh();
+
+  /// Asks the person for alerts, sounds and badges. The answer is published (authorized or denied); a yes
+  /// also registers the application for remote notifications. An error is only written to the system log.
+  void requestPermission();
 
  private:
   struct Parts;

@@ -67,8 +67,10 @@ struct Runtime::Parts {
     return std::make_shared<LocationPermissionManager>(phone.main, phone.locations, phone.application,
                                                        phone.systemLog);
   }};
-  Lazy<NotificationPermissionManager> notificationPermission{
-      [this] { return std::make_shared<NotificationPermissionManager>(phone.main, phone.notifications); }};
+  Lazy<NotificationPermissionManager> notificationPermission{[this] {
+    return std::make_shared<NotificationPermissionManager>(phone.main, phone.notifications, phone.application,
+                                                           phone.systemLog);
+  }};
   Lazy<GeofenceService> geofence{[this] {
     return std::make_shared<GeofenceService>(
         phone, GeofenceService::Neighbours{logger, api, locationStream, foregroundSink, backgroundSink});

@@ -4,12 +4,16 @@
 
 #include "orlan/backend/ActivityReporter.hpp"
 #include "orlan/backend/ClientState.hpp"
+#include "orlan/backend/ConfigurationFetch.hpp"
+#include "orlan/backend/CorrelationId.hpp"
 #include "orlan/backend/Credentials.hpp"
 #include "orlan/backend/DeviceIdentity.hpp"
 #include "orlan/backend/DeviceRecord.hpp"
 #include "orlan/backend/DeviceRegistration.hpp"
 #include "orlan/backend/PluginActivity.hpp"
 #include "orlan/backend/RequestLayer.hpp"
+#include "orlan/backend/SegmentsUpdate.hpp"
+#include "orlan/backend/SurveySubmission.hpp"
 #include "orlan/backend/TokenSync.hpp"
 #include "orlan/base/text.hpp"
 
@@ -27,7 +31,11 @@ struct APIService::Parts {
         tokens(client, records, phone.store, requests, logger),
         registration(client, identity, records, phone.store, requests, tokens, logger),
         activities(client, identity, phone.clock, phone.random, requests, logger, reliability),
-        plugin(client, identity, phone.clock, requests, logger) {}
+        plugin(client, identity, phone.clock, requests, logger),
+        configuration(client, identity, phone.bundle, phone.store, requests, logger),
+        segments(client, identity, phone.store, requests, logger),
+        correlation(identity, phone.store, tokens, logger),
+        surveys(client, identity, requests, logger) {}
 
   ~Parts() { requests.cancelAll(); }  // while all that an answer uses is still there
 
@@ -45,6 +53,10 @@ struct APIService::Parts {
   DeviceRegistration registration;
   ActivityReporter activities;
   PluginActivity plugin;
+  ConfigurationFetch configuration;
+  SegmentsUpdate segments;
+  CorrelationId correlation;
+  SurveySubmission surveys;
 };
 
 APIService::APIService(const Platform& phone, const BaseUrls& urls, Logger& logger,
@@ -93,6 +105,38 @@ void APIService::updateFCMToken(std::string_view token) {
   parts_->client.setFCMToken(std::string(token));
   parts_->logger.breadcrumb("🔥 Stored FCM token " + std::string(text::prefix(token, 8)) + "…");
   parts_->pushTokenChanged();
+}
+
+Single<OrlanConfiguration> APIService::fetchConfiguration(bool forceRefresh) {
+  return parts_->configuration.fetch(forceRefresh);
+}
+
+std::optional<OrlanConfiguration> APIService::cachedConfiguration() const {
+  return parts_->configuration.cached();
+}
+
+Single<bool> APIService::updateSegments(const std::vector<std::string>& segmentations) {
+  return parts_->segments.send(segmentations);
+}
+
+void APIService::setCorrelationId(std::string_view identifier) {
+  parts_->correlation.set(identifier);
+}
+
+void APIService::clearCorrelationId() {
+  parts_->correlation.clear();
+}
+
+std::optional<std::string> APIService::correlationId() const {
+  return parts_->correlation.get();
+}
+
+Single<bool> APIService::submitSurveyResponse(const SurveyResponseRequest& response) {
+  return parts_->surveys.submit(response);
+}
+
+Single<bool> APIService::trackSurveyEvent(const SurveyResponseRequest& event) {
+  return parts_->surveys.track(event);
 }
 
 void APIService::reportActivity(ActivityType activity, std::int64_t locationID,

@@ -9,6 +9,7 @@
 
 #include "orlan/backend/Activity.hpp"
 #include "orlan/backend/Config.hpp"
+#include "orlan/backend/OrlanConfiguration.hpp"
 #include "orlan/backend/TransmissionAppCredentials.hpp"
 #include "orlan/base/Fields.hpp"
 #include "orlan/base/Lazy.hpp"
@@ -16,6 +17,7 @@
 #include "orlan/base/Subject.hpp"
 #include "orlan/logging/Logger.hpp"
 #include "orlan/platform/Platform.hpp"
+#include "orlan/surveys/Survey.hpp"
 
 namespace orlan {
 
@@ -63,6 +65,28 @@ class APIService {
   /// Keeps the token and syncs it when the device is registered and the backend has not seen it.
   void updateAPNsToken(std::string_view token);  // raw bytes
   void updateFCMToken(std::string_view token);
+
+  /// The last good configuration, or, when there is none or `forceRefresh` is true, the transmission layer's
+  /// answer, which is kept. What is kept, and an environment without a usable address, answer at once.
+  Single<OrlanConfiguration> fetchConfiguration(bool forceRefresh);
+
+  /// The last good configuration, in this process or an earlier one.
+  [[nodiscard]] std::optional<OrlanConfiguration> cachedConfiguration() const;
+
+  /// Replaces the device's segmentation tags; true once the backend has agreed, and only then are they
+  /// stored. An environment without a usable address, and a tag that is not UTF-8, fail at once.
+  Single<bool> updateSegments(const std::vector<std::string>& segmentations);
+
+  /// The host's own name for this device's user, without white space around it; a blank one clears it. Each
+  /// change of a registered device sends its record again.
+  void setCorrelationId(std::string_view identifier);
+  void clearCorrelationId();
+  [[nodiscard]] std::optional<std::string> correlationId() const;
+
+  /// Brings answers, or an event without answers, to the backend; true once it has taken them. A text that is
+  /// not UTF-8 fails at once.
+  Single<bool> submitSurveyResponse(const SurveyResponseRequest& response);
+  Single<bool> trackSurveyEvent(const SurveyResponseRequest& event);
 
   /// Reports what happened, without and with the position at which it did. The second also records a pending
   /// event. Outcomes are only logged.

@@ -9,3 +9,4 @@
 #include "orlan/sdk/LocationPermissionManager.hpp"
 #include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/Runtime.hpp"
+#include "orlan/surveys/AnswerValidation.hpp"

@@ -1,5 +1,9 @@
 #include "orlan/sdk/BridgedArguments.hpp"
 
+#include <utility>
+
+#include "orlan/surveys/SurveyFields.hpp"
+
 namespace orlan {
 
 std::vector<std::string> stringsFromBridged(const json::Value& value) {
@@ -13,6 +17,17 @@ std::vector<std::string> stringsFromBridged(const json::Value& value) {
     strings.push_back(*string);
   }
   return strings;
+}
+
+std::vector<SurveyAnswer> answersFromBridged(const json::Value& value) {
+  std::vector<SurveyAnswer> answers;
+  const json::Array* array = value.array();
+  if (array == nullptr) return answers;
+  for (const json::Value& element : *array) {
+    auto answer = json::decodeText<SurveyAnswer>(json::print(element));
+    if (answer) answers.push_back(std::move(*answer));
+  }
+  return answers;
 }
 
 }  // namespace orlan

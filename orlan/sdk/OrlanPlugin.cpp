@@ -5,42 +5,19 @@
 #include <utility>
 
 #include "orlan/base/text.hpp"
-#include "orlan/platform/Platform.hpp"
-#include "orlan/sdk/AppStateMonitoring.hpp"
-#include "orlan/sdk/BridgedArguments.hpp"
-#include "orlan/sdk/NotificationStats.hpp"
-#include "orlan/sdk/StartSequence.hpp"
+#include "orlan/sdk/OrlanPluginParts.hpp"
 
 namespace orlan {
 
-struct OrlanPlugin::Parts {
-  Parts(OrlanPlugin& plugin, const Platform& platform, OrlanServices& services)
-      : phone(platform),
-        logger(services.logger),
-        monitoring({phone.clock, phone.application, phone.locations, services.logger,
-                    services.foregroundMonitor, services.backgroundMonitor},
-                   [this] { reportStatistics(); }),
-        starting(plugin, platform, services, monitoring) {
-    notificationStats.lastReportTime = phone.clock.now();
-  }
-
-  void reportStatistics() {
-    logger.breadcrumb(notificationStats.summary(phone.clock.now()));
-    if (notificationStats.totalNotifications == 0) return;
-    logger.breadcrumb(fmt::format("📊 Notification duplication rate: {}x",
-                                  text::fixed(notificationStats.duplicationRate(), 2)));
-    if (starting.storedApiKey().empty()) return;
-    telemetry = notificationStats.telemetry(monitoring.transitionCount(), monitoring.sinceLaunch());
-    logger.breadcrumb("📊 Sending notification telemetry to backend");
-  }
-
-  Platform phone;
-  Logger& logger;
-  NotificationStats notificationStats;
-  json::Object telemetry;
-  AppStateMonitoring monitoring;
-  StartSequence starting;
-};
+void OrlanPlugin::Parts::reportStatistics() {
+  logger.breadcrumb(notificationStats.summary(phone.clock.now()));
+  if (notificationStats.totalNotifications == 0) return;
+  logger.breadcrumb(fmt::format("📊 Notification duplication rate: {}x",
+                                text::fixed(notificationStats.duplicationRate(), 2)));
+  if (starting.storedApiKey().empty()) return;
+  telemetry = notificationStats.telemetry(monitoring.transitionCount(), monitoring.sinceLaunch());
+  logger.breadcrumb("📊 Sending notification telemetry to backend");
+}
 
 OrlanPlugin::OrlanPlugin(const Platform& phone, OrlanServices& services)
     : parts_(std::make_unique<Parts>(*this, phone, services)) {}
@@ -71,24 +48,6 @@ void OrlanPlugin::start(const std::string& companyApiKey, const std::string& app
   credentials.iosBundleID = iosBundleId;
   credentials.includeLegacyApiKeyHeader = includeLegacyApiKeyHeader;
   parts_->starting.withAppCredentials(std::move(credentials), env, segmentations, delegate);
-}
-
-void OrlanPlugin::startBridged(const std::string& apiKey, std::int64_t environment,
-                               const json::Value& segmentations, const Delegate& delegate) {
-  start(apiKey, environmentFromBridged(environment), stringsFromBridged(segmentations), delegate);
-}
-
-void OrlanPlugin::startBridged(std::int64_t environment, const json::Value& segmentations,
-                               const Delegate& delegate) {
-  start(environmentFromBridged(environment), stringsFromBridged(segmentations), delegate);
-}
-
-void OrlanPlugin::startBridged(const std::string& companyApiKey, const std::string& appId,
-                               const std::string& appApiKey, const std::string& iosBundleId,
-                               std::int64_t environment, const json::Value& segmentations,
-                               const Delegate& delegate) {
-  start(companyApiKey, appId, appApiKey, iosBundleId, environmentFromBridged(environment),
-        stringsFromBridged(segmentations), true, delegate);
 }
 
 std::string OrlanPlugin::getNotificationStats() const {

@@ -1,0 +1,136 @@
+// The facade besides starting and statistics: each operation forwards to the service that owns the work.
+#include <utility>
+
+#include "orlan/base/text.hpp"
+#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/OrlanPluginParts.hpp"
+
+namespace orlan {
+
+void OrlanPlugin::updateSegments(const Segmentations& segmentations, Completion<bool> completion) {
+  parts_->phone.main.assertCurrent();
+  parts_->asking.updateSegments(segmentations, std::move(completion));
+}
+
+void OrlanPlugin::fetchConfiguration(bool forceRefresh, Completion<OrlanConfiguration> completion) {
+  parts_->phone.main.assertCurrent();
+  parts_->asking.fetchConfiguration(forceRefresh, std::move(completion));
+}
+
+std::optional<OrlanConfiguration> OrlanPlugin::getCurrentConfiguration() const {
+  parts_->phone.main.assertCurrent();
+  return parts_->services.api->cachedConfiguration();
+}
+
+void OrlanPlugin::refreshPrivacyText(Completion<std::string> completion) {
+  parts_->phone.main.assertCurrent();
+  parts_->asking.refreshPrivacyText(std::move(completion));
+}
+
+std::string OrlanPlugin::getPrivacyText() const {
+  return getCurrentConfiguration().value_or(OrlanConfiguration::defaults()).privacyText;
+}
+
+void OrlanPlugin::submitSurveyResponse(const std::string& notificationId,
+                                       const std::optional<std::string>& locationId,
+                                       const std::vector<SurveyAnswer>& answers,
+                                       Completion<bool> completion) {
+  parts_->phone.main.assertCurrent();
+  parts_->surveys.submit(notificationId, locationId, answers, std::move(completion));
+}
+
+void OrlanPlugin::trackSurveyEvent(const std::string& notificationId,
+                                   const std::optional<std::string>& locationId, const std::string& activity,
+                                   Completion<bool> completion) {
+  parts_->phone.main.assertCurrent();
+  parts_->surveys.track(notificationId, locationId, activity, std::move(completion));
+}
+
+void OrlanPlugin::setCorrelationId(std::string_view correlationId) {
+  parts_->phone.main.assertCurrent();
+  parts_->services.api->setCorrelationId(correlationId);
+}
+
+std::string OrlanPlugin::getCorrelationId() const {
+  parts_->phone.main.assertCurrent();
+  return parts_->services.api->correlationId().value_or("");
+}
+
+void OrlanPlugin::clearCorrelationId() {
+  parts_->phone.main.assertCurrent();
+  parts_->services.api->clearCorrelationId();
+}
+
+void OrlanPlugin::updateAPNsToken(std::string_view token) {
+  APIService::shared().updateAPNsToken(token);
+  Logger::shared().breadcrumb("APNs token forwarded to SDK");
+}
+
+void OrlanPlugin::updateFCMToken(std::string_view token) {
+  APIService::shared().updateFCMToken(token);
+  Logger::shared().breadcrumb("🔥 FCM token forwarded to SDK");
+}
+
+void OrlanPlugin::refetchGeofence() {
+  parts_->phone.main.assertCurrent();
+  parts_->services.geofence->refetch();
+}
+
+Publisher<std::vector<Polygon>>& OrlanPlugin::polygonsPublisher() {
+  return GeofenceService::shared().polygonsPublisherPublic();
+}
+
+void OrlanPlugin::requestLocationWhenInUse() {
+  parts_->phone.main.assertCurrent();
+  parts_->services.locationPermission->requestWhenInUseAuthorization();
+}
+
+void OrlanPlugin::requestLocationAlways() {
+  parts_->phone.main.assertCurrent();
+  parts_->services.locationPermission->requestAlwaysAuthorization();
+}
+
+LocationAuthorization OrlanPlugin::locationAuthorizationStatus() const {
+  parts_->phone.main.assertCurrent();
+  return parts_->services.locationPermission->currentStatus();
+}
+
+std::int64_t OrlanPlugin::locationAuthorizationStatusRaw() const {
+  return rawValue(locationAuthorizationStatus());
+}
+
+Publisher<LocationAuthorization>& OrlanPlugin::locationAuthorizationPublisher() {
+  return LocationPermissionManager::shared().statusPublisher();
+}
+
+void OrlanPlugin::requestPushPermission() {
+  parts_->phone.main.assertCurrent();
+  parts_->services.notificationPermission->requestPermission();
+}
+
+NotificationAuthorization OrlanPlugin::pushAuthorizationStatus() const {
+  parts_->phone.main.assertCurrent();
+  return parts_->services.notificationPermission->currentStatus();
+}
+
+std::int64_t OrlanPlugin::pushAuthorizationStatusRaw() const {
+  return rawValue(pushAuthorizationStatus());
+}
+
+Publisher<NotificationAuthorization>& OrlanPlugin::pushAuthorizationPublisher() {
+  return NotificationPermissionManager::shared().statusPublisher();
+}
+
+std::string OrlanPlugin::logFileURL() const {
+  return parts_->logger.logFileURL();
+}
+
+void OrlanPlugin::clearLogs() {
+  parts_->logger.clear();
+}
+
+std::string OrlanPlugin::transform(std::string_view text) const {
+  return text::upper(text);
+}
+
+}  // namespace orlan

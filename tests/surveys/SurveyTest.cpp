@@ -1,0 +1,111 @@
+#include <gmock/gmock.h>
+
+#include "orlan/surveys/AnswerValidation.hpp"
+#include "orlan/surveys/SurveyFields.hpp"
+
+namespace orlan {
+namespace {
+
+using ::testing::HasSubstr;
+using Choices = std::optional<std::vector<ChoiceSelection>>;
+
+TEST(AnswerValidation, EachTypeHasItsRule) {
+  struct Row {
+    std::string type;
+    std::string value;
+    Choices choice;
+    bool valid;
+  };
+  const std::vector<ChoiceSelection> two{{11}, {12}};
+  for (const auto& [type, value, choice, valid] : {
+           Row{"BOOLEAN", "TRUE", {}, true},
+           Row{"BOOLEAN", "Yes", {}, true},
+           Row{"BOOLEAN", "no", {}, true},
+           Row{"BOOLEAN", "fAlSe", {}, true},
+           Row{"BOOLEAN", "1", two, false},
+           Row{"BOOLEAN", "y", {}, false},
+           Row{"BOOLEAN", "", {}, false},
+           Row{"BOOLEAN", " yes", {}, false},
+           Row{"NUMBER", "-0", {}, true},
+           Row{"NUMBER", "+007", {}, true},
+           Row{"NUMBER", "9223372036854775807", {}, true},
+           Row{"NUMBER", "9223372036854775808", {}, false},
+           Row{"NUMBER", "-9223372036854775808", {}, true},
+           Row{"NUMBER", "-9223372036854775809", {}, false},
+           Row{"NUMBER", "", {}, false},
+           Row{"NUMBER", "-", {}, false},
+           Row{"NUMBER", "+-1", {}, false},
+           Row{"NUMBER", "1.0", {}, false},
+           Row{"NUMBER", "1 ", {}, false},
+           Row{"NUMBER", "٣", {}, false},  // a digit, but not a decimal one of ours
+           Row{"NUMBER", std::string("1\0", 2), {}, false},
+           Row{"OPEN_ENDED", " x\n", {}, true},
+           Row{"OPEN_ENDED", " \n", two, false},
+           Row{"OPEN_ENDED", "\u2003\u00a0\u2028\u0085\t\r\v\f", {}, false},
+           Row{"OPEN_ENDED", "", {}, false},
+           Row{"RATING", "1", {}, true},
+           Row{"RATING", "+5", {}, true},
+           Row{"RATING", "0", {}, false},
+           Row{"RATING", "6", {}, false},
+           Row{"RATING", " 5", {}, false},
+           Row{"RATING", "4.5", {}, false},
+           Row{"SLIDER", "3", {}, false},
+           Row{"SLIDER", "", two, true},
+           Row{"SINGLE_CHOICE", "", two, true},
+           Row{"SINGLE_CHOICE", "x", Choices(std::in_place), false},
+           Row{"MULTIPLE_CHOICE", "", two, true},
+           Row{"MULTIPLE_CHOICE", "", {}, false},
+           Row{"", "yes", two, false},
+           Row{"rating", "5", two, false},
+           Row{"RATING ", "5", two, false},
+       }) {
+    EXPECT_EQ(isInvalid({1, type, value, choice}), !valid) << type << " '" << value << "'";
+  }
+}
+
+TEST(SurveyQuestion, AnswersCarryWhatTheyAreGiven) {
+  const SurveyQuestion typed{7, "Why?", QuestionType::singleChoice, true, 0, {}};
+  EXPECT_EQ(json::encodeText(typed.toAnswer(" as it is ")),
+            R"({"question_id":7,"type":"SINGLE_CHOICE","value":" as it is "})");
+  EXPECT_EQ(json::encodeText(typed.toAnswer("", std::vector<std::int64_t>{})),
+            R"({"question_id":7,"type":"SINGLE_CHOICE","value":"","choice":[]})");
+  EXPECT_EQ(
+      json::encodeText(typed.toAnswer("", std::vector<std::int64_t>{12, 11})),
+      R"({"question_id":7,"type":"SINGLE_CHOICE","value":"","choice":[{"choice_id":12},{"choice_id":11}]})");
+  EXPECT_EQ(SurveyQuestion{}.toAnswer("x").type, "");
+}
+
+TEST(SurveyFields, QuestionsAreReadAndWrittenAlike) {
+  const std::string full =
+      R"([{"id":1,"question":"Which?","question_type":"SLIDER","has_choices":true,"position":2,)"
+      R"("choices":[{"id":11,"choice":"Low","position":0}]}])";
+  const auto read = json::decodeText<std::vector<SurveyQuestion>>(full);
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read->at(0), (SurveyQuestion{1, "Which?", QuestionType::slider, true, 2, {{{11, "Low", 0}}}}));
+  EXPECT_EQ(json::encodeText(*read), full);
+
+  const std::string bare = R"({"id":1,"question":"Which?","has_choices":false,"position":2})";
+  const auto untyped = json::decodeText<SurveyQuestion>(bare);
+  ASSERT_TRUE(untyped);
+  EXPECT_EQ(json::encodeText(*untyped), bare);
+
+  const auto unknown = json::decodeText<SurveyQuestion>(
+      R"({"id":1,"question":"","question_type":"slider","has_choices":true,"position":2})");
+  ASSERT_FALSE(unknown);
+  EXPECT_THAT(unknown.error().description, HasSubstr("question_type: expected a known value"));
+}
+
+TEST(SurveyFields, ARequestLeavesOutWhatIsAbsent) {
+  const SurveyResponseRequest event{"D1", 42, "shown", {}, {}};
+  EXPECT_EQ(json::encodeText(event),
+            R"({"device_registered_id":"D1","curated_notification_id":42,"activity":"shown"})");
+  const SurveyResponseRequest answers{
+      "D1", 42, "survey_activity", 7, {{{1, "RATING", "4", {}}, {2, "SINGLE_CHOICE", "", {{{11}}}}}}};
+  EXPECT_EQ(json::encodeText(answers),
+            R"({"device_registered_id":"D1","curated_notification_id":42,"activity":"survey_activity",)"
+            R"("location_id":7,"responses":[{"question_id":1,"type":"RATING","value":"4"},)"
+            R"({"question_id":2,"type":"SINGLE_CHOICE","value":"","choice":[{"choice_id":11}]}]})");
+}
+
+}  // namespace
+}  // namespace orlan

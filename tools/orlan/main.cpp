@@ -2,6 +2,7 @@
 
 #include "tools/orlan/backend/BackendCommand.hpp"
 #include "tools/orlan/run/RunCommand.hpp"
+#include "tools/orlan/shell/ShellCommand.hpp"
 #include "tools/orlan/simulate/SimulateCommand.hpp"
 
 namespace {
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
   orlan::simulate::addSimulateCommand(app, exitCode);
   orlan::run::addRunCommand(app, exitCode);
   orlan::devbackend::addBackendCommand(app, exitCode);
+  orlan::shell::addShellCommands(app, ORLAN_VERSION);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& help) {

@@ -1,4 +1,5 @@
 # Installs ${roots}, below ${source}, and every header of ours that they reach.
+cmake_policy(VERSION 3.22)
 set(todo ${roots})
 set(done)
 while(todo)

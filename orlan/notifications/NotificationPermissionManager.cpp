@@ -1,72 +1,97 @@
 #include "orlan/notifications/NotificationPermissionManager.hpp"
 
-#include "orlan/platform/MainGate.hpp"
+#include <string>
+#include <vector>
+
+#include "orlan/base/text.hpp"
+#include "orlan/notifications/NotificationManager.hpp"
+#include "orlan/notifications/diagnostics.hpp"
 
 namespace orlan {
+namespace {
 
-/// The centre holds its delegate weakly, so the delegate is an object with shared ownership.
-struct NotificationPermissionManager::Parts final : NotificationCenterDelegate {
-  Parts(MainLoop& mainLoop, NotificationCenter& notificationCenter, Application& app, SystemLog& log)
-      : main(mainLoop), center(notificationCenter), application(app), systemLog(log), gate(mainLoop) {}
+using diagnostics::shown;
 
-  void willPresent(const NotificationRequest&, std::function<void(std::uint32_t)> completion) override {
-    completion(notificationOptions::banner | notificationOptions::sound);
-  }
-
-  void askForStatus() {
-    center.authorizationStatus([this, pass = gate.pass()](NotificationAuthorization answer) {
-      pass([this, answer] { status.send(answer); });
-    });
-  }
-
-  void askPerson() {
-    using namespace notificationOptions;
-    center.requestAuthorization(
-        alert | sound | badge,
-        [this, pass = gate.pass()](const Result<bool>& answer) { pass([this, answer] { take(answer); }); });
-  }
-
-  void take(const Result<bool>& answer) {
-    if (!answer) return systemLog.write("[Orlan] Push-auth error: " + answer.error().description);
-    status.send(*answer ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
-    if (*answer) application.registerForRemoteNotifications();
-  }
-
-  MainLoop& main;
-  NotificationCenter& center;
-  Application& application;
-  SystemLog& systemLog;
-  CurrentValue<NotificationAuthorization> status{NotificationAuthorization::notDetermined};
-  MainGate gate;
-};
-
-NotificationPermissionManager::NotificationPermissionManager(MainLoop& main, NotificationCenter& center,
-                                                             Application& application, SystemLog& systemLog)
-    : parts_(std::make_shared<Parts>(main, center, application, systemLog)) {}
-
-NotificationPermissionManager::~NotificationPermissionManager() = default;
-
-CurrentValue<NotificationAuthorization>& NotificationPermissionManager::statusPublisher() {
-  return parts_->status;
+std::string keysOf(const json::Object& userInfo) {
+  std::vector<std::string> keys;
+  for (const auto& member : userInfo) keys.push_back(shown(member.first));
+  return text::joined(keys, ", ");
 }
 
-NotificationAuthorization NotificationPermissionManager::currentStatus() const {
-  return parts_->status.value();
-}
+}  // namespace
+
+NotificationPermissionManager::NotificationPermissionManager(const Platform& phone, Logger& logger,
+                                                             Lazy<NotificationManager>& manager)
+    : main_(phone.main),
+      center_(phone.notifications),
+      application_(phone.application),
+      systemLog_(phone.systemLog),
+      logger_(logger),
+      manager_(manager),
+      gate_(phone.main) {}
 
 void NotificationPermissionManager::refresh() {
-  parts_->main.assertCurrent();
-  parts_->main.async([manager = std::weak_ptr(parts_)] {
-    const auto parts = manager.lock();
-    if (!parts) return;
-    parts->center.setDelegate(parts);
-    parts->askForStatus();
+  main_.assertCurrent();
+  main_.async([self = weak_from_this()] {
+    const auto manager = self.lock();
+    if (!manager) return;
+    manager->center_.setDelegate(manager);
+    manager->askForStatus();
+  });
+}
+
+void NotificationPermissionManager::askForStatus() {
+  center_.authorizationStatus([this, pass = gate_.pass()](NotificationAuthorization answer) {
+    pass([this, answer] { status_.send(answer); });
   });
 }
 
 void NotificationPermissionManager::requestPermission() {
-  parts_->main.assertCurrent();
-  parts_->askPerson();
+  using namespace notificationOptions;
+  main_.assertCurrent();
+  center_.requestAuthorization(alert | sound | badge,
+                               [this, pass = gate_.pass()](const Result<bool>& answer) {
+                                 pass([this, answer] { takeAnswer(answer); });
+                               });
+}
+
+void NotificationPermissionManager::takeAnswer(const Result<bool>& answer) {
+  if (!answer) return systemLog_.write("[Orlan] Push-auth error: " + answer.error().description);
+  status_.send(*answer ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
+  if (*answer) application_.registerForRemoteNotifications();
+}
+
+void NotificationPermissionManager::willPresent(const NotificationRequest& request,
+                                                std::function<void(std::uint32_t)> completion) {
+  using namespace notificationOptions;
+  main_.assertCurrent();
+  systemLog_.write("[Orlan] 🔔 NotificationPermissionManager.willPresent - Received foreground notification");
+  logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Received foreground notification");
+  logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Notification ID: " +
+                     shown(request.identifier));
+  logger_.breadcrumb("🔔 NotificationPermissionManager - Forwarding to NotificationManager.willPresent");
+  manager_->willPresent(request, [](std::uint32_t) {});
+  completion(banner | sound);
+}
+
+void NotificationPermissionManager::didReceive(const NotificationResponse& response,
+                                               std::function<void()> completion) {
+  main_.assertCurrent();
+  const std::string action = shown(response.actionIdentifier);
+  const std::string identifier = shown(response.request.identifier);
+  systemLog_.write(
+      "[Orlan] 🔔 NotificationPermissionManager.didReceive - User tapped notification - Action: " + action);
+  systemLog_.write("[Orlan] 🔔 NotificationPermissionManager.didReceive - Notification ID: " + identifier);
+  logger_.breadcrumb("🔔 NotificationPermissionManager.didReceive - User tapped notification");
+  logger_.breadcrumb("🔔 NotificationPermissionManager.didReceive - Notification ID: " + identifier);
+  logger_.breadcrumb("🔔 NotificationPermissionManager - Action: " + action);
+  logger_.breadcrumb("🔔 NotificationPermissionManager - UserInfo keys: " +
+                     keysOf(response.request.content.userInfo));
+  logger_.breadcrumb("🔔 NotificationPermissionManager - Forwarding to NotificationManager.didReceive");
+  manager_->didReceive(response, [] {});
+  logger_.breadcrumb("🔔 NotificationPermissionManager - Forward complete");
+  systemLog_.write("[Orlan] 🔔 NotificationPermissionManager - Forward complete");
+  completion();
 }
 
 }  // namespace orlan

@@ -1,28 +1,36 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
+#include "orlan/base/Lazy.hpp"
 #include "orlan/base/Subject.hpp"
-#include "orlan/platform/Application.hpp"
-#include "orlan/platform/Console.hpp"
-#include "orlan/platform/NotificationCenter.hpp"
-#include "orlan/platform/SerialQueue.hpp"
+#include "orlan/logging/Logger.hpp"
+#include "orlan/platform/MainGate.hpp"
+#include "orlan/platform/Platform.hpp"
 
 namespace orlan {
 
+class NotificationManager;
+
 /// Knows whether the person lets the application notify, and is the notification centre's delegate from start
-/// on.
-class NotificationPermissionManager {
+/// on: it logs and hands on to `NotificationManager` what the centre presents and what is tapped. Main thread
+/// unless a line says otherwise.
+///
+/// Made with `std::make_shared`: the notification centre holds its delegate weakly.
+class NotificationPermissionManager final
+    : public NotificationCenterDelegate,
+      public std::enable_shared_from_this<NotificationPermissionManager> {
  public:
-  NotificationPermissionManager(MainLoop& main, NotificationCenter& center, Application& application,
-                                SystemLog& systemLog);
-  ~NotificationPermissionManager();
+  /// `manager` is first used when something is presented or tapped. Everything given outlives it.
+  NotificationPermissionManager(const Platform& phone, Logger& logger, Lazy<NotificationManager>& manager);
 
   static NotificationPermissionManager& shared();
 
-  /// The latest known status; `notDetermined` until the first answer. Values may arrive on any thread.
-  [[nodiscard]] CurrentValue<NotificationAuthorization>& statusPublisher();
-  [[nodiscard]] NotificationAuthorization currentStatus() const;
+  /// The latest known status; `notDetermined` until the first answer. Subscribers must not count on the
+  /// thread on which values arrive. `currentStatus` may be asked on any.
+  [[nodiscard]] CurrentValue<NotificationAuthorization>& statusPublisher() { return status_; }
+  [[nodiscard]] NotificationAuthorization currentStatus() const { return status_.value(); }
 
   /// Becomes the centre's delegate on the main queue, then asks the centre for its settings and publishes
   /// them.
@@ -32,9 +40,24 @@ class NotificationPermissionManager {
   /// also registers the application for remote notifications. An error is only written to the system log.
   void requestPermission();
 
+  /// Has the notification handled, then shown as a banner with sound, without badge.
+  void willPresent(const NotificationRequest& request,
+                   std::function<void(std::uint32_t)> completion) override;
+  void didReceive(const NotificationResponse& response, std::function<void()> completion) override;
+  [[nodiscard]] std::string_view name() const override { return "NotificationPermissionManager"; }
+
  private:
-  struct Parts;
-  std::shared_ptr<Parts> parts_;
+  void askForStatus();
+  void takeAnswer(const Result<bool>& answer);
+
+  MainLoop& main_;
+  NotificationCenter& center_;
+  Application& application_;
+  SystemLog& systemLog_;
+  Logger& logger_;
+  Lazy<NotificationManager>& manager_;
+  CurrentValue<NotificationAuthorization> status_{NotificationAuthorization::notDetermined};
+  MainGate gate_;
 };
 
 }  // namespace orlan

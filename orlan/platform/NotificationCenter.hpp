@@ -1,11 +1,13 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "orlan/base/Enumeration.hpp"
 #include "orlan/base/Result.hpp"
@@ -45,6 +47,9 @@ struct NotificationContent {
   std::optional<std::string> sound;
   std::string threadIdentifier;
   std::string categoryIdentifier;
+  std::string targetContentIdentifier;
+  std::string launchImageName;
+  std::size_t attachments = 0;
 };
 
 struct NotificationRequest {
@@ -72,6 +77,9 @@ class NotificationCenterDelegate {
   /// The person tapped a notification.
   virtual void didReceive(const NotificationResponse&, std::function<void()> completion) { completion(); }
   // NOLINTEND(performance-unnecessary-value-param)
+
+  /// For the log.
+  [[nodiscard]] virtual std::string_view name() const { return "the host's own"; }
 };
 
 /// The phone's notification centre.

@@ -36,13 +36,6 @@ class OrlanPluginDelegate {
   virtual void didFailWith(OrlanPlugin&, const Error&) {}
 };
 
-/// Receives the response to a tapped notification as it is. Main thread.
-class OrlanNotificationDelegate {
- public:
-  virtual ~OrlanNotificationDelegate() = default;
-  virtual void orlanDidReceive(const NotificationResponse& response) = 0;
-};
-
 /// The one object through which a host drives the library. Main thread. Delegates are held weakly. Nothing is
 /// thrown; all outcomes of a start reach the delegate.
 ///

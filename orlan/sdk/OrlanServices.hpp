@@ -7,6 +7,8 @@
 #include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
 #include "orlan/geofence/GeofenceService.hpp"
 #include "orlan/logging/Logger.hpp"
+#include "orlan/notifications/NotificationBridge.hpp"
+#include "orlan/notifications/NotificationManager.hpp"
 #include "orlan/notifications/NotificationPermissionManager.hpp"
 #include "orlan/sdk/LocationPermissionManager.hpp"
 
@@ -25,6 +27,8 @@ struct OrlanServices {
   Lazy<GeofenceService>& geofence;
   Lazy<LocationPermissionManager>& locationPermission;
   Lazy<NotificationPermissionManager>& notificationPermission;
+  Lazy<NotificationManager>& notificationManager;
+  Lazy<NotificationBridge>& notificationBridge;
   Lazy<OrlanPlugin>& plugin;
 };
 

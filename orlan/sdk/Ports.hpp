@@ -1,10 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "orlan/base/Lazy.hpp"
+#include "orlan/campaigns/CampaignSource.hpp"
+#include "orlan/geofence/GeofenceService.hpp"
 #include "orlan/geofence/NotificationCounter.hpp"
 #include "orlan/geofence/PolygonSink.hpp"
 #include "orlan/sdk/LocationPermissionManager.hpp"
@@ -39,6 +42,15 @@ class MonitorSink final : public PolygonSink {
 
  private:
   Lazy<Monitor>& monitor_;
+};
+
+class CampaignLookup final : public CampaignSource {
+ public:
+  explicit CampaignLookup(Lazy<GeofenceService>& service) : service_(service) {}
+  [[nodiscard]] std::shared_ptr<const CampaignData> current() override { return service_->current(); }
+
+ private:
+  Lazy<GeofenceService>& service_;
 };
 
 class LocationStream final : public Publisher<std::optional<Location>> {

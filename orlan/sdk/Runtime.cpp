@@ -49,6 +49,7 @@ struct Runtime::Parts {
   MonitorSink<ForegroundGeofenceMonitor> foregroundSink{foregroundMonitor};
   MonitorSink<BackgroundRegionMonitor> backgroundSink{backgroundMonitor};
   LocationStream locationStream{locationPermission};
+  CampaignLookup campaigns{geofence};
 
   Lazy<LocationTrackingReliability> reliability{[this] {
     return std::make_shared<LocationTrackingReliability>(phone.main, phone.queues, phone.clock, phone.random,
@@ -67,10 +68,12 @@ struct Runtime::Parts {
     return std::make_shared<LocationPermissionManager>(phone.main, phone.locations, phone.application,
                                                        phone.systemLog);
   }};
-  Lazy<NotificationPermissionManager> notificationPermission{[this] {
-    return std::make_shared<NotificationPermissionManager>(phone.main, phone.notifications, phone.application,
-                                                           phone.systemLog);
-  }};
+  Lazy<NotificationManager> notificationManager{
+      [this] { return std::make_shared<NotificationManager>(phone, logger, api, campaigns); }};
+  Lazy<NotificationBridge> notificationBridge{
+      [this] { return std::make_shared<NotificationBridge>(phone.main); }};
+  Lazy<NotificationPermissionManager> notificationPermission{
+      [this] { return std::make_shared<NotificationPermissionManager>(phone, logger, notificationManager); }};
   Lazy<GeofenceService> geofence{[this] {
     return std::make_shared<GeofenceService>(
         phone, GeofenceService::Neighbours{logger, api, locationStream, foregroundSink, backgroundSink});
@@ -85,6 +88,8 @@ struct Runtime::Parts {
                          geofence,
                          locationPermission,
                          notificationPermission,
+                         notificationManager,
+                         notificationBridge,
                          plugin};
 };
 

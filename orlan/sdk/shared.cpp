@@ -36,6 +36,12 @@ LocationPermissionManager& LocationPermissionManager::shared() {
 NotificationPermissionManager& NotificationPermissionManager::shared() {
   return *services().notificationPermission;
 }
+NotificationManager& NotificationManager::shared() {
+  return *services().notificationManager;
+}
+NotificationBridge& NotificationBridge::shared() {
+  return *services().notificationBridge;
+}
 OrlanPlugin& OrlanPlugin::shared() {
   return *services().plugin;
 }

@@ -1,0 +1,158 @@
+#include "orlan/notifications/NotificationManager.hpp"
+
+#include <fmt/format.h>
+
+#include <utility>
+#include <vector>
+
+#include "orlan/notifications/ReceivedPayload.hpp"
+#include "orlan/notifications/diagnostics.hpp"
+#include "orlan/notifications/testNotifications.hpp"
+
+namespace orlan {
+
+using diagnostics::shown;
+using diagnostics::shownOrNil;
+
+NotificationManager::NotificationManager(const Platform& phone, Logger& logger, Lazy<APIService>& api,
+                                         CampaignSource& campaigns)
+    : main_(phone.main),
+      center_(phone.notifications),
+      clock_(phone.clock),
+      random_(phone.random),
+      logger_(logger),
+      api_(api),
+      questions_(logger, campaigns),
+      gate_(phone.main) {
+  logger_.breadcrumb("🔧 NotificationManager ready");
+}
+
+void NotificationManager::setLatest(std::optional<OrlanNotificationDetails> details) {
+  main_.assertCurrent();
+  latest_.send(std::move(details));
+}
+
+void NotificationManager::clearLatest() {
+  setLatest(std::nullopt);
+  logger_.breadcrumb("🔔 Cleared latest notification");
+}
+
+void NotificationManager::setAsNotificationDelegate() {
+  main_.assertCurrent();
+  center_.setDelegate(weak_from_this());
+  logger_.breadcrumb("🔔 NotificationManager set as UNUserNotificationCenter delegate");
+  const auto current = center_.delegate();
+  if (current.get() == this) {
+    logger_.breadcrumb("✅ NotificationManager confirmed as delegate");
+  } else {
+    logger_.breadcrumb(fmt::format("❌ NotificationManager NOT set as delegate - current: {}",
+                                   current ? current->name() : "nil"));
+  }
+}
+
+void NotificationManager::sendTestNotification() {
+  main_.assertCurrent();
+  logger_.breadcrumb("🔔 Sending basic test notification");
+  sendTestNotificationWithPayload(testNotifications::basicPayload());
+}
+
+void NotificationManager::sendFirebaseStyleTestNotification() {
+  main_.assertCurrent();
+  logger_.breadcrumb("🔔 Sending Firebase-style test notification");
+  sendTestNotificationWithPayload(testNotifications::pushStylePayload(clock_.now()));
+}
+
+void NotificationManager::sendTestNotificationWithPayload(json::Object userInfo) {
+  main_.assertCurrent();
+  logger_.breadcrumb("🔔 Sending test notification with custom payload");
+  schedule(std::move(userInfo));
+}
+
+void NotificationManager::schedule(json::Object userInfo) {
+  const auto note = [this](const Result<void>& outcome) {
+    if (!outcome) return logger_.log("Test notification error: " + shown(outcome.error().description));
+    logger_.breadcrumb("🔔 Test notification scheduled successfully");
+  };
+  center_.add(
+      testNotifications::request(std::move(userInfo), random_),
+      [note, pass = gate_.pass()](const Result<void>& outcome) { pass([note, outcome] { note(outcome); }); });
+}
+
+void NotificationManager::trackCTAEngagement(std::int64_t notificationID, std::int64_t locationID) {
+  main_.assertCurrent();
+  logger_.breadcrumb(fmt::format("🔗 Tracking CTA engagement - notificationID: {}", notificationID));
+  reportNotification(ActivityType::ctaEngagement, locationID, notificationID, NotificationType::notification);
+}
+
+void NotificationManager::trackMediaView(std::int64_t notificationID, std::int64_t locationID) {
+  main_.assertCurrent();
+  logger_.breadcrumb(fmt::format("📺 Tracking media view - notificationID: {}", notificationID));
+  reportNotification(ActivityType::mediaViewed, locationID, notificationID, NotificationType::notification);
+}
+
+void NotificationManager::reportNotification(ActivityType activity, std::int64_t locationID,
+                                             std::int64_t curatedNotificationID, NotificationType type) {
+  main_.assertCurrent();
+  logger_.breadcrumb(fmt::format("📊 Reporting notification activity: {}", wireName(activity)));
+  api_->reportActivity(activity, locationID, curatedNotificationID, type);
+}
+
+void NotificationManager::willPresent(const NotificationRequest& request,
+                                      std::function<void(std::uint32_t)> completion) {
+  using namespace notificationOptions;
+  main_.assertCurrent();
+  logger_.breadcrumb("🔔 willPresent notification - identifier: " + shown(request.identifier));
+  receive(request.content, "willPresent");
+  completion(banner | sound | badge);
+}
+
+void NotificationManager::didReceive(const NotificationResponse& response, std::function<void()> completion) {
+  main_.assertCurrent();
+  logger_.breadcrumb("🔔 didReceive notification response - identifier: " +
+                     shown(response.request.identifier));
+  receive(response.request.content, "didReceive");
+  completion();
+}
+
+void NotificationManager::receive(const NotificationContent& content, std::string_view context) {
+  const auto blocks = diagnostics::received(content, context);
+  logger_.breadcrumbs(std::vector<std::string_view>(blocks.begin(), blocks.end()));
+  handle(content);
+}
+
+void NotificationManager::handle(const NotificationContent& content) {
+  logger_.breadcrumb("🔔 NotificationManager.handle() - Processing notification");
+  const auto details = detailsOf(content);
+  logger_.breadcrumb(diagnostics::processed(details));
+  reportNotification(ActivityType::notificationDelivered, details.locationID, details.notifID,
+                     NotificationType::notification);
+  publish(details);
+}
+
+OrlanNotificationDetails NotificationManager::detailsOf(const NotificationContent& content) {
+  const auto payload = ReceivedPayload::parse(content.userInfo);
+  if (const auto& nested = payload.nested) {
+    logger_.breadcrumb(fmt::format("🔔 Extracted from notification_data: notifID={}, mediaURL={}, type={}",
+                                   nested->notifID, shownOrNil(nested->mediaURL),
+                                   shownOrNil(nested->mediaType)));
+  }
+  return {.id = randomUuid(random_),
+          .headline = content.title,
+          .body = content.body,
+          .mediaType = payload.mediaType,
+          .mediaURL = payload.mediaURL,
+          .ctaLabel = payload.ctaLabel,
+          .ctaURL = payload.ctaURL,
+          .notifID = payload.notifID,
+          .locationID = payload.locationID,
+          .questions = questions_.find(content.userInfo, payload.notifID),
+          .completionMessage = payload.completionMessage};
+}
+
+void NotificationManager::publish(const OrlanNotificationDetails& details) {
+  logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID));
+  subject_.send(details);
+  latest_.send(details);
+}
+
+}  // namespace orlan

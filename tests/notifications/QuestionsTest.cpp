@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+
+#include "notifications/NotificationBed.hpp"
+
+namespace orlan::test {
+namespace {
+
+using testing::ElementsAreArray;
+
+constexpr char oneQuestion[] = R"([{"id":1,"question":"Why?","has_choices":false,"position":0}])";
+
+CampaignData::Notification withQuestions(std::int64_t id,
+                                         std::optional<std::vector<CampaignData::Question>> list) {
+  CampaignData::Notification made;
+  made.id = id;
+  made.questions = std::move(list);
+  return made;
+}
+
+CampaignData campaigns() {
+  using Question = CampaignData::Question;
+  CampaignData data;
+  data.campaignsArray = {
+      {{"First", 10}, {}, {withQuestions(1, std::vector<Question>{}), withQuestions(2, std::nullopt)}},
+      {{"Second", 20}, {}, {withQuestions(42, {{{5, "Cached?", "RATING", 3, std::nullopt}}})}},
+      {{"Third", 30}, {}, {withQuestions(42, std::nullopt), withQuestions(-1, {{{6, "Lost?", "", 0, {}}}})}}};
+  return data;
+}
+
+TEST(Questions, ComeFromThePayloadElseFromTheCampaigns) {
+  const Lines looking{"• 🔍 Questions not in payload, looking up in cached campaigns...",
+                      "looked at the campaigns"};
+  const Lines cached{"• 🔍 Looking up questions for notification ID 42 in cached campaigns",
+                     "• ✅ Found notification 42 in campaign 20",
+                     "• ✅ Found 1 question(s) for notification 42"};
+  const auto list = [](std::string_view text) { return *json::parse(text); };
+  const std::string deep = std::string(100000, '[') + std::string(100000, ']');
+  struct Row {
+    const char* name;
+    json::Value questions;
+    Lines before;                                      // the lines about the payload
+    std::optional<std::vector<std::int64_t>> carried;  // identifiers, when the payload has usable questions
+  };
+  const std::string inText = "• 🔍 Found questions JSON string in payload";
+  const std::string inList = "• 🔍 Found questions array in payload";
+  const std::string failed = "ERROR ❌ Failed to parse questions JSON: ";
+  const Row rows[] = {
+      {"text", oneQuestion, {inText, "• ✅ Successfully parsed 1 question(s) from payload"}, {{1}}},
+      {"empty list as text", "[]", {inText, "• ✅ Successfully parsed 0 question(s) from payload"}, {{}}},
+      {"empty text", "", {inText, failed + "the text is empty"}, {}},
+      {"no JSON", "Why?", {inText, failed + "not valid JSON"}, {}},
+      {"no list", "{}", {inText, failed + "expected an array, found an object"}, {}},
+      {"deep", deep, {inText, failed + "arrays or objects are nested too deeply at line 1, column 513"}, {}},
+      {"unknown type",
+       R"([{"id":1,"question":"Why?","question_type":"ESSAY","has_choices":false,"position":0}])",
+       {inText, failed + "[0].question_type: expected a known value, found a string"},
+       {}},
+      {"one of two is bad",
+       R"([{"id":1,"question":"","has_choices":false,"position":0},{"id":2}])",
+       {inText, failed + "[1].question: missing"},
+       {}},
+      {"list", list(oneQuestion), {inList, "• ✅ Successfully parsed 1 question(s) from array"}, {{1}}},
+      {"empty list", json::Array{}, {inList, "• ✅ Successfully parsed 0 question(s) from array"}, {{}}},
+      {"list that does not decode, silently", list(R"([{"id":true}])"), {inList}, {}},
+      {"list with something else in it", list(R"([{"id":1},7])"), {}, {}},
+      {"a number", 7, {}, {}},
+      {"null", nullptr, {}, {}},
+  };
+  for (const Row& row : rows) {
+    NotificationBed bed;
+    bed.campaigns.data = std::make_shared<CampaignData>(campaigns());
+    QuestionLookup lookup(bed.logger, bed.campaigns);
+    const auto found = lookup.find({{"questions", row.questions}}, 42);
+    Lines expected = row.before;
+    if (!row.carried) {
+      expected.insert(expected.end(), looking.begin(), looking.end());
+      expected.insert(expected.end(), cached.begin(), cached.end());
+    }
+    EXPECT_THAT(bed.seen(), ElementsAreArray(expected)) << row.name;
+    ASSERT_TRUE(found) << row.name;
+    std::vector<std::int64_t> identifiers;
+    for (const auto& question : *found) identifiers.push_back(question.id);
+    EXPECT_EQ(identifiers, row.carried.value_or(std::vector<std::int64_t>{5})) << row.name;
+  }
+}
+
+TEST(Questions, OfTheCampaignsBelongToTheFirstNotificationWithTheIdentifier) {
+  const auto asks = [](std::int64_t id) {
+    return "• 🔍 Looking up questions for notification ID " + std::to_string(id) + " in cached campaigns";
+  };
+  struct Row {
+    const char* name;
+    std::shared_ptr<const CampaignData> data;
+    std::int64_t identifier;
+    Lines lines;
+    bool found;
+  };
+  const auto data = std::make_shared<const CampaignData>(campaigns());
+  const Row rows[] = {
+      {"no campaigns yet", nullptr, 42, {"• ⚠️ No cached campaign data available"}, false},
+      {"unknown", data, 9, {asks(9), "• ⚠️ Notification ID 9 not found in cached campaigns"}, false},
+      {"empty list",
+       data,
+       1,
+       {asks(1), "• ✅ Found notification 1 in campaign 10", "• ℹ️ Notification 1 has no questions"},
+       false},
+      {"no list",
+       data,
+       2,
+       {asks(2), "• ✅ Found notification 2 in campaign 10", "• ℹ️ Notification 2 has no questions"},
+       false},
+      {"minus one is searched as well",
+       data,
+       -1,
+       {asks(-1), "• ✅ Found notification -1 in campaign 30", "• ✅ Found 1 question(s) for notification -1"},
+       true},
+  };
+  for (const Row& row : rows) {
+    NotificationBed bed;
+    bed.campaigns.data = row.data;
+    QuestionLookup lookup(bed.logger, bed.campaigns);
+    EXPECT_EQ(lookup.find({}, row.identifier).has_value(), row.found) << row.name;
+    Lines seen = bed.seen();
+    seen.erase(seen.begin(), seen.begin() + 2);
+    EXPECT_THAT(seen, ElementsAreArray(row.lines)) << row.name;
+  }
+}
+
+TEST(Questions, OfACampaignBecomeSurveyQuestions) {
+  const std::vector<CampaignData::Question> questions{
+      {1, "None", "NUMBER", 4, std::nullopt},
+      {2, "Empty", "single_choice", 5, std::vector<CampaignData::Choice>{}},
+      {3, "Some", "SINGLE_CHOICE", 6, {{{7, "Yes", 8}, {}}}}};
+  const std::vector<SurveyQuestion> expected{
+      {1, "None", QuestionType::number, false, 4, std::nullopt},
+      {2, "Empty", std::nullopt, false, 5, std::vector<SurveyChoice>{}},
+      {3, "Some", QuestionType::singleChoice, true, 6, {{{7, "Yes", 8}, {0, "", 0}}}}};
+  EXPECT_EQ(questions::fromCampaign(questions), expected);
+}
+
+}  // namespace
+}  // namespace orlan::test

@@ -5,7 +5,6 @@
 #include "phones/linux/DiskFiles.hpp"
 #include "phones/linux/SqliteStore.hpp"
 #include "phones/linux/ThreadQueue.hpp"
-#include "phones/linux/TrackPlayer.hpp"
 #include "phones/linux/directories.hpp"
 #include "phones/linux/disk.hpp"
 
@@ -101,6 +100,9 @@ phone::LocalNotificationCenter& LinuxPhone::notifications() {
 phone::ApplicationModel& LinuxPhone::application() {
   return parts_->application;
 }
+TrackPlayer& LinuxPhone::player() {
+  return parts_->player;
+}
 const std::string& LinuxPhone::cacheDirectory() const {
   return parts_->directories.cache;
 }
@@ -111,10 +113,6 @@ const std::string& LinuxPhone::dataDirectory() const {
 void LinuxPhone::setTimeScale(double scale) {
   parts_->main.assertCurrent();
   if (auto* replay = dynamic_cast<ReplayTime*>(parts_->time.get())) replay->setScale(scale);
-}
-
-void LinuxPhone::play(Track track, std::function<void()> onFinished) {
-  parts_->player.play(std::move(track), std::move(onFinished));
 }
 
 void LinuxPhone::run() {

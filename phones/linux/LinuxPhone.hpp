@@ -15,7 +15,7 @@
 #include "phones/linux/HostDevice.hpp"
 #include "phones/linux/SystemParts.hpp"
 #include "phones/linux/TimeSource.hpp"
-#include "phones/linux/Track.hpp"
+#include "phones/linux/TrackPlayer.hpp"
 
 namespace orlan::linuxphone {
 
@@ -60,15 +60,13 @@ class LinuxPhone {
   [[nodiscard]] phone::LocationHub& locations();
   [[nodiscard]] phone::LocalNotificationCenter& notifications();
   [[nodiscard]] phone::ApplicationModel& application();
+  [[nodiscard]] TrackPlayer& player();
   [[nodiscard]] const std::string& cacheDirectory() const;
   [[nodiscard]] const std::string& dataDirectory() const;
 
   /// From now on time runs at another pace; for a phone whose configuration names a pace or a wall clock, any
   /// other keeps real time. Main thread.
   void setTimeScale(double scale);
-
-  /// Walks along `track` from now on, see `TrackPlayer`.
-  void play(Track track, std::function<void()> onFinished = {});
 
   /// Runs the main loop until `stop`.
   void run();

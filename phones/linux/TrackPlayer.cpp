@@ -9,6 +9,8 @@ void TrackPlayer::play(Track track, std::function<void()> onFinished) {
   track_ = std::move(track);
   onFinished_ = std::move(onFinished);
   next_ = 0;
+  playing_ = true;
+  standingSince_.reset();
   begun_ = time_.monotonicNow();
   begunAt_ = time_.wallNow();
   scheduleNext();
@@ -18,11 +20,35 @@ void TrackPlayer::stop() {
   main_.assertCurrent();
   timer_ = {};
   onFinished_ = nullptr;
+  playing_ = false;
+  standingSince_.reset();
+}
+
+void TrackPlayer::standStill() {
+  main_.assertCurrent();
+  if (!playing_ || standingSince_) return;
+  standingSince_ = time_.monotonicNow();
+  timer_ = {};
+}
+
+void TrackPlayer::walkOn() {
+  main_.assertCurrent();
+  if (!standingSince_) return;
+  const Duration stood = time_.monotonicNow() - *std::exchange(standingSince_, std::nullopt);
+  begun_ += stood;
+  begunAt_ += stood;
+  scheduleNext();
+}
+
+Duration TrackPlayer::walked() const {
+  if (next_ == 0) return Duration(0);
+  return track_.fixes[next_ - 1].timestamp - track_.fixes.front().timestamp;
 }
 
 void TrackPlayer::scheduleNext() {
   if (next_ == track_.fixes.size()) {
     timer_ = main_.after(Duration(0), [this] {
+      playing_ = false;
       if (const auto finished = std::exchange(onFinished_, nullptr)) finished();
     });
     return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "orlan/platform/SerialQueue.hpp"
 #include "phones/common/LocationHub.hpp"
@@ -21,8 +22,17 @@ class TrackPlayer {
   void play(Track track, std::function<void()> onFinished);
   void stop();
 
+  /// Stands still where the walk is: no fix comes and its times wait, until it goes on. Each does nothing
+  /// when nothing changes.
+  void standStill();
+  void walkOn();
+  [[nodiscard]] bool isStanding() const { return standingSince_.has_value(); }
+
   /// How many fixes of the track have been delivered.
   [[nodiscard]] std::size_t delivered() const { return next_; }
+
+  /// How much of the track's time has been walked.
+  [[nodiscard]] Duration walked() const;
 
  private:
   void scheduleNext();
@@ -34,8 +44,10 @@ class TrackPlayer {
   Track track_;
   std::function<void()> onFinished_;
   std::size_t next_ = 0;
-  Duration begun_{};   // monotonic
-  TimePoint begunAt_;  // wall clock
+  bool playing_ = false;
+  Duration begun_{};                       // monotonic, without the time stood still
+  TimePoint begunAt_;                      // wall clock, likewise
+  std::optional<Duration> standingSince_;  // monotonic
   Subscription timer_;
 };
 

@@ -109,7 +109,7 @@ TEST(LinuxPhone, ATrackReplaysFastWithEveryTimerTrue) {
   int ticks = 0;
   const auto everyTenMinutes = phone.main().every(std::chrono::minutes(10), [&] { ++ticks; });
   const TimePoint begun = phone.clock().now();
-  phone.play(track, [&] { phone.stop(); });
+  phone.player().play(track, [&] { phone.stop(); });
   phone.run();
 
   ASSERT_EQ(watcher.got.size(), 5U);
@@ -153,6 +153,37 @@ TEST(TrackPlayerLife, AListenerMayStopItOrPlayAnother) {
 
   player.play(Track{}, [&] { finished.push_back("empty"); });
   EXPECT_TRUE(loop.runUntil([&] { return !finished.empty(); }, std::chrono::seconds(5)));
+}
+
+TEST(TrackPlayerLife, StandingStillCostsTheWalkNothingButTime) {
+  const ReplayTime time(1e5, {});
+  EventLoop loop(time);
+  phone::PhoneObserver nobody;
+  phone::LocationHub hub(loop, nobody);
+  TrackPlayer player(loop, time, hub);
+  Track track;
+  for (int i = 0; i < 4; ++i) track.fixes.push_back({{0, i * 1.0}, 5, TimePoint(std::chrono::minutes(i))});
+  bool finished = false;
+  player.standStill();  // nothing is walked yet
+  player.play(track, [&] { finished = true; });
+  const auto walkedTwo = [&] { return player.delivered() == 2; };
+  ASSERT_TRUE(loop.runUntil(walkedTwo, std::chrono::seconds(5)));
+  player.standStill();
+  EXPECT_TRUE(player.isStanding());
+  const Duration stopped = time.monotonicNow();
+  bool anHourPassed = false;
+  const auto hour = loop.after(std::chrono::hours(1), [&] { anHourPassed = true; });
+  ASSERT_TRUE(loop.runUntil([&] { return anHourPassed; }, std::chrono::seconds(5)));
+  EXPECT_TRUE(walkedTwo());
+  EXPECT_EQ(player.walked(), Duration(std::chrono::minutes(1)));
+
+  player.walkOn();
+  const auto walkedThree = [&] { return player.delivered() == 3; };
+  ASSERT_TRUE(loop.runUntil(walkedThree, std::chrono::seconds(5)));
+  const auto third = hub.position();
+  ASSERT_TRUE(third);
+  EXPECT_GT(third->timestamp - TimePoint(), stopped + std::chrono::hours(1)) << "stamped with the time stood";
+  EXPECT_TRUE(loop.runUntil([&] { return finished; }, std::chrono::seconds(5)));
 }
 
 TEST(Directories, FollowHomeOrTheUsersOwn) {

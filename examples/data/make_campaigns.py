@@ -41,6 +41,21 @@ STORIES = {
     ),
 }
 
+# Questions that come with an entry: (text, type, labels of the choices).
+QUESTIONS = {
+    "Whitchurch": (
+        ("How was the road?", "RATING", ()),
+        ("Which cake shall it be?", "SINGLE_CHOICE", ("Lemon drizzle", "Victoria sponge", "Carrot")),
+        ("Anything we should mend on the way?", "OPEN_ENDED", ()),
+    ),
+}
+
+# A push campaign: shown wherever the phone is.
+PUSH = (
+    "Hampshire by bicycle",
+    "Five towns between Winchester and Whitchurch have something for you today.",
+)
+
 
 def vertices(ring):
     """The ring without its closing repetition, as the backend writes vertices: numbers as texts."""
@@ -61,22 +76,42 @@ def notification(identifier, campaign, headline, body, activation, media=(), que
     }
 
 
+def questions(number, asked):
+    return [
+        {"id": number * 10 + i, "question": text, "question_type": kind, "has_choices": bool(labels), "position": i,
+         "choices": [{"id": number * 100 + i * 10 + j, "choice": label, "position": j}
+                     for j, label in enumerate(labels)]}
+        for i, (text, kind, labels) in enumerate(asked)
+    ]
+
+
+def wrapper(identifier, name, kind, locations, notifications):
+    return {
+        "campaignName": name, "campaignId": identifier, "type": kind, "locations": locations, "active": "true",
+        "testIds": "", "segmentationTags": "", "notificationsArray": notifications,
+    }
+
+
+def push_campaign():
+    headline, body = PUSH
+    cta = [{"url": "https://offers.example/hampshire", "label": "See the map", "_id": "cp"}]
+    return wrapper(900, headline, "push", [], [notification(1900, 900, headline, body, "PUSH", cta=cta)])
+
+
 def campaign(number, name, ring):
     story = STORIES.get(name, (f"Welcome to {name}", "Have a look around.", f"Goodbye, {name}", "See you soon."))
     key = name.split(",")[0].lower().replace(" ", "-")
     media = [{"type": "image", "url": f"https://media.example/{key}.jpg", "_id": f"m{number}"}]
     cta = [{"url": f"https://offers.example/{key}", "label": "Show me", "_id": f"c{number}"}]
-    rating = [{"id": number * 10, "question": f"How did you like {name}?", "question_type": "RATING",
-               "has_choices": False, "position": 0, "choices": []}]
-    return {
-        "campaignName": name, "campaignId": 100 + number, "type": "geofence", "locations": [500 + number],
-        "active": "true", "testIds": "", "segmentationTags": "",
-        "locationsArray": {"locationId": 500 + number, "geofence": vertices(ring), "_id": f"l{number}"},
-        "notificationsArray": [
-            notification(1000 + 2 * number, 100 + number, story[0], story[1], "ON_ENTER", media=media, cta=cta),
-            notification(1001 + 2 * number, 100 + number, story[2], story[3], "ON_EXIT", questions=rating),
-        ],
-    }
+    rating = (f"How did you like {name}?", "RATING", ())
+    made = wrapper(100 + number, name, "geofence", [500 + number], [
+        notification(1000 + 2 * number, 100 + number, story[0], story[1], "ON_ENTER", media=media, cta=cta,
+                     questions=questions(number, QUESTIONS.get(name, ()))),
+        notification(1001 + 2 * number, 100 + number, story[2], story[3], "ON_EXIT",
+                     questions=questions(100 + number, [rating])),
+    ])
+    made["locationsArray"] = {"locationId": 500 + number, "geofence": vertices(ring), "_id": f"l{number}"}
+    return made
 
 
 def main():
@@ -87,7 +122,7 @@ def main():
         "geoCampaign": [
             campaign(i + 1, f["properties"]["WD13NM"], f["geometry"]["coordinates"][0]) for i, f in enumerate(features)
         ],
-        "pushCampaign": [],
+        "pushCampaign": [push_campaign()],
     }
     text = json.dumps(answer, ensure_ascii=False, separators=(",", ":"))
     (HERE / "hampshire-campaigns.json").write_text(text + "\n", encoding="utf-8")

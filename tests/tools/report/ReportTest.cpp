@@ -63,7 +63,16 @@ TEST(Report, ShowsEachThingWhereItHappened) {
   EXPECT_EQ(count(page, "class=\"area touched\""), 1u);
   EXPECT_EQ(count(page, "class=\"mark entry foreground\""), 1u);
   EXPECT_EQ(count(page, "<div class=\"note\""), 1u);
-  EXPECT_EQ(count(page, "class=\"inside\""), 1u);  // never left: the bar goes on to the end
+  EXPECT_EQ(count(page, "class=\"inside foreground\""), 1u);  // never left: the bar goes on to the end
+}
+
+TEST(Report, TellsTheMonitorsApartAndShadesTheBackground) {
+  ReportData data = rideThrough("Harbour");
+  data.crossings.push_back({std::chrono::minutes(6), true, "background", 7, 70, "Harbour", std::nullopt});
+  data.inBackground = {{std::chrono::minutes(5), std::chrono::minutes(8)}};
+  const std::string page = renderReport(data);
+  EXPECT_EQ(count(page, "class=\"inside background\""), 1u);
+  EXPECT_EQ(count(page, "class=\"pocket\" x="), 1u);
 }
 
 TEST(Report, DrawsWhatCanBeDrawnOfCoordinatesThatAreNotNumbers) {

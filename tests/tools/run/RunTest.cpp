@@ -116,6 +116,29 @@ TEST_F(Run, ASecondRunContinuesFromTheFirst) {
       << "the clock goes on";
 }
 
+TEST_F(Run, InTheBackgroundTheOtherMonitorReacts) {
+  const auto monitors = [](const std::vector<json::Value>& lines) {
+    std::vector<std::string> found;
+    for (const json::Value& line : lines) {
+      const std::string event = *member(line, "event").string();
+      if (event == "entry" || event == "exit")
+        found.push_back(event + " " + *member(line, "monitor").string());
+    }
+    return found;
+  };
+  RunOptions launchedThere = options(40);
+  launchedThere.background = true;
+  EXPECT_EQ(monitors(play(launchedThere)), (std::vector<std::string>{"entry background", "exit background"}));
+
+  RunOptions sentThere = options(40);
+  sentThere.home = home() + "2";
+  sentThere.script = file("day.txt", "0:00 background\n0:10 front\n0:12 stand\n0:12 walk\nend background\n");
+  const auto lines = play(sentThere);
+  EXPECT_EQ(monitors(lines),
+            (std::vector<std::string>{"entry background", "entry foreground", "exit foreground"}));
+  EXPECT_EQ(member(lines.back(), "fixes"), json::Value(40));
+}
+
 TEST_F(Run, TextOfACampaignIsShownToAPersonAndNotObeyedByTheTerminal) {
   RunOptions given = options(8);
   given.json = false;
@@ -167,6 +190,8 @@ TEST_F(Run, AnInputThatCannotBeUsedIsOneLineAndStartsNothing) {
        "half.json: geoCampaign[0].campaignName: missing"},
       {"config malformed", [&](RunOptions& o) { o.config = file("bad.plist", "<plist><dict>"); },
        "bad.plist"},
+      {"script malformed", [&](RunOptions& o) { o.script = file("bad.txt", "0:10 sleep"); },
+       "bad.txt: line 1: unknown command"},
       {"report nowhere", [&](RunOptions& o) { o.report = directory + "/no/report.html"; },
        "no/report.html: No such file"},
       {"backend no URL", [&](RunOptions& o) { o.campaigns.reset(), o.backend = "nonsense"; }, "--backend"},

@@ -45,9 +45,14 @@ std::string notificationCards(const ReportData& data) {
   return out + "</div>\n";
 }
 
-constexpr std::string_view legend =
+constexpr std::string_view mapLegend =
     R"html(<p class="legend"><i class="entry"></i>entered<i class="exit"></i>left
-<i class="track"></i>track<i class="region"></i>watched circle; a number is a notification below</p>)html";
+<i class="seen"></i>seen by the background monitor<i class="track"></i>track
+<i class="region"></i>circle watched at the end; a number is a notification below</p>)html";
+
+constexpr std::string_view timelineLegend =
+    R"html(<p class="legend"><i class="inside"></i>inside a campaign, as each of the two monitors sees it
+<i class="pocket"></i>application in the background</p>)html";
 
 }  // namespace
 
@@ -57,12 +62,12 @@ std::string renderReport(const ReportData& data) {
       "<meta name=\"viewport\" content=\"width=device-width,initial-scale=1\">"
       "<title>{0}</title><style>{1}</style></head><body><main>\n"
       "<h1>{0}</h1><p class=\"when\">{2} UTC, {3} minutes</p>\n{4}"
-      "<h2>Map</h2>\n{5}\n{6}\n<h2>Timeline</h2>\n{7}\n<h2>Notifications</h2>\n{8}"
+      "<h2>Map</h2>\n{5}\n{6}\n<h2>Timeline</h2>\n{7}\n{8}\n<h2>Notifications</h2>\n{9}"
       "<h2>Events</h2>\n<details><summary>Everything in "
-      "order</summary>\n{9}\n</details>\n</main></body></html>\n",
+      "order</summary>\n{10}\n</details>\n</main></body></html>\n",
       escaped(data.title), styleSheet, localDateTime(data.begin, std::chrono::seconds(0)),
-      text::fixed(seconds(data.length) / 60.0, 1), summary(data), mapView(data), legend, timelineView(data),
-      notificationCards(data), eventTable(data));
+      text::fixed(seconds(data.length) / 60.0, 1), summary(data), mapView(data), mapLegend,
+      timelineView(data), timelineLegend, notificationCards(data), eventTable(data));
 }
 
 }  // namespace orlan::report

@@ -1,6 +1,7 @@
 #include "tools/orlan/report/ReportCollector.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "phones/common/httpRules.hpp"
 
@@ -26,8 +27,9 @@ ReportCollector::ReportCollector(std::string title, TimePoint begin, std::chrono
   data_.utcOffset = utcOffset;
 }
 
-void ReportCollector::watch(OrlanServices& services) {
+void ReportCollector::watch(OrlanServices& services, ApplicationState state) {
   subscriptions_ = {};
+  inBackground(state == ApplicationState::background);
   const auto hearCrossings = [this](auto& monitor, std::string_view name) {
     subscriptions_.add(monitor.enterPublisher().subscribe(
         [this, name](const orlan::Crossing& ids) { crossed(true, name, ids.first, ids.second); }));
@@ -64,6 +66,7 @@ ReportData ReportCollector::data() const {
   const std::lock_guard lock(mutex_);
   ReportData copy = data_;
   copy.length = length;
+  if (backgroundSince_) copy.inBackground.push_back({*backgroundSince_, length});
   return copy;
 }
 
@@ -123,13 +126,26 @@ void ReportCollector::fixes(std::span<const Location> batch) {
 void ReportCollector::applicationSignal(ApplicationSignal signal, ApplicationState) {
   switch (signal) {
     case ApplicationSignal::didEnterBackground:
+      inBackground(true);
       return note("application", "went to the background");
     case ApplicationSignal::willEnterForeground:
+      inBackground(false);
       return note("application", "came to the front");
     case ApplicationSignal::didBecomeActive:
       return note("application", "became active");
     case ApplicationSignal::willResignActive:
       return note("application", "resigned active");
+  }
+}
+
+void ReportCollector::inBackground(bool now) {
+  const Duration at = elapsed_();
+  const std::lock_guard lock(mutex_);
+  if (now == backgroundSince_.has_value()) return;
+  if (now) {
+    backgroundSince_ = at;
+  } else {
+    data_.inBackground.push_back({*std::exchange(backgroundSince_, std::nullopt), at});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -29,8 +30,9 @@ class ReportCollector final : public phone::PhoneObserver {
   ReportCollector(std::string title, TimePoint begin, std::chrono::seconds utcOffset,
                   std::function<Duration()> elapsed, ReportListener* listener = nullptr);
 
-  /// Listens to the services as they come to life; brings none to life. Again after a relaunch.
-  void watch(OrlanServices& services);
+  /// A process begins in this state. Listens to its services as they come to life; brings none to life.
+  /// Again after a relaunch.
+  void watch(OrlanServices& services, ApplicationState state);
 
   void note(std::string kind, std::string text);
 
@@ -51,6 +53,7 @@ class ReportCollector final : public phone::PhoneObserver {
   void applicationSignal(ApplicationSignal signal, ApplicationState state) override;
 
  private:
+  void inBackground(bool now);
   void crossed(bool entry, std::string_view monitor, std::int64_t campaignId, std::int64_t locationId);
   void campaignsArrived(const CampaignData& campaigns);
   void notificationState(const NotificationRequest& request, std::string state);
@@ -61,6 +64,7 @@ class ReportCollector final : public phone::PhoneObserver {
   ReportListener* listener_;
   mutable std::mutex mutex_;  // guards the rest
   ReportData data_;
+  std::optional<Duration> backgroundSince_;
   std::unordered_map<phone::RequestId, std::size_t> open_;  // index into data_.requests
   SubscriptionBag subscriptions_;                           // main thread
 };

@@ -57,6 +57,11 @@ struct Moment {
   std::string text;
 };
 
+struct Stretch {
+  Duration from{};
+  Duration to{};
+};
+
 struct ReportData {
   std::string title;
   TimePoint begin;                   // wall clock at second 0
@@ -69,6 +74,7 @@ struct ReportData {
   std::vector<Notification> notifications;
   std::vector<Request> requests;
   std::vector<Moment> moments;
+  std::vector<Stretch> inBackground;  // when the application was
 
   /// "09:26:53" local time.
   [[nodiscard]] std::string clockTime(Duration at) const;

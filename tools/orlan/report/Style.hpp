@@ -23,10 +23,12 @@ svg{width:100%;height:auto;background:var(--card);border:1px solid var(--line);b
 .mark{stroke:var(--card);stroke-width:2}.mark.entry{fill:var(--green)}.mark.exit{fill:var(--red)}
 .mark.background{stroke:var(--gold)}.pin{paint-order:stroke;stroke:var(--card);stroke-width:3px;font-size:13px;font-weight:700;fill:var(--ink);text-anchor:middle}
 .lane,.tick{font-size:12px;fill:var(--soft)}.tick{text-anchor:middle}.tick.last{text-anchor:end}.rule{stroke:var(--line)}
-.inside{fill:var(--green);fill-opacity:.55;stroke:var(--card);stroke-width:1.5}.dot.notification{fill:var(--gold)}.dot.request{fill:var(--water)}
+.pocket{fill:var(--ink);fill-opacity:.07}
+.inside{fill:var(--green);fill-opacity:.55;stroke:var(--card);stroke-width:1.5}.inside.background{fill:var(--gold)}.dot.notification{fill:var(--gold)}.dot.request{fill:var(--water)}
 .dot.failed,.dot.error{fill:var(--red)}.dot{fill:var(--soft);fill-opacity:.85}
 .legend{color:var(--soft);font-size:13px;margin:8px 0 0}.legend i{display:inline-block;width:10px;height:10px;border-radius:50%;margin:0 5px 0 14px}
-i.entry{background:var(--green)}i.exit{background:var(--red)}i.track{background:var(--water)}i.region{background:var(--gold)}
+i.entry{background:var(--green)}i.exit{background:var(--red)}i.track{background:var(--water)}i.region{border:1.5px dashed var(--gold)}i.seen{border:2px solid var(--gold)}
+i.pocket{background:var(--ink);opacity:.18;border-radius:2px}i.inside{background:var(--green);opacity:.55;border-radius:2px}
 .phone{display:grid;grid-template-columns:repeat(auto-fill,minmax(290px,1fr));gap:14px}
 .note{background:var(--card);border:1px solid var(--line);border-radius:16px;padding:12px 16px;display:flex;gap:12px}
 .note:target{outline:2px solid var(--gold)}.note .icon{flex:none;width:34px;height:34px;border-radius:9px;background:var(--water);

@@ -15,7 +15,7 @@ namespace {
 constexpr double sheetWidth = 960.0;
 constexpr double left = 110.0;  // room for the lanes' names
 constexpr double laneHeight = 34.0;
-constexpr int lanes = 4;
+constexpr int lanes = 5;
 constexpr int ticks = 6;
 
 class Axis {
@@ -38,15 +38,28 @@ bool failed(const Request& request) {
   return request.outcome.size() != 3 || request.outcome.front() != '2';
 }
 
+std::string backgroundBands(const ReportData& data, const Axis& axis) {
+  std::string out;
+  for (const Stretch& stretch : data.inBackground) {
+    out += fmt::format(
+        R"(<rect class="pocket" x="{}" y="4" width="{}" height="{}"><title>in the background {} to {}</title></rect>)",
+        number(axis.x(stretch.from)), number(axis.x(stretch.to) - axis.x(stretch.from)),
+        number(laneHeight * lanes), data.clockTime(stretch.from), data.clockTime(stretch.to));
+  }
+  return out;
+}
+
 std::string insideBars(const ReportData& data, const Axis& axis) {
   std::string out;
   std::map<std::pair<std::int64_t, std::string>, const Crossing*> since;
   const auto bar = [&](const Crossing& entry, Duration to) {
     const Duration from = entry.at;
     out += fmt::format(
-        R"(<rect class="inside" x="{}" y="{}" width="{}" height="14"><title>{} {} to {}</title></rect>)",
-        number(axis.x(from)), number(laneMiddle(0) - 7), number(std::max(2.0, axis.x(to) - axis.x(from))),
-        escaped(entry.campaign), data.clockTime(from), data.clockTime(to));
+        R"(<rect class="inside {}" x="{}" y="{}" width="{}" height="14"><title>{} {} to {}</title></rect>)",
+        escaped(entry.monitor), number(axis.x(from)),
+        number(laneMiddle(entry.monitor == "background" ? 1 : 0) - 7),
+        number(std::max(2.0, axis.x(to) - axis.x(from))), escaped(entry.campaign), data.clockTime(from),
+        data.clockTime(to));
   };
   for (const Crossing& crossing : data.crossings) {
     const std::pair key{crossing.campaignId, crossing.monitor};
@@ -67,11 +80,11 @@ std::string dots(const ReportData& data, const Axis& axis) {
     out += fmt::format(R"(<circle class="dot {}" cx="{}" cy="{}" r="4.5"><title>{} {}</title></circle>)",
                        kind, number(axis.x(at)), number(laneMiddle(lane)), data.clockTime(at), title);
   };
-  for (const Notification& n : data.notifications) dot(1, "notification", n.at, escaped(n.title));
+  for (const Notification& n : data.notifications) dot(2, "notification", n.at, escaped(n.title));
   for (const Request& r : data.requests) {
-    dot(2, failed(r) ? "failed" : "request", r.at, escaped(r.method + " " + r.path + " " + r.outcome));
+    dot(3, failed(r) ? "failed" : "request", r.at, escaped(r.method + " " + r.path + " " + r.outcome));
   }
-  for (const Moment& m : data.moments) dot(3, escaped(m.kind), m.at, escaped(m.text));
+  for (const Moment& m : data.moments) dot(4, escaped(m.kind), m.at, escaped(m.text));
   return out;
 }
 
@@ -83,7 +96,8 @@ std::string timelineView(const ReportData& data) {
   std::string out =
       fmt::format(R"(<svg class="timeline" viewBox="0 0 {} {}" role="img" aria-label="Timeline">)",
                   sheetWidth, bottom + 24.0);
-  constexpr std::string_view names[] = {"inside", "notifications", "requests", "moments"};
+  out += backgroundBands(data, axis);
+  constexpr std::string_view names[] = {"foreground", "background", "notifications", "requests", "moments"};
   for (int lane = 0; lane < lanes; ++lane) {
     out += fmt::format(
         R"(<text class="lane" x="14" y="{}">{}</text><line class="rule" x1="{}" y1="{}" x2="{}" y2="{}"/>)",

@@ -19,6 +19,11 @@ Result<Inputs> readInputs(const RunOptions& options) {
     const auto content = linuxphone::readPropertyList(*options.config);
     if (!content) return Unexpected(content.error());
   }
+  if (options.script) {
+    auto script = readScript(*options.script);
+    if (!script) return Unexpected(script.error());
+    inputs.script = std::move(script).value();
+  }
   return inputs;
 }
 

@@ -6,6 +6,7 @@
 #include "orlan/base/Result.hpp"
 #include "phones/linux/Track.hpp"
 #include "tools/orlan/run/RunOptions.hpp"
+#include "tools/orlan/run/Script.hpp"
 
 namespace orlan::run {
 
@@ -13,6 +14,7 @@ namespace orlan::run {
 struct Inputs {
   linuxphone::Track track;
   std::optional<std::string> campaigns;  // the whole answer
+  Script script;
 };
 
 /// The error is one line that names the file and the place in it.

@@ -59,7 +59,8 @@ void Narrator::crossed(const report::Crossing& crossing) {
                    {"place", placeValue(crossing.where)}});
   }
   row(crossing.at, crossing.entry ? green : red, crossing.entry ? "entered" : "left",
-      text::escapedControls(crossing.campaign) + "  (" + placeText(crossing.where) + ")");
+      fmt::format("{}  ({}; {})", text::escapedControls(crossing.campaign), placeText(crossing.where),
+                  crossing.monitor));
 }
 
 void Narrator::notified(const report::Notification& notification) {
@@ -93,11 +94,11 @@ void Narrator::logLine(std::string_view line) {
   if (!voice_.json) say(line);
 }
 
-void Narrator::progress(double share, Duration at) {
+void Narrator::progress(double share, Duration at, std::string_view hint) {
   if (!voice_.progress) return;
   const std::lock_guard lock(mutex_);
   progressShown_ = true;
-  const std::string shown = fmt::format("\r{} {:3.0f} %", time(at), share * 100.0);
+  const std::string shown = fmt::format("\r{} {:3.0f} %{}", time(at), share * 100.0, hint);
   std::fwrite(shown.data(), 1, shown.size(), stdout);
   std::fflush(stdout);
 }

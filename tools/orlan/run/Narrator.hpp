@@ -30,8 +30,9 @@ class Narrator final : public report::ReportListener {
   /// One of the library's own log lines.
   void logLine(std::string_view line);
 
-  /// How far the replay is, 0 to 1; shown only where a line can be overwritten.
-  void progress(double share, Duration at);
+  /// How far the replay is, 0 to 1, and what else belongs beside it; shown only where a line can be
+  /// overwritten.
+  void progress(double share, Duration at, std::string_view hint);
 
   /// The summary at the end; `files` are name and path of what was written.
   void summary(const report::ReportData& data, const std::vector<std::pair<std::string, std::string>>& files);

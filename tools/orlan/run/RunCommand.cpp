@@ -18,8 +18,17 @@ Without --backend a development backend is started on a free loopback port. The 
 times of the track; cooldowns and timers follow them at any --speed. State is kept below --home, so
 that a second run continues where the first one ended. Ctrl-C ends the run and keeps the state.)";
 
-constexpr const char* footer = R"(Examples:
+constexpr const char* footer =
+    R"(In a terminal the person holding the phone obeys your keys: b sends the application to the background,
+f brings it to the front, s stands still (time runs as in the world), w walks on, q quits. A script says
+the same by the minutes and seconds of the walk, or at its end; # begins a comment:
+  12:30 background
+  45:00 front
+  end quit
+
+Examples:
   orlan run --track ride.gpx --speed 500 --report ride.html
+  orlan run --track walk.gpx --background --speed 60
   orlan run --track walk.nmea --campaigns answer.json --config OrlanConfig.plist --json
   orlan run --track walk.gpx --backend https://api.example.com --transmission-url https://tl.example.com
 
@@ -75,6 +84,11 @@ void addRunCommand(CLI::App& app, int& exitCode) {
       ->capture_default_str()
       ->check(CLI::Range(0.01, 100000.0))
       ->type_name("N");
+  command->add_flag(
+      "--background", options->background,
+      "launch the application in the background, where circles are watched instead of polygons");
+  command->add_option("--script", options->script, "what the person does on the way, a line each (see below)")
+      ->type_name("FILE");
   command->add_option("--report", options->report, "write a self-contained HTML page")
       ->type_name("FILE.html");
   command->add_flag("--json", options->json, "one JSON object a line instead of text for a person");

@@ -23,6 +23,8 @@ struct RunOptions {
   Config::Environment environment = Config::Environment::staging;
   std::string bundleIdentifier = "com.example.host";
   double speed = 1.0;
+  bool background = false;            // the application is launched in the background
+  std::optional<std::string> script;  // what the person does on the way
   bool json = false;
   bool showLog = false;  // the library's own lines, too
 

@@ -25,13 +25,15 @@ namespace {
 
 Voice voiceFor(const RunOptions& options) {
   const bool terminal = isatty(STDOUT_FILENO) == 1;
-  return {options.json, terminal && !options.json, terminal && !options.json && options.speed > 1.0};
+  return {options.json, terminal && !options.json,
+          terminal && !options.json && (options.speed > 1.0 || isatty(STDIN_FILENO) == 1)};
 }
 
 linuxphone::PhoneConfig phoneConfig(const RunOptions& options, const linuxphone::Track& track,
                                     TimePoint begin) {
   linuxphone::PhoneConfig config;
   config.home = options.home.value_or("");
+  if (options.background) config.state = ApplicationState::background;
   config.bundle.identifier = options.bundleIdentifier;
   config.bundle.info = {{"CFBundleName", "orlan run"}, {"CFBundleShortVersionString", "1.0"}};
   if (options.config) config.bundle.propertyListFiles.emplace("OrlanConfig", *options.config);
@@ -108,10 +110,10 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
   {
     Runtime runtime(phone.platform(), {urls});
     const Runtime::Scope scope(runtime);
-    collector.watch(runtime.services());
+    collector.watch(runtime.services(), phone.application().state());
     collector.note("backend", where);
     const auto host =
-        std::make_shared<TerminalHost>(options, std::move(inputs.track), phone, runtime, collector, narrator);
+        std::make_shared<TerminalHost>(options, std::move(inputs), phone, runtime, collector, narrator);
     started = host->run();
     logFile = runtime.services().logger.logFileURL();
   }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "phones/linux/SignalStop.hpp"
+#include "tools/orlan/run/Keyboard.hpp"
 #include "tools/orlan/run/complain.hpp"
 
 namespace orlan::run {
@@ -18,28 +19,38 @@ constexpr std::chrono::milliseconds progressInterval(200);
 // The phone's time: a notification of the last second comes up a second later.
 constexpr Duration afterTheWalk = std::chrono::seconds(3);
 
+constexpr const char* hintOfKeys = "  b background  f front  s stand still  w walk on  q quit";
+
 constexpr const char* defaultKey = "development-key";
 
 }  // namespace
 
-TerminalHost::TerminalHost(const RunOptions& options, linuxphone::Track track, linuxphone::LinuxPhone& phone,
+TerminalHost::TerminalHost(const RunOptions& options, Inputs inputs, linuxphone::LinuxPhone& phone,
                            Runtime& runtime, report::ReportCollector& collector, Narrator& narrator)
     : options_(options),
-      track_(std::move(track)),
+      inputs_(std::move(inputs)),
       phone_(phone),
       runtime_(runtime),
       collector_(collector),
       narrator_(narrator),
-      begin_(phone.clock().now()) {}
+      begin_(phone.clock().now()),
+      person_(phone, options.speed, [this] { end(Phase::stopped, "stopped"); }) {}
 
 bool TerminalHost::run() {
   linuxphone::EventLoop& loop = phone_.main();
   const linuxphone::SignalStop stopper(loop, [this](int) { end(Phase::stopped, "stopped"); });
+  const Keyboard keyboard(loop, [this](std::string_view keys) {
+    for (const char key : keys) {
+      if (const auto command = commandOfKey(key); command && !isOver()) person_.perform(*command);
+    }
+  });
   walkOnFirstCampaigns();
   startLibrary();
   loop.runUntil([this] { return phase_ != Phase::starting; }, longestWaitForCampaigns);
   walk();  // without campaigns, too: they may come on the way
-  while (!loop.runUntil([this] { return isOver(); }, progressInterval)) showProgress();
+  while (!loop.runUntil([this] { return isOver(); }, progressInterval)) {
+    showProgress(keyboard.isThere());
+  }
   phone_.setTimeScale(1);
   loop.runUntil([this] { return phase_ == Phase::stopped || collector_.openRequests() == 0; },
                 longestWaitForAnswers);
@@ -70,9 +81,26 @@ void TerminalHost::walk() {
   if (phase_ != Phase::starting) return;
   phase_ = Phase::walking;
   phone_.setTimeScale(options_.speed);  // until here the network set the pace
-  phone_.play(track_, [this] {
-    ending_ = phone_.main().after(afterTheWalk, [this] { end(Phase::ended, "walked to the end"); });
-  });
+  phone_.player().play(inputs_.track,
+                       [this] { ending_ = phone_.main().after(afterTheWalk, [this] { arrive(); }); });
+  followScript();
+}
+
+void TerminalHost::followScript() {
+  for (const ScriptLine& line : inputs_.script) {
+    if (!line.at) continue;
+    script_.push_back(phone_.main().after(*line.at, [this, &line] {
+      if (!isOver()) person_.perform(line.command);
+    }));
+  }
+}
+
+void TerminalHost::arrive() {
+  script_.clear();  // what was to happen later on the way
+  for (const ScriptLine& line : inputs_.script) {
+    if (!line.at && !isOver()) person_.perform(line.command);
+  }
+  end(Phase::ended, "walked to the end");
 }
 
 void TerminalHost::end(Phase how, const std::string& why) {
@@ -81,10 +109,11 @@ void TerminalHost::end(Phase how, const std::string& why) {
   collector_.note("end", why);
 }
 
-void TerminalHost::showProgress() {
-  const double length = seconds(track_.fixes.back().timestamp - track_.fixes.front().timestamp);
-  const Duration elapsed = phone_.clock().now() - begin_;
-  narrator_.progress(length > 0 ? std::min(1.0, seconds(elapsed) / length) : 1.0, elapsed);
+void TerminalHost::showProgress(bool keys) {
+  const auto& fixes = inputs_.track.fixes;
+  const double length = seconds(fixes.back().timestamp - fixes.front().timestamp);
+  const double share = length > 0 ? std::min(1.0, seconds(phone_.player().walked()) / length) : 1.0;
+  narrator_.progress(share, phone_.clock().now() - begin_, keys ? hintOfKeys : "");
 }
 
 void TerminalHost::didAuthenticate(OrlanPlugin&, const std::string& deviceID, const std::string& orlanID) {

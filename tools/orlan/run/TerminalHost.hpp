@@ -2,22 +2,26 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/Runtime.hpp"
 #include "phones/linux/LinuxPhone.hpp"
 #include "tools/orlan/report/ReportCollector.hpp"
+#include "tools/orlan/run/Inputs.hpp"
 #include "tools/orlan/run/Narrator.hpp"
+#include "tools/orlan/run/Person.hpp"
 #include "tools/orlan/run/RunOptions.hpp"
 
 namespace orlan::run {
 
-/// The host application: starts the library, walks once campaigns are there, and ends a little after the walk
-/// or at the first signal. Main thread; what it is given outlives it.
+/// The host application: starts the library, walks once campaigns are there, does on the way what keys or a
+/// script say, and ends a little after the walk or at the first signal. Main thread; what it is given
+/// outlives it.
 class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared_from_this<TerminalHost> {
  public:
-  TerminalHost(const RunOptions& options, linuxphone::Track track, linuxphone::LinuxPhone& phone,
-               Runtime& runtime, report::ReportCollector& collector, Narrator& narrator);
+  TerminalHost(const RunOptions& options, Inputs inputs, linuxphone::LinuxPhone& phone, Runtime& runtime,
+               report::ReportCollector& collector, Narrator& narrator);
 
   /// Returns when all is over. False: the library could not start.
   bool run();
@@ -31,21 +35,25 @@ class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared
   void startLibrary();
   void walkOnFirstCampaigns();
   void walk();
+  void followScript();
+  void arrive();
   void end(Phase how, const std::string& why);
-  void showProgress();
+  void showProgress(bool keys);
   [[nodiscard]] bool isOver() const { return phase_ >= Phase::ended; }
 
   const RunOptions& options_;
-  const linuxphone::Track track_;
+  const Inputs inputs_;
   linuxphone::LinuxPhone& phone_;
   Runtime& runtime_;
   report::ReportCollector& collector_;
   Narrator& narrator_;
   const TimePoint begin_;
+  Person person_;
   Phase phase_ = Phase::starting;
   bool failed_ = false;
   Subscription beginning_;
   Subscription ending_;
+  std::vector<Subscription> script_;
   SubscriptionBag subscriptions_;
 };
 

@@ -14,8 +14,9 @@ namespace orlan::simulate {
 
 /// Somebody who looks on while a scenario is played. Outlives the player.
 struct Spectator {
-  phone::PhoneObserver* phone = nullptr;         // told what the phone does
-  std::function<void(OrlanServices&)> launched;  // a process began; its services are still to come to life
+  phone::PhoneObserver* phone = nullptr;  // told what the phone does
+  /// A process began in this state; its services are still to come to life.
+  std::function<void(OrlanServices&, ApplicationState)> launched;
 };
 
 /// Plays one scenario through the library on a simulated phone, in virtual time.

@@ -19,7 +19,7 @@ for everything the outside world could have seen.)";
 constexpr const char* examples = R"(Examples:
   orlan simulate walk.json
   orlan simulate walk.json --only notification,delegate
-  orlan simulate walk.json --transcript walk.jsonl --quiet
+  orlan simulate walk.json --transcript walk.jsonl --report walk.html --quiet
 
 Exit status: 0 played to the end; 2 the scenario is not valid (the message says where); 1 anything else.)";
 
@@ -52,6 +52,10 @@ void addSimulateCommand(CLI::App& app, int& exitCode) {
       ->type_name("OUT.jsonl");
   command->add_option("--only", options->only, "keep only these events and \"end\"")
       ->type_name("EVENT[,EVENT]");
+  command
+      ->add_option("--report", options->report,
+                   "write a self-contained HTML page: map, timeline, notifications")
+      ->type_name("FILE.html");
   command->add_flag("--quiet", options->quiet, "no summary on standard error");
   command->callback([options, &exitCode] { exitCode = simulate(*options); });
 }

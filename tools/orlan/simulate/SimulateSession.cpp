@@ -7,6 +7,8 @@
 
 #include "orlan/base/text.hpp"
 #include "tools/orlan/output/OutputFile.hpp"
+#include "tools/orlan/report/Report.hpp"
+#include "tools/orlan/report/ReportCollector.hpp"
 #include "tools/orlan/simulate/Player.hpp"
 #include "tools/orlan/simulate/ScenarioReader.hpp"
 #include "tools/orlan/simulate/Tally.hpp"
@@ -58,6 +60,36 @@ void summarize(const Scenario& scenario, const Tally& tally) {
   }
 }
 
+/// A place for the report if one is asked for.
+Result<std::optional<output::OutputFile>> openReport(const SimulateOptions& options) {
+  std::optional<output::OutputFile> file;
+  if (!options.report.empty()) {
+    auto opened = output::OutputFile::open(options.report);
+    if (!opened) return Unexpected(opened.error());
+    file.emplace(std::move(opened).value());
+  }
+  return file;
+}
+
+/// What a report shows of it.
+report::ReportData play(const Scenario& scenario, output::OutputFile& transcript, const Events& events,
+                        Tally& tally) {
+  const TimePoint begin = scenario.world.start;
+  const Player* playing = nullptr;
+  report::ReportCollector collector(text::escapedControls(scenario.name), begin,
+                                    scenario.phone.timeZone.offsetAt(begin),
+                                    [&playing] { return playing->now(); });
+  Player player(
+      scenario, [&](std::string_view line) { transcript.write(line); }, events);
+  playing = &player;
+  player.add({&tally, {}});
+  player.add({&collector, [&collector](OrlanServices& services, ApplicationState state) {
+                collector.watch(services, state);
+              }});
+  player.play();
+  return collector.data();
+}
+
 }  // namespace
 
 int simulate(const SimulateOptions& options) {
@@ -67,14 +99,18 @@ int simulate(const SimulateOptions& options) {
   if (!scenario) return complain(invalidScenario, scenario.error().description);
   auto output = output::OutputFile::open(options.transcript);
   if (!output) return complain(failed, output.error().description);
+  auto report = openReport(options);
+  if (!report) return complain(failed, report.error().description);
 
   Tally tally;
-  Player player(
-      *scenario, [&](std::string_view line) { output->write(line); }, *events);
-  player.add({&tally, {}});
-  player.play();
+  const auto data = play(*scenario, *output, *events, tally);
 
   if (const auto written = output->finish(); !written) return complain(failed, written.error().description);
+  if (*report) {
+    (*report)->write(report::renderReport(data));
+    if (const auto written = (*report)->finish(); !written)
+      return complain(failed, written.error().description);
+  }
   if (!options.quiet) summarize(*scenario, tally);
   return played;
 }

@@ -10,6 +10,7 @@ struct SimulateOptions {
   std::string scenario;             // file
   std::string transcript;           // file; empty: standard output
   std::optional<std::string> only;  // events to keep, separated by commas; none: all
+  std::string report;               // HTML file; empty: none
   bool quiet = false;               // no summary on standard error
 };
 

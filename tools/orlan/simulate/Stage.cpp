@@ -27,7 +27,7 @@ Stage::Stage(sim::World& world, const Scenario& scenario, Transcript& transcript
 void Stage::launch() {
   process_ = std::make_unique<Process>(phone_, scenario_.hosts, transcript_);
   for (const Spectator& spectator : spectators_) {
-    if (spectator.launched) spectator.launched(services());
+    if (spectator.launched) spectator.launched(services(), phone_.application().state());
   }
 }
 

@@ -47,6 +47,9 @@ install(FILES ${PROJECT_BINARY_DIR}/OrlanConfig.cmake ${PROJECT_BINARY_DIR}/Orla
               ${PROJECT_SOURCE_DIR}/cmake/Findutf8proc.cmake ${PROJECT_SOURCE_DIR}/cmake/FindGeographicLib.cmake
         DESTINATION ${package} COMPONENT development)
 
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/docs/compatibility.md
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+
 # What a static library needs stands under Libs.private and not under Requires.private, so that whoever links the shared
 # one needs none of it.
 set(standard ${CMAKE_CXX_IMPLICIT_LINK_LIBRARIES})

@@ -26,7 +26,9 @@ constexpr std::string_view campaigns = R"({"geoCampaign":[{"campaignName":"Harbo
 {"position":2,"latitude":"51.003","longitude":"-0.999","_id":"c"},
 {"position":3,"latitude":"51.003","longitude":"-1.001","_id":"d"}]},
 "notificationsArray":[{"id":1,"campaignId":[7],"headline":"Ahoy","body":"Fish\u001b[31m today","type":"n","media":[],
-"questions":[],"cta":[],"segmentationTags":"","testIds":"","start":"","end":"","activation":"ON_ENTER"}]}],
+"questions":[{"id":3,"question":"Fresh?","question_type":"BOOLEAN","has_choices":false,"position":0,"choices":[]}],
+"cta":[{"url":"https://fish.example","label":"Buy","_id":"c"}],"segmentationTags":"","testIds":"","start":"","end":"",
+"activation":"ON_ENTER"}]}],
 "pushCampaign":[]})";
 
 class Run : public testing::Test {
@@ -137,6 +139,29 @@ TEST_F(Run, InTheBackgroundTheOtherMonitorReacts) {
   EXPECT_EQ(monitors(lines),
             (std::vector<std::string>{"entry background", "entry foreground", "exit foreground"}));
   EXPECT_EQ(member(lines.back(), "fixes"), json::Value(40));
+}
+
+TEST_F(Run, ATapShowsTheDetailsAndItsSurveyIsSent) {
+  RunOptions given = options(25);
+  given.script = file("day.txt",
+                      "0:00 tap 1\nend background\nend tap last\nend link\nend media\nend answer maybe\n"
+                      "end answer yes\nend answer more\n");
+  const auto lines = play(given);
+  std::vector<std::string> told;
+  for (const json::Value& line : lines) {
+    const std::string event = *member(line, "event").string();
+    const json::Value text = member(line, event == "details" ? "headline" : "text");
+    const bool ofInterest =
+        std::string_view("tapped details question host answer survey").find(event) != std::string_view::npos;
+    if (ofInterest) told.push_back(event + " " + *text.string());
+  }
+  EXPECT_EQ(told,
+            (std::vector<std::string>{"host no notification #1 has come up", "tapped #1 Ahoy", "details Ahoy",
+                                      "question 1/1 Fresh? (yes or no)", "host opens https://fish.example",
+                                      "host there are no media to open", "host that is no answer: yes or no",
+                                      "answer yes", "host no question is open", "survey sent: thank you"}));
+  EXPECT_EQ(member(member(lines.back(), "requests"), "POST /api/survey-response"),
+            json::Value(json::Object{{"200", 1}}));
 }
 
 TEST_F(Run, TextOfACampaignIsShownToAPersonAndNotObeyedByTheTerminal) {

@@ -36,6 +36,7 @@ TEST(Script, AMistakeIsOneLineWithItsPlace) {
       {"99999:00 background", "day: line 1: expected"},
       {"0:10 bakground", "day: line 1: unknown command \"bakground\"; there are background, front"},
       {"0:10 \x1b[31m", "day: line 1: unknown command \"\\u001b[31m\""},
+      {"0:10 tap", "day: line 1: \"tap\" needs the number of a notification"},
       {"0:10 quit now", "day: line 1: \"quit\" stands alone"},
       {"0:10 stand\n0:09 walk", "day: line 2: earlier than the line before it"},
       {"end quit\n0:09 walk", "day: line 2: earlier than the line before it"},

@@ -142,17 +142,15 @@ std::string pins(const ReportData& data, const Projection& projection) {
     std::string numbers, titles;
   };
   std::vector<Pin> found;
-  int index = 0;
   for (const Notification& notification : data.notifications) {
-    ++index;
     if (!notification.where || !isFinite(*notification.where)) continue;
     const double x = projection.x(*notification.where);
     const double y = projection.y(*notification.where);
     auto pin = std::ranges::find_if(
         found, [&](const Pin& other) { return std::hypot(other.x - x, other.y - y) < near; });
     if (pin == found.end()) pin = found.insert(found.end(), {x, y, {}, {}});
-    pin->numbers += fmt::format("{}{}", pin->numbers.empty() ? "" : " · ", index);
-    pin->titles += data.clockTime(notification.at) + " " + escaped(notification.title) + "\n";
+    pin->numbers += fmt::format("{}{}", pin->numbers.empty() ? "" : " · ", notification.number);
+    pin->titles += data.clockTime(notification.at) + " " + escaped(notification.request.content.title) + "\n";
   }
   std::string out;
   for (const Pin& pin : found) {

@@ -34,12 +34,11 @@ std::string place(const std::optional<Coordinate>& where) {
 std::string notificationCards(const ReportData& data) {
   if (data.notifications.empty()) return R"(<p class="nothing">No notification.</p>)";
   std::string out = "<div class=\"phone\">\n";
-  int index = 0;
   for (const Notification& n : data.notifications) {
-    ++index;
     out += fmt::format(
-        R"(<div class="note" id="n{0}"><div class="icon">{0}</div><div><b>{1}</b><p>{2}</p><small>{3}{4} · {5}</small></div></div>)",
-        index, escaped(n.title), escaped(n.body), data.clockTime(n.at), place(n.where), escaped(n.state));
+        R"(<div class="note" id="n{0}"><div class="icon">{0}</div><div><b>{1}</b><p>{2}</p><small>{3}{4} · {5}{6}</small></div></div>)",
+        n.number, escaped(n.request.content.title), escaped(n.request.content.body), data.clockTime(n.at),
+        place(n.where), escaped(n.state), n.tapped ? ", tapped" : "");
     out += '\n';
   }
   return out + "</div>\n";

@@ -11,6 +11,10 @@ namespace {
 
 constexpr char scheduled[] = "scheduled";
 
+const std::string& identifierOf(const Notification& notification) {
+  return notification.request.identifier;
+}
+
 std::string pathOf(const std::string& url) {
   const auto parts = phone::parseUrl(url);
   if (!parts) return url;  // a phone refuses it, which the report shows
@@ -70,6 +74,17 @@ ReportData ReportCollector::data() const {
   return copy;
 }
 
+std::optional<NotificationRequest> ReportCollector::shown(std::optional<std::int64_t> number) const {
+  const std::lock_guard lock(mutex_);
+  const Notification* found = nullptr;
+  for (const Notification& notification : data_.notifications) {
+    const bool isUp = notification.state == "presented" || notification.state == "delivered";
+    if (!isUp || (number && notification.number != *number)) continue;
+    if (found == nullptr || notification.at >= found->at) found = &notification;
+  }
+  return found == nullptr ? std::nullopt : std::optional(found->request);
+}
+
 std::size_t ReportCollector::openRequests() const {
   const std::lock_guard lock(mutex_);
   return open_.size();
@@ -113,6 +128,19 @@ void ReportCollector::notificationPresented(const NotificationRequest& request, 
 
 void ReportCollector::notificationDelivered(const NotificationRequest& request) {
   notificationState(request, "delivered");
+}
+
+void ReportCollector::notificationTapped(const NotificationResponse& response) {
+  std::string which;
+  {
+    const std::lock_guard lock(mutex_);
+    const auto found = std::ranges::find(data_.notifications, response.request.identifier, identifierOf);
+    if (found != data_.notifications.end()) {
+      found->tapped = true;
+      which = "#" + std::to_string(found->number) + " ";
+    }
+  }
+  note("tapped", which + response.request.content.title);
 }
 
 void ReportCollector::fixes(std::span<const Location> batch) {
@@ -179,15 +207,16 @@ void ReportCollector::campaignsArrived(const CampaignData& campaigns) {
 }
 
 void ReportCollector::notificationState(const NotificationRequest& request, std::string state) {
-  Notification notification{elapsed_(),           request.identifier, request.content.title,
-                            request.content.body, std::move(state),   {}};
+  Notification notification{0, elapsed_(), request, std::move(state), {}};
   {
     const std::lock_guard lock(mutex_);
     notification.where = position();
-    const auto found = std::ranges::find(data_.notifications, request.identifier, &Notification::identifier);
+    const auto found = std::ranges::find(data_.notifications, request.identifier, identifierOf);
     if (found == data_.notifications.end()) {
+      notification.number = static_cast<int>(data_.notifications.size()) + 1;
       data_.notifications.push_back(notification);
     } else {
+      notification.number = found->number;
       *found = notification;
     }
   }

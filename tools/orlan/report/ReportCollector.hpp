@@ -34,10 +34,16 @@ class ReportCollector final : public phone::PhoneObserver {
   /// Again after a relaunch.
   void watch(OrlanServices& services, ApplicationState state);
 
+  /// Since the beginning of the run. Any thread.
+  [[nodiscard]] Duration elapsed() const { return elapsed_(); }
+
   void note(std::string kind, std::string text);
 
   /// A copy of what is known so far, as long as the run is by now.
   [[nodiscard]] ReportData data() const;
+
+  /// The notification of that number, without one the latest, if it has come up.
+  [[nodiscard]] std::optional<NotificationRequest> shown(std::optional<std::int64_t> number) const;
 
   /// Requests without an answer yet.
   [[nodiscard]] std::size_t openRequests() const;
@@ -49,6 +55,7 @@ class ReportCollector final : public phone::PhoneObserver {
   void notificationRefused(const NotificationRequest& request, const Error& why) override;
   void notificationPresented(const NotificationRequest& request, std::uint32_t options) override;
   void notificationDelivered(const NotificationRequest& request) override;
+  void notificationTapped(const NotificationResponse& response) override;
   void fixes(std::span<const Location> batch) override;
   void applicationSignal(ApplicationSignal signal, ApplicationState state) override;
 

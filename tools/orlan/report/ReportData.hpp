@@ -8,6 +8,7 @@
 #include "orlan/base/Time.hpp"
 #include "orlan/platform/Circle.hpp"
 #include "orlan/platform/Coordinate.hpp"
+#include "orlan/platform/NotificationCenter.hpp"
 
 /// What happened to one device in one run, as plain values: what the report draws and the summary counts.
 namespace orlan::report {
@@ -36,12 +37,12 @@ struct Crossing {
 };
 
 struct Notification {
-  Duration at{};  // when it was shown, or scheduled when it was not
-  std::string identifier;
-  std::string title;
-  std::string body;
-  std::string state;  // "scheduled", "presented", "delivered", "refused"
+  int number = 0;  // 1, 2, … in the order of scheduling
+  Duration at{};   // when it was shown, or scheduled when it was not
+  NotificationRequest request;
+  std::string state;  // "scheduled", "presented", "delivered", "refused: …"
   std::optional<Coordinate> where;
+  bool tapped = false;
 };
 
 struct Request {

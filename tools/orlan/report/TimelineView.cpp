@@ -80,7 +80,8 @@ std::string dots(const ReportData& data, const Axis& axis) {
     out += fmt::format(R"(<circle class="dot {}" cx="{}" cy="{}" r="4.5"><title>{} {}</title></circle>)",
                        kind, number(axis.x(at)), number(laneMiddle(lane)), data.clockTime(at), title);
   };
-  for (const Notification& n : data.notifications) dot(2, "notification", n.at, escaped(n.title));
+  for (const Notification& n : data.notifications)
+    dot(2, "notification", n.at, escaped(n.request.content.title));
   for (const Request& r : data.requests) {
     dot(3, failed(r) ? "failed" : "request", r.at, escaped(r.method + " " + r.path + " " + r.outcome));
   }
@@ -124,7 +125,7 @@ std::string eventTable(const ReportData& data) {
     add(c.at, c.entry ? "entry" : "exit", c.campaign + " (" + c.monitor + ")");
   }
   for (const Notification& n : data.notifications)
-    add(n.at, "notification", n.title + ": " + n.body + " [" + n.state + "]");
+    add(n.at, "notification", n.request.content.title + ": " + n.request.content.body + " [" + n.state + "]");
   std::string out = "<table><thead><tr><th>time</th><th>what</th><th></th></tr></thead><tbody>\n";
   for (const auto& [at, row] : rows) out += row;
   return out + "</tbody></table>";

@@ -9,7 +9,7 @@
 namespace orlan::run {
 
 /// What the person holding the phone can do.
-enum class Act { background, front, stand, walk, quit };
+enum class Act { background, front, stand, walk, tap, answer, link, media, close, quit };
 
 /// One thing that the person does: keys at the terminal, or a line of a script.
 struct Command {
@@ -19,10 +19,11 @@ struct Command {
   friend bool operator==(const Command&, const Command&) = default;
 };
 
-/// From words such as "background". The error says what is wrong with them, on one line.
+/// From words such as "background" or "tap 3". The error says what is wrong with them, on one line.
 [[nodiscard]] Result<Command> readCommand(std::string_view words);
 
-/// From a key: the first letter of its word, in either case; nothing when no command has it.
+/// From a key: the first letter of its word, in either case; nothing when no command that stands alone has
+/// it.
 [[nodiscard]] std::optional<Command> commandOfKey(char key);
 
 }  // namespace orlan::run

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "orlan/base/text.hpp"
+#include "orlan/surveys/SurveyFields.hpp"
 
 namespace orlan::run {
 
@@ -27,6 +28,10 @@ std::string placeText(const std::optional<Coordinate>& where) {
 json::Value placeValue(const std::optional<Coordinate>& where) {
   if (!where) return nullptr;
   return json::Array{where->latitude, where->longitude};
+}
+
+std::string detailLine(const std::string& before, const std::string& text) {
+  return fmt::format("{:12}{}\n", "", text::escapedControls(before + text));
 }
 
 /// Requests by "method path": how many got which outcome.
@@ -64,17 +69,19 @@ void Narrator::crossed(const report::Crossing& crossing) {
 }
 
 void Narrator::notified(const report::Notification& notification) {
+  const NotificationContent& content = notification.request.content;
   if (voice_.json) {
     return object(notification.at, "notification",
-                  {{"headline", notification.title},
-                   {"body", notification.body},
+                  {{"number", notification.number},
+                   {"headline", content.title},
+                   {"body", content.body},
                    {"state", notification.state},
                    {"place", placeValue(notification.where)}});
   }
-  row(notification.at, yellow, "🔔", text::escapedControls(notification.title));
+  row(notification.at, yellow, "🔔",
+      fmt::format("#{} {}", notification.number, text::escapedControls(content.title)));
   say(fmt::format(
-      "{:12}{}\n{:12}at {}{}\n", "", text::escapedControls(notification.body), "",
-      placeText(notification.where),
+      "{:12}{}\n{:12}at {}{}\n", "", text::escapedControls(content.body), "", placeText(notification.where),
       notification.state == "presented" ? "" : " (" + text::escapedControls(notification.state) + ")"));
 }
 
@@ -90,6 +97,27 @@ bool Narrator::isOldNews(const report::Moment& moment) {
   return std::exchange(lastFetch_, moment.text) == moment.text;
 }
 
+void Narrator::opened(const OrlanNotificationDetails& details, Duration at) {
+  if (voice_.json) {
+    return object(at, "details",
+                  {{"headline", details.headline},
+                   {"body", details.body},
+                   {"mediaType", json::encode(details.mediaType)},
+                   {"mediaURL", json::encode(details.mediaURL)},
+                   {"ctaLabel", json::encode(details.ctaLabel)},
+                   {"ctaURL", json::encode(details.ctaURL)},
+                   {"notifID", details.notifID},
+                   {"locationID", details.locationID},
+                   {"questions", json::encode(details.questions)},
+                   {"completionMessage", json::encode(details.completionMessage)}});
+  }
+  row(at, yellow, "opened", text::escapedControls(details.headline));
+  std::string out = detailLine("", details.body);
+  if (details.mediaURL) out += detailLine(details.mediaType.value_or("media") + " ", *details.mediaURL);
+  if (details.ctaURL) out += detailLine(details.ctaLabel.value_or("link") + " → ", *details.ctaURL);
+  say(out);
+}
+
 void Narrator::logLine(std::string_view line) {
   if (!voice_.json) say(line);
 }
@@ -98,7 +126,8 @@ void Narrator::progress(double share, Duration at, std::string_view hint) {
   if (!voice_.progress) return;
   const std::lock_guard lock(mutex_);
   progressShown_ = true;
-  const std::string shown = fmt::format("\r{} {:3.0f} %{}", time(at), share * 100.0, hint);
+  const std::string shown =
+      fmt::format("\r{} {:3.0f} %{}\x1b[K", time(at), share * 100.0, text::escapedControls(hint));
   std::fwrite(shown.data(), 1, shown.size(), stdout);
   std::fflush(stdout);
 }

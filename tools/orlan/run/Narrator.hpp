@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "orlan/base/json.hpp"
+#include "orlan/notifications/OrlanNotificationDetails.hpp"
 #include "tools/orlan/report/ReportCollector.hpp"
 
 namespace orlan::run {
@@ -26,6 +27,9 @@ class Narrator final : public report::ReportListener {
   void crossed(const report::Crossing& crossing) override;
   void notified(const report::Notification& notification) override;
   void noted(const report::Moment& moment) override;
+
+  /// The details of a notification that was tapped, as a host shows them.
+  void opened(const OrlanNotificationDetails& details, Duration at);
 
   /// One of the library's own log lines.
   void logLine(std::string_view line);

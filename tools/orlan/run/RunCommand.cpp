@@ -19,12 +19,17 @@ times of the track; cooldowns and timers follow them at any --speed. State is ke
 that a second run continues where the first one ended. Ctrl-C ends the run and keeps the state.)";
 
 constexpr const char* footer =
-    R"(In a terminal the person holding the phone obeys your keys: b sends the application to the background,
-f brings it to the front, s stands still (time runs as in the world), w walks on, q quits. A script says
-the same by the minutes and seconds of the walk, or at its end; # begins a comment:
-  12:30 background
-  45:00 front
-  end quit
+    R"(In a terminal the person holding the phone obeys your keys: b sends the application to the
+background, f brings it to the front, s stands still (time runs as in the world), w walks on, q quits.
+A number and Enter tap the notification of that number: its details are shown, and the answers to its
+questions are sent (Escape leaves them unanswered); l opens its link, m its media.
+
+A script says the same by the minutes and seconds of the walk, or after its end; # begins a comment:
+  12:30    background
+  1:02:00  front
+  end      tap 7
+  end      answer 5
+  end      link
 
 Examples:
   orlan run --track ride.gpx --speed 500 --report ride.html

@@ -19,7 +19,8 @@ constexpr std::chrono::milliseconds progressInterval(200);
 // The phone's time: a notification of the last second comes up a second later.
 constexpr Duration afterTheWalk = std::chrono::seconds(3);
 
-constexpr const char* hintOfKeys = "  b background  f front  s stand still  w walk on  q quit";
+constexpr const char* hintOfKeys =
+    "  b background  f front  s stand  w walk  1… tap  l link  m media  q quit";
 
 constexpr const char* defaultKey = "development-key";
 
@@ -34,16 +35,14 @@ TerminalHost::TerminalHost(const RunOptions& options, Inputs inputs, linuxphone:
       collector_(collector),
       narrator_(narrator),
       begin_(phone.clock().now()),
-      person_(phone, options.speed, [this] { end(Phase::stopped, "stopped"); }) {}
+      screen_(runtime.services(), collector, narrator),
+      person_(phone, runtime.services(), collector, screen_, options.speed,
+              [this] { end(Phase::stopped, "stopped"); }) {}
 
 bool TerminalHost::run() {
   linuxphone::EventLoop& loop = phone_.main();
   const linuxphone::SignalStop stopper(loop, [this](int) { end(Phase::stopped, "stopped"); });
-  const Keyboard keyboard(loop, [this](std::string_view keys) {
-    for (const char key : keys) {
-      if (const auto command = commandOfKey(key); command && !isOver()) person_.perform(*command);
-    }
-  });
+  const Keyboard keyboard(loop, [this](std::string_view keys) { press(keys); });
   walkOnFirstCampaigns();
   startLibrary();
   loop.runUntil([this] { return phase_ != Phase::starting; }, longestWaitForCampaigns);
@@ -52,8 +51,9 @@ bool TerminalHost::run() {
     showProgress(keyboard.isThere());
   }
   phone_.setTimeScale(1);
-  loop.runUntil([this] { return phase_ == Phase::stopped || collector_.openRequests() == 0; },
-                longestWaitForAnswers);
+  const auto isQuiet = [this] { return collector_.openRequests() == 0 && !screen_.isSending(); };
+  loop.runUntil([&] { return phase_ == Phase::stopped || isQuiet(); }, longestWaitForAnswers);
+  collector_.note("end", why_);
   subscriptions_ = {};
   return !failed_;
 }
@@ -106,14 +106,32 @@ void TerminalHost::arrive() {
 void TerminalHost::end(Phase how, const std::string& why) {
   if (isOver()) return;
   phase_ = how;
-  collector_.note("end", why);
+  why_ = why;
+}
+
+/// Who looks at a notification stands still meanwhile.
+void TerminalHost::press(std::string_view keys) {
+  keys_.take(
+      keys, [this] { return screen_.isAsking(); },
+      [this](const Command& command) {
+        if (isOver()) return;
+        if (command.act == Act::tap) person_.standStill();
+        person_.perform(command);
+      });
+  showProgress(true);
+}
+
+std::string TerminalHost::hint() const {
+  if (screen_.isAsking()) return "  answer › " + keys_.typed();
+  if (!keys_.typed().empty()) return "  tap #" + keys_.typed();
+  return hintOfKeys;
 }
 
 void TerminalHost::showProgress(bool keys) {
   const auto& fixes = inputs_.track.fixes;
   const double length = seconds(fixes.back().timestamp - fixes.front().timestamp);
   const double share = length > 0 ? std::min(1.0, seconds(phone_.player().walked()) / length) : 1.0;
-  narrator_.progress(share, phone_.clock().now() - begin_, keys ? hintOfKeys : "");
+  narrator_.progress(share, phone_.clock().now() - begin_, keys ? hint() : std::string());
 }
 
 void TerminalHost::didAuthenticate(OrlanPlugin&, const std::string& deviceID, const std::string& orlanID) {

@@ -9,6 +9,7 @@
 #include "phones/linux/LinuxPhone.hpp"
 #include "tools/orlan/report/ReportCollector.hpp"
 #include "tools/orlan/run/Inputs.hpp"
+#include "tools/orlan/run/KeyInput.hpp"
 #include "tools/orlan/run/Narrator.hpp"
 #include "tools/orlan/run/Person.hpp"
 #include "tools/orlan/run/RunOptions.hpp"
@@ -38,6 +39,8 @@ class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared
   void followScript();
   void arrive();
   void end(Phase how, const std::string& why);
+  void press(std::string_view keys);
+  [[nodiscard]] std::string hint() const;
   void showProgress(bool keys);
   [[nodiscard]] bool isOver() const { return phase_ >= Phase::ended; }
 
@@ -48,8 +51,11 @@ class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared
   report::ReportCollector& collector_;
   Narrator& narrator_;
   const TimePoint begin_;
+  DetailsScreen screen_;
   Person person_;
+  KeyInput keys_;
   Phase phase_ = Phase::starting;
+  std::string why_;  // it ended
   bool failed_ = false;
   Subscription beginning_;
   Subscription ending_;

@@ -45,6 +45,17 @@ class BackgroundRegionMonitor : public PolygonSink {
 
   /// Watches these campaigns' areas instead of the last ones, the nearest 20 of them. The same campaigns as
   /// last time change nothing, whatever their shapes. Who was inside a campaign that stays is still inside.
+  ///
+  /// A host's own regions. An operating system keeps one list of regions for the whole application, and each
+  /// change of campaigns begins by ending all of them, whoever started them: at the first answer with
+  /// campaigns after a launch, and whenever an answer brings others. Nobody is told, and those of a host are
+  /// not started again. A host that needs regions starts them anew after each change (`circlesPublisher`
+  /// shows it: the empty list, then the growing one), on a turn of the main loop of its own, and counts on no
+  /// more of the 20 places than campaigns leave. Entries and exits of regions that are not a campaign's are
+  /// ignored here.
+  ///
+  /// A process that is killed in the middle leaves fewer regions than it should; the first change after the
+  /// next launch ends what is left and watches all anew, because nothing of the last set-up is remembered.
   void updateRegions(const std::vector<CampaignPolygon>& polygons);
   void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updateRegions(polygons); }
 

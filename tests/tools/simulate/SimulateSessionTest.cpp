@@ -76,6 +76,16 @@ TEST_F(SimulateSession, AScenarioThatIsNotValidLeavesNothing) {
   EXPECT_EQ(run(), 2);
 }
 
+TEST_F(SimulateSession, ANotificationThatNobodyScheduledIsNotValid) {
+  options.scenario = file("tap.json", R"({"steps": [{"at": 0, "do": "sendTestNotification"},
+    {"at": 1, "do": "tap", "delivered": 0}, {"at": 2, "do": "present", "delivered": 1}]})");
+  EXPECT_EQ(run(), 2);
+  EXPECT_EQ(err, "orlan: " + options.scenario +
+                     ": steps[2].delivered: expected the number of a notification scheduled by then (0 to "
+                     "0), found 1\n");
+  EXPECT_FALSE(fs::exists(options.transcript));
+}
+
 TEST_F(SimulateSession, AWalkThatIsCutOffIsMentioned) {
   options.scenario = file("walk.json", R"({"steps": [{"at": 1, "do": "track", "speed": 10,
     "points": [[0, 0], [0, 0.001]]}]})");

@@ -17,6 +17,7 @@ struct Player::Parts {
   sim::World world;
   Transcript transcript;
   std::vector<Spectator> spectators;
+  std::optional<std::string> mistake;
 };
 
 Player::Player(const Scenario& scenario, Transcript::Write write, std::set<std::string, std::less<>> only)
@@ -32,6 +33,10 @@ Duration Player::now() const {
   return parts_->world.now();
 }
 
+const std::optional<std::string>& Player::mistake() const {
+  return parts_->mistake;
+}
+
 void Player::play() {
   Parts& p = *parts_;
   Stage stage(p.world, p.scenario, p.transcript, p.spectators);
@@ -41,6 +46,7 @@ void Player::play() {
   for (const Moment& moment : timeline(p.scenario)) {
     p.world.runUntil(moment.at);
     stage.perform(moment.step, moment.fix);
+    if ((p.mistake = stage.mistake())) return p.transcript.abandoned();
   }
   p.world.runUntil(p.scenario.until);
   p.transcript.ended(p.scenario.steps.size());

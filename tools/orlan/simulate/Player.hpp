@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "orlan/sdk/OrlanServices.hpp"
@@ -34,8 +36,12 @@ class Player {
   /// Virtual time since second 0.
   [[nodiscard]] Duration now() const;
 
-  /// From the first step to the end; once.
+  /// From the first step to the end, or to the first mistake; once.
   void play();
+
+  /// What is wrong with the scenario after all, once it has been played: where a mistake stands, what was
+  /// expected there and what was found. The transcript then has no end.
+  [[nodiscard]] const std::optional<std::string>& mistake() const;
 
  private:
   struct Parts;

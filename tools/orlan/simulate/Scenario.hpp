@@ -18,8 +18,8 @@ struct Route {
   std::vector<sim::HttpAnswer> answers;
 };
 
-/// A phone, a backend and a day in the life of the device, checked and complete: playing it needs no file and
-/// cannot find a mistake.
+/// A phone, a backend and a day in the life of the device, checked and complete: playing it needs no file,
+/// and the one mistake it can still find is a notification that nobody scheduled.
 struct Scenario {
   std::string name;
   sim::WorldSettings world;

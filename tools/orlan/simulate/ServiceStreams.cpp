@@ -3,60 +3,12 @@
 #include <utility>
 
 #include "orlan/campaigns/CampaignFields.hpp"
+#include "tools/orlan/simulate/recordingDelegates.hpp"
 #include "tools/orlan/simulate/valueForms.hpp"
 
 namespace orlan::simulate {
-namespace {
-
-class RecordingPluginDelegate final : public OrlanPluginDelegate {
- public:
-  explicit RecordingPluginDelegate(Transcript& transcript) : transcript_(transcript) {}
-
-  void didAuthenticate(OrlanPlugin&, const std::string& deviceID, const std::string& orlanID) override {
-    called("orlanPlugin(_:didAuthenticate:orlanID:)", {deviceID, orlanID});
-  }
-  void didFailWith(OrlanPlugin&, const Error& error) override {
-    called("orlanPlugin(_:didFailWith:)", {formOf(error)});
-  }
-
- private:
-  void called(std::string_view method, json::Array arguments) {
-    transcript_.delegateCalled("OrlanPluginDelegate", method, std::move(arguments));
-  }
-  Transcript& transcript_;
-};
-
-/// The delegates of both monitors: they hear the same under different names.
-class RecordingMonitorDelegate final : public ForegroundGeofenceDelegate, public BackgroundGeofenceDelegate {
- public:
-  explicit RecordingMonitorDelegate(Transcript& transcript) : transcript_(transcript) {}
-
-  void didEnterCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    called("ForegroundGeofenceDelegate", "didEnterCampaign(_:locationID:)", campaignID, locationID);
-  }
-  void didExitCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    called("ForegroundGeofenceDelegate", "didExitCampaign(_:locationID:)", campaignID, locationID);
-  }
-  void didEnterRegion(std::int64_t campaignID, std::int64_t locationID) override {
-    called("BackgroundGeofenceDelegate", "didEnterRegion(_:locationID:)", campaignID, locationID);
-  }
-  void didExitRegion(std::int64_t campaignID, std::int64_t locationID) override {
-    called("BackgroundGeofenceDelegate", "didExitRegion(_:locationID:)", campaignID, locationID);
-  }
-
- private:
-  void called(std::string_view to, std::string_view method, std::int64_t campaignID,
-              std::int64_t locationID) {
-    transcript_.delegateCalled(to, method, {campaignID, locationID});
-  }
-  Transcript& transcript_;
-};
-
-}  // namespace
-
 struct ServiceStreams::Parts {
-  explicit Parts(Transcript& lines)
-      : transcript(lines), monitorDelegate(std::make_shared<RecordingMonitorDelegate>(lines)) {}
+  explicit Parts(Transcript& lines) : transcript(lines), monitorDelegate(recordingMonitorDelegate(lines)) {}
 
   /// Lists what `stream` emits from now on, in the form that `form` gives it.
   template <class T, class Form>
@@ -74,6 +26,14 @@ struct ServiceStreams::Parts {
   void watch(NotificationPermissionManager& manager) {
     list(manager.statusPublisher().changes(), "pushAuthorization",
          [](NotificationAuthorization status) { return rawValue(status); });
+  }
+  void watch(NotificationManager& manager) {
+    list(manager.publisher(), "notifications",
+         [](const OrlanNotificationDetails& details) { return formOf(details); });
+    list(manager.latestPublisher().changes(), "latest",
+         [](const std::optional<OrlanNotificationDetails>& details) {
+           return details ? formOf(*details) : json::Value();
+         });
   }
   void watch(GeofenceService& service) {
     list(service.polygonsPublisherPublic().changes(), "polygons",
@@ -107,7 +67,7 @@ struct ServiceStreams::Parts {
   }
 
   Transcript& transcript;
-  std::shared_ptr<RecordingMonitorDelegate> monitorDelegate;
+  std::shared_ptr<MonitorDelegate> monitorDelegate;
   SubscriptionBag subscriptions;
 };
 
@@ -120,6 +80,7 @@ ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript)
   };
   follow(services.locationPermission);
   follow(services.notificationPermission);
+  follow(services.notificationManager);
   follow(services.geofence);
   follow(services.reliability);
   follow(services.foregroundMonitor);
@@ -127,9 +88,5 @@ ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript)
 }
 
 ServiceStreams::~ServiceStreams() = default;
-
-std::shared_ptr<OrlanPluginDelegate> recordingDelegate(Transcript& transcript) {
-  return std::make_shared<RecordingPluginDelegate>(transcript);
-}
 
 }  // namespace orlan::simulate

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/OrlanServices.hpp"
 #include "tools/orlan/simulate/Transcript.hpp"
 
@@ -19,8 +18,5 @@ class ServiceStreams {
   struct Parts;
   std::shared_ptr<Parts> parts_;
 };
-
-/// What the transcript has of a host's delegate for starts.
-[[nodiscard]] std::shared_ptr<OrlanPluginDelegate> recordingDelegate(Transcript& transcript);
 
 }  // namespace orlan::simulate

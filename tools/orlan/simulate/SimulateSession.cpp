@@ -71,9 +71,9 @@ Result<std::optional<output::OutputFile>> openReport(const SimulateOptions& opti
   return file;
 }
 
-/// What a report shows of it.
-report::ReportData play(const Scenario& scenario, output::OutputFile& transcript, const Events& events,
-                        Tally& tally) {
+/// What a report shows of it; the error is a mistake in the scenario.
+Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& transcript,
+                                const Events& events, Tally& tally) {
   const TimePoint begin = scenario.world.start;
   const Player* playing = nullptr;
   report::ReportCollector collector(text::escapedControls(scenario.name), begin,
@@ -87,6 +87,7 @@ report::ReportData play(const Scenario& scenario, output::OutputFile& transcript
                 collector.watch(services, state);
               }});
   player.play();
+  if (const auto& mistake = player.mistake()) return Unexpected(Error{"Scenario", -1, *mistake});
   return collector.data();
 }
 
@@ -104,10 +105,14 @@ int simulate(const SimulateOptions& options) {
 
   Tally tally;
   const auto data = play(*scenario, *output, *events, tally);
+  if (!data) {
+    return complain(invalidScenario,
+                    text::escapedControls(options.scenario) + ": " + data.error().description);
+  }
 
   if (const auto written = output->finish(); !written) return complain(failed, written.error().description);
   if (*report) {
-    (*report)->write(report::renderReport(data));
+    (*report)->write(report::renderReport(*data));
     if (const auto written = (*report)->finish(); !written)
       return complain(failed, written.error().description);
   }

@@ -14,8 +14,9 @@ struct SimulateOptions {
   bool quiet = false;               // no summary on standard error
 };
 
-/// One whole `orlan simulate`. Exit status: 0 played to the end, 2 the scenario is not valid (nothing was
-/// written), 1 anything else.
+/// One whole `orlan simulate`. Exit status: 0 played to the end, 2 the scenario is not valid (no file was
+/// written; when only playing could show it, standard output has the lines up to there and no "end"), 1
+/// anything else.
 [[nodiscard]] int simulate(const SimulateOptions& options);
 
 }  // namespace orlan::simulate

@@ -1,19 +1,12 @@
 #include "tools/orlan/simulate/Stage.hpp"
 
+#include <fmt/format.h>
+
 #include <utility>
 
+#include "tools/orlan/simulate/Caller.hpp"
+
 namespace orlan::simulate {
-namespace {
-
-template <class... Handlers>
-struct Overloaded : Handlers... {
-  using Handlers::operator()...;
-};
-template <class... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
-
-}  // namespace
-
 Stage::Stage(sim::World& world, const Scenario& scenario, Transcript& transcript,
              const std::vector<Spectator>& spectators)
     : scenario_(scenario), transcript_(transcript), spectators_(spectators), phone_(world, scenario.phone) {
@@ -25,7 +18,7 @@ Stage::Stage(sim::World& world, const Scenario& scenario, Transcript& transcript
 }
 
 void Stage::launch() {
-  process_ = std::make_unique<Process>(phone_, scenario_.hosts, transcript_);
+  host_ = std::make_unique<Host>(phone_, scenario_.hosts, transcript_);
   for (const Spectator& spectator : spectators_) {
     if (spectator.launched) spectator.launched(services(), phone_.application().state());
   }
@@ -37,49 +30,13 @@ void Stage::perform(std::size_t index, std::size_t fix) {
   std::visit([this](const auto& action) { act(action); }, scenario_.steps[index].action);
 }
 
-OrlanPlugin::Delegate Stage::delegateIf(bool wanted) const {
-  return wanted ? OrlanPlugin::Delegate(process_->delegate) : OrlanPlugin::Delegate();
-}
-
 void Stage::result(json::Value value) {
   transcript_.result(index_, scenario_.steps[index_].call, std::move(value));
 }
 
-void Stage::act(const step::Start& start) {
-  OrlanPlugin& plugin = *services().plugin;
-  const auto delegate = delegateIf(start.delegate);
-  std::visit(
-      Overloaded{
-          [&](const FromPropertyList&) { plugin.start(start.env, start.segmentations, delegate); },
-          [&](const ApiKey& key) { plugin.start(key.apiKey, start.env, start.segmentations, delegate); },
-          [&](const AppScoped& app) {
-            plugin.start(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId, start.env,
-                         start.segmentations, app.includeLegacyApiKeyHeader, delegate);
-          }},
-      start.choice);
-}
-
-void Stage::act(const step::StartBridged& start) {
-  OrlanPlugin& plugin = *services().plugin;
-  const auto delegate = delegateIf(start.delegate);
-  const json::Value& tags = start.segmentations;
-  std::visit(
-      Overloaded{
-          [&](const FromPropertyList&) { plugin.startBridged(start.environment, tags, delegate); },
-          [&](const ApiKey& key) { plugin.startBridged(key.apiKey, start.environment, tags, delegate); },
-          [&](const AppScoped& app) {
-            plugin.startBridged(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId,
-                                start.environment, tags, delegate);
-          }},
-      start.choice);
-}
-
-void Stage::act(const step::GetNotificationStats&) {
-  result(services().plugin->getNotificationStats());
-}
-
-void Stage::act(const step::ResetNotificationStats&) {
-  services().plugin->resetNotificationStats();
+void Stage::act(const step::Call& call) {
+  Caller caller(*host_, transcript_, index_, scenario_.steps[index_].call);
+  call.make(caller);
 }
 
 void Stage::act(const step::ClearCooldown& cooldown) {
@@ -128,10 +85,31 @@ void Stage::act(const step::CrossRegion& crossing) {
 void Stage::act(const step::Relaunch& relaunch) {
   {
     const Transcript::Silence killed(transcript_);  // a process that is killed says nothing any more
-    process_.reset();
+    host_.reset();
   }
   phone_.relaunch(relaunch.application);
   launch();
+}
+
+std::optional<NotificationRequest> Stage::find(const step::Notify& notify) {
+  const auto* delivered = std::get_if<step::Delivered>(&notify.what);
+  if (delivered == nullptr) return std::get<NotificationRequest>(notify.what);
+  const auto& scheduled = phone_.scheduled();
+  if (delivered->number < scheduled.size()) return scheduled[delivered->number];
+  mistake_ = fmt::format(
+      "steps[{}].delivered: expected the number of a notification scheduled by then ({}), found {}", index_,
+      scheduled.empty() ? "there is none" : fmt::format("0 to {}", scheduled.size() - 1), delivered->number);
+  return std::nullopt;
+}
+
+void Stage::act(const step::Notify& notify) {
+  const auto request = find(notify);
+  if (!request) return;
+  if (notify.tappedAction) {
+    phone_.notifications().tap({*request, *notify.tappedAction});
+  } else {
+    phone_.notifications().present(*request);
+  }
 }
 
 void Stage::act(const step::SetClock& clock) {

@@ -2,28 +2,15 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
-#include "orlan/sdk/Runtime.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
+#include "tools/orlan/simulate/Host.hpp"
 #include "tools/orlan/simulate/Player.hpp"
-#include "tools/orlan/simulate/ServiceStreams.hpp"
 
 namespace orlan::simulate {
-
-/// The host's process: the library and a host that listens to it.
-struct Process {
-  Process(sim::SimulatedPhone& phone, const BaseUrls& hosts, Transcript& transcript)
-      : delegate(recordingDelegate(transcript)),
-        runtime(phone.platform(), {hosts}),
-        scope(runtime),
-        streams(runtime.services(), transcript) {}
-
-  std::shared_ptr<OrlanPluginDelegate> delegate;
-  Runtime runtime;
-  Runtime::Scope scope;
-  ServiceStreams streams;
-};
 
 /// The phone with the host application on it, and what a step does to either.
 class Stage {
@@ -37,11 +24,11 @@ class Stage {
   /// Does what step number `index` says; of a walk, its fix number `fix`.
   void perform(std::size_t index, std::size_t fix);
 
+  /// What is wrong with the step that was performed last, when only playing it could show it.
+  [[nodiscard]] const std::optional<std::string>& mistake() const { return mistake_; }
+
  private:
-  void act(const step::Start& start);
-  void act(const step::StartBridged& start);
-  void act(const step::GetNotificationStats&);
-  void act(const step::ResetNotificationStats&);
+  void act(const step::Call& call);
   void act(const step::ClearCooldown& cooldown);
   void act(const step::Fixes& batch);
   void act(const step::Track& walk);
@@ -51,6 +38,7 @@ class Stage {
   void act(const step::SetNotificationAuthorization& status);
   void act(const step::CrossRegion& crossing);
   void act(const step::Relaunch& relaunch);
+  void act(const step::Notify& notify);
   void act(const step::SetClock& clock);
   void act(const step::ChangeStore& change);
   void act(const step::ChangeFile& change);
@@ -58,15 +46,16 @@ class Stage {
   void act(const step::FailLocation& failure);
   void act(const step::FailStorage& storage);
 
-  [[nodiscard]] OrlanServices& services() { return process_->runtime.services(); }
-  [[nodiscard]] OrlanPlugin::Delegate delegateIf(bool wanted) const;
+  [[nodiscard]] OrlanServices& services() { return host_->services(); }
+  [[nodiscard]] std::optional<NotificationRequest> find(const step::Notify& notify);
   void result(json::Value value);
 
   const Scenario& scenario_;
   Transcript& transcript_;
   const std::vector<Spectator>& spectators_;
   sim::SimulatedPhone phone_;
-  std::unique_ptr<Process> process_;
+  std::unique_ptr<Host> host_;
+  std::optional<std::string> mistake_;
   std::size_t index_ = 0;  // of the step that is performed
   std::size_t fix_ = 0;
 };

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
-#include "orlan/backend/Config.hpp"
 #include "orlan/base/Time.hpp"
 #include "orlan/base/json.hpp"
 #include "orlan/platform/Application.hpp"
@@ -22,37 +22,15 @@ struct Fix {
   double accuracy = 5.0;  // metres
 };
 
-/// With which credentials a start is called: one of its three forms.
-struct AppScoped {
-  std::string companyApiKey;
-  std::string appId;
-  std::string appApiKey;
-  std::string iosBundleId;
-  bool includeLegacyApiKeyHeader = true;
-};
-struct ApiKey {
-  std::string apiKey;
-};
-struct FromPropertyList {};
-using StartChoice = std::variant<FromPropertyList, ApiKey, AppScoped>;
+class Caller;
 
 /// What a step does, with its arguments.
 namespace step {
 
-struct Start {
-  StartChoice choice;
-  Config::Environment env = Config::Environment::staging;
-  std::vector<std::string> segmentations;
-  bool delegate = true;
+/// A call of the library by the host, its arguments bound.
+struct Call {
+  std::function<void(Caller&)> make;
 };
-struct StartBridged {
-  StartChoice choice;
-  std::int64_t environment = 1;
-  json::Value segmentations;
-  bool delegate = true;
-};
-struct GetNotificationStats {};
-struct ResetNotificationStats {};
 struct ClearCooldown {
   bool background = false;  // of which monitor
 };
@@ -86,6 +64,15 @@ struct CrossRegion {
 struct Relaunch {
   ApplicationState application = ApplicationState::active;
 };
+/// The one with that number among those that the library scheduled so far.
+struct Delivered {
+  std::size_t number = 0;
+};
+/// A notification comes up in front, or the person taps one.
+struct Notify {
+  std::variant<NotificationRequest, Delivered> what;
+  std::optional<std::string> tappedAction;  // none: it comes up
+};
 struct SetClock {
   TimePoint to;
 };
@@ -110,11 +97,10 @@ struct FailStorage {
 }  // namespace step
 
 using Action =
-    std::variant<step::Start, step::StartBridged, step::GetNotificationStats, step::ResetNotificationStats,
-                 step::ClearCooldown, step::Fixes, step::Track, step::MoveApplication, step::RaiseSignal,
-                 step::SetLocationAuthorization, step::SetNotificationAuthorization, step::CrossRegion,
-                 step::Relaunch, step::SetClock, step::ChangeStore, step::ChangeFile, step::ReadFile,
-                 step::FailLocation, step::FailStorage>;
+    std::variant<step::Call, step::ClearCooldown, step::Fixes, step::Track, step::MoveApplication,
+                 step::RaiseSignal, step::SetLocationAuthorization, step::SetNotificationAuthorization,
+                 step::CrossRegion, step::Relaunch, step::Notify, step::SetClock, step::ChangeStore,
+                 step::ChangeFile, step::ReadFile, step::FailLocation, step::FailStorage>;
 
 struct Step {
   Duration at{};     // since second 0

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "orlan/base/text.hpp"
+#include "tools/orlan/simulate/valueForms.hpp"
 #include "tools/orlan/simulate/words.hpp"
 
 namespace orlan::simulate {
@@ -179,6 +180,11 @@ void Transcript::crossed(std::string_view stream, std::string_view monitor, json
 void Transcript::result(std::size_t step, std::string_view call, json::Value value) {
   if (!wants("result")) return;
   write("result", {{"step", static_cast<std::int64_t>(step)}, {"call", call}, {"value", std::move(value)}});
+}
+
+void Transcript::failed(std::size_t step, std::string_view call, const Error& error) {
+  if (!wants("result")) return;
+  write("result", {{"step", static_cast<std::int64_t>(step)}, {"call", call}, {"error", formOf(error)}});
 }
 
 void Transcript::ended(std::size_t steps) {

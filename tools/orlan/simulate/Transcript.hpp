@@ -42,8 +42,11 @@ class Transcript final : public phone::PhoneObserver {
   void published(std::string_view stream, json::Value value);
   void crossed(std::string_view stream, std::string_view monitor, json::Value value);
   void result(std::size_t step, std::string_view call, json::Value value);
+  void failed(std::size_t step, std::string_view call, const Error& error);
   /// The last line; nothing is written after it.
   void ended(std::size_t steps);
+  /// Nothing is written any more, and no last line tells that the play went to its end.
+  void abandoned() { ++silences_; }
 
   void consoleLine(std::string_view level, std::string_view message) override;
   void systemLog(std::string_view message) override;

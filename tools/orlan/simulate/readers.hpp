@@ -18,8 +18,6 @@ namespace orlan::simulate {
 [[nodiscard]] BaseUrls readHosts(const Item& hosts);
 [[nodiscard]] std::vector<Step> readSteps(const Item& steps, const Files& files);
 
-/// The members of a step that takes these arguments besides "at" and "do".
-[[nodiscard]] Members arguments(const Item& step, std::initializer_list<std::string_view> names);
 [[nodiscard]] step::Track readTrack(const Members& members, const Files& files);
 
 /// A fix among members that may hold more than that.
@@ -32,6 +30,9 @@ inline constexpr std::array<std::string_view, 3> fixKeys{"latitude", "longitude"
 
 /// A value that a key-value store can hold: a plain one as itself, bytes as {"base64": …} or {"text": …}.
 [[nodiscard]] json::Value readStorable(const Item& value);
+
+/// Hexadecimal text of bytes.
+[[nodiscard]] std::string readHex(const Item& item);
 
 /// The name of a file in the caches directory: `item` is read as a string, or is the key `name` itself.
 [[nodiscard]] std::string readFileName(const Item& item);

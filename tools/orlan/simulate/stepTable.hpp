@@ -1,7 +1,9 @@
 #pragma once
 
-#include <span>
+#include <functional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "tools/orlan/simulate/Files.hpp"
 #include "tools/orlan/simulate/Item.hpp"
@@ -9,20 +11,28 @@
 
 namespace orlan::simulate {
 
-/// What a step's "do" may say, and how the step is read: an object, its "at" and "do" checked already.
+/// What a step's "do" may say, its arguments, and how they are read once it is known that there are no
+/// others.
 struct StepKind {
   std::string_view name;
-  Action (*read)(const Item& step, const Files& files);  // null: not available yet
+  std::vector<std::string_view> arguments;  // besides "at" and "do"
+  std::function<Action(const Members& step, const Files& files)> read;
 };
 
 /// Every step that the format knows.
-[[nodiscard]] std::span<const StepKind> stepKinds();
+[[nodiscard]] const std::vector<StepKind>& stepKinds();
 
-// Host calls, which stand in a file of their own.
-[[nodiscard]] Action readStart(const Item& step, const Files& files);
-[[nodiscard]] Action readStartBridged(const Item& step, const Files& files);
-[[nodiscard]] Action readGetNotificationStats(const Item& step, const Files& files);
-[[nodiscard]] Action readResetNotificationStats(const Item& step, const Files& files);
-[[nodiscard]] Action readClearCooldown(const Item& step, const Files& files);
+// Its chapters, each in a file of its own.
+[[nodiscard]] std::vector<StepKind> startCalls();
+[[nodiscard]] std::vector<StepKind> publicCalls();
+[[nodiscard]] std::vector<StepKind> surveyCalls();
+[[nodiscard]] std::vector<StepKind> notificationSteps();
+[[nodiscard]] std::vector<StepKind> phoneSteps();
+
+/// A step without arguments that makes this call.
+template <class Make>
+[[nodiscard]] StepKind plainCall(std::string_view name, Make make) {
+  return {name, {}, [make = std::move(make)](const Members&, const Files&) { return step::Call{make}; }};
+}
 
 }  // namespace orlan::simulate

@@ -8,7 +8,7 @@
 namespace orlan::simulate {
 namespace {
 
-/// The step's kind when it can be played; a mistake otherwise.
+/// The step's kind; a mistake when there is none.
 const StepKind* kindOf(const Item& call) {
   const std::string* name = call.value().string();
   if (name == nullptr) {
@@ -18,22 +18,20 @@ const StepKind* kindOf(const Item& call) {
   std::vector<std::string_view> names;
   for (const StepKind& kind : stepKinds()) {
     names.push_back(kind.name);
-    if (kind.name != *name) continue;
-    if (kind.read == nullptr) call.mistaken(json::print(*name) + " is not available yet");
-    return kind.read == nullptr ? nullptr : &kind;
+    if (kind.name == *name) return &kind;
   }
   call.mistaken("unknown step " + json::print(*name) + ", did you mean " +
                 json::print(nearest(*name, names)) + "?");
   return nullptr;
 }
 
-}  // namespace
-
-Members arguments(const Item& step, std::initializer_list<std::string_view> names) {
+Action readAction(const StepKind& kind, const Item& step, const Files& files) {
   std::vector<std::string_view> known{"at", "do"};
-  known.insert(known.end(), names);
-  return step.members(known);
+  known.insert(known.end(), kind.arguments.begin(), kind.arguments.end());
+  return kind.read(step.members(known), files);
 }
+
+}  // namespace
 
 std::vector<Step> readSteps(const Item& item, const Files& files) {
   std::vector<Step> steps;
@@ -49,7 +47,9 @@ std::vector<Step> readSteps(const Item& item, const Files& files) {
     if (at < last) time.expected(text::fromDouble(seconds(last)) + " or later, like the step in front of it");
     last = std::max(last, at);
     const Item call = members["do"];
-    if (const StepKind* kind = kindOf(call)) steps.push_back({at, call.string(), kind->read(element, files)});
+    if (const StepKind* kind = kindOf(call)) {
+      steps.push_back({at, call.string(), readAction(*kind, element, files)});
+    }
   }
   return steps;
 }

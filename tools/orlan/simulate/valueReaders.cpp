@@ -2,6 +2,16 @@
 #include "tools/orlan/simulate/readers.hpp"
 
 namespace orlan::simulate {
+namespace {
+
+std::optional<int> hexDigit(char digit) {
+  if (digit >= '0' && digit <= '9') return digit - '0';
+  if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
+  if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
+  return std::nullopt;
+}
+
+}  // namespace
 
 Fix readFix(const Members& members) {
   Fix fix;
@@ -38,6 +48,21 @@ json::Value readStorable(const Item& item) {
     item.expected("a string, a number, true, false, {\"base64\": …} or {\"text\": …}");
   }
   return value;
+}
+
+std::string readHex(const Item& item) {
+  const std::string digits = item.string();
+  std::string bytes;
+  for (std::size_t i = 0; i < digits.size(); i += 2) {
+    const auto high = hexDigit(digits[i]);
+    const auto low = i + 1 < digits.size() ? hexDigit(digits[i + 1]) : std::nullopt;
+    if (!high || !low) {
+      item.expected("bytes in hexadecimal digits, two a byte");
+      return {};
+    }
+    bytes += static_cast<char>(*high * 16 + *low);
+  }
+  return bytes;
 }
 
 void checkFileName(const std::string& name, const Item& item) {

@@ -1,0 +1,59 @@
+// A host reports what a person did with a survey.
+#include "tools/orlan/simulate/Caller.hpp"
+#include "tools/orlan/simulate/stepTable.hpp"
+
+namespace orlan::simulate {
+namespace {
+
+std::vector<ChoiceSelection> readSelections(const Item& item) {
+  std::vector<ChoiceSelection> selections;
+  for (const Item& selection : item.elements()) {
+    selections.push_back({selection.members({"choice_id"})["choice_id"].integer()});
+  }
+  return selections;
+}
+
+/// An answer in its JSON form.
+SurveyAnswer readAnswer(const Item& item) {
+  const Members members = item.members({"question_id", "type", "value", "choice"});
+  SurveyAnswer answer{members["question_id"].integer(), members["type"].string(), members["value"].string(),
+                      std::nullopt};
+  if (const Item choice = members["choice"]; choice.isThere() && !choice.isNull()) {
+    answer.choice = readSelections(choice);
+  }
+  return answer;
+}
+
+std::optional<std::string> readLocationId(const Item& id) {
+  if (!id.isThere() || id.isNull()) return std::nullopt;
+  return id.string();
+}
+
+Action readSubmitSurveyResponse(const Members& call, const Files&) {
+  std::vector<SurveyAnswer> answers;
+  for (const Item& answer : call["answers"].elements()) answers.push_back(readAnswer(answer));
+  return step::Call{[notificationId = call["notificationId"].string(),
+                     locationId = readLocationId(call["locationId"]),
+                     answers = std::move(answers)](Caller& caller) {
+    caller.plugin().submitSurveyResponse(notificationId, locationId, answers, caller.completion<bool>());
+  }};
+}
+
+Action readTrackSurveyEvent(const Members& call, const Files&) {
+  return step::Call{[notificationId = call["notificationId"].string(),
+                     locationId = readLocationId(call["locationId"]),
+                     activity = call["activity"].string()](Caller& caller) {
+    caller.plugin().trackSurveyEvent(notificationId, locationId, activity, caller.completion<bool>());
+  }};
+}
+
+}  // namespace
+
+std::vector<StepKind> surveyCalls() {
+  return {
+      {"submitSurveyResponse", {"notificationId", "locationId", "answers"}, readSubmitSurveyResponse},
+      {"trackSurveyEvent", {"notificationId", "locationId", "activity"}, readTrackSurveyEvent},
+  };
+}
+
+}  // namespace orlan::simulate

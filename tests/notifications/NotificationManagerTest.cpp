@@ -15,9 +15,15 @@ using testing::SizeIs;
 
 using Latest = std::optional<OrlanNotificationDetails>;
 
-const json::Object campaignInfo{{"campaign_id", 1},     {"location_id", 7},  {"n_id", 42},
-                                {"mediaType", "image"}, {"mediaUrl", "M"},   {"ctaLabel", "Go"},
-                                {"ctaUrl", "C"},        {"questions", "[]"}, {"post_message", "Thanks"}};
+const json::Object campaignInfo{{"campaign_id", 1},
+                                {"location_id", 7},
+                                {"n_id", 42},
+                                {"mediaType", "image"},
+                                {"ctaLabel", "Go"},
+                                {"ctaUrl", "C"},
+                                {"questions", "[]"},
+                                {"post_message", "Thanks"},
+                                {"notification_data", json::Object{{"media_url", "a\nb"}}}};
 
 TEST(Notifications, ATapBeforeStartIsReportedAndPublished) {
   NotificationBed bed;
@@ -28,6 +34,7 @@ TEST(Notifications, ATapBeforeStartIsReportedAndPublished) {
   });
   bed.phone.notifications().tap({received(campaignInfo), "default"});
   const Lines seen = bed.seen();
+  EXPECT_THAT(seen, Contains("• 🔔 Extracted from notification_data: notifID=-1, mediaURL=a\\nb, type=nil"));
   const auto complete = std::find(seen.begin(), seen.end(), "• 🔔 NOTIFICATION PROCESSING COMPLETE");
   EXPECT_THAT(Lines(complete, seen.end()),
               ElementsAre("• 🔔 NOTIFICATION PROCESSING COMPLETE",
@@ -41,21 +48,13 @@ TEST(Notifications, ATapBeforeStartIsReportedAndPublished) {
                                                .headline = "Title",
                                                .body = "Body",
                                                .mediaType = "image",
-                                               .mediaURL = "M",
+                                               .mediaURL = "a\nb",
                                                .ctaLabel = "Go",
                                                .ctaURL = "C",
                                                .notifID = 42,
                                                .locationID = 7,
                                                .questions = std::vector<SurveyQuestion>{},
                                                .completionMessage = "Thanks"}));
-}
-
-TEST(Notifications, NestedDataIsSaidInTheLog) {
-  NotificationBed bed;
-  bed.manager->didReceive({received({{"notification_data", json::Object{{"media_url", "a\nb"}}}}), "default"},
-                          [] {});
-  EXPECT_THAT(bed.seen(),
-              Contains("• 🔔 Extracted from notification_data: notifID=-1, mediaURL=a\\nb, type=nil"));
 }
 
 TEST(Notifications, PresentedAndTappedArePublishedTwice) {
@@ -186,32 +185,6 @@ TEST(NotificationDelegates, WhoeverCameLastIsAsked) {
   bed.permission->refresh();
   bed.world.settle();
   EXPECT_EQ(shownAs(), "shown 18");
-}
-
-/// Keeps whoever it likes.
-struct StubbornCenter final : NotificationCenter {
-  void setDelegate(std::weak_ptr<NotificationCenterDelegate>) override {}
-  [[nodiscard]] std::shared_ptr<NotificationCenterDelegate> delegate() const override { return kept; }
-  void add(NotificationRequest, std::function<void(Result<void>)>) override {}
-  void requestAuthorization(std::uint32_t, std::function<void(Result<bool>)>) override {}
-  void authorizationStatus(std::function<void(NotificationAuthorization)>) override {}
-  std::shared_ptr<NotificationCenterDelegate> kept;
-};
-
-TEST(NotificationDelegates, ACentreThatKeepsAnotherIsSaidInTheLog) {
-  NotificationBed bed;
-  StubbornCenter center;
-  const Platform& phone = bed.platform;
-  const Platform stubborn{phone.main,   phone.queues, phone.clock,     phone.random,   phone.store,
-                          phone.files,  phone.http,   phone.locations, center,         phone.application,
-                          phone.device, phone.bundle, phone.console,   phone.systemLog};
-  const auto manager = std::make_shared<NotificationManager>(stubborn, bed.logger, bed.api, bed.campaigns);
-  manager->setAsNotificationDelegate();
-  EXPECT_EQ(bed.seen().back(), "• ❌ NotificationManager NOT set as delegate - current: nil");
-  center.kept = bed.permission;
-  manager->setAsNotificationDelegate();
-  EXPECT_EQ(bed.seen().back(),
-            "• ❌ NotificationManager NOT set as delegate - current: NotificationPermissionManager");
 }
 
 struct Host final : OrlanNotificationDelegate {

@@ -40,9 +40,9 @@ class OrlanPluginDelegate {
 /// thrown; all outcomes of a start reach the delegate.
 ///
 /// Completions are called once, on the main thread: inside the call when the outcome is known by then (a
-/// refusal, a kept configuration), else later. They may be empty, may call back into the library, and are
-/// dropped uncalled when the library ends first. Any number of calls may be pending; each answers its own
-/// completion. Errors have the domain "OrlanPlugin" when the facade itself refuses, else they are the
+/// refusal, a kept configuration), else later. They may be empty, may call back into the library or end it,
+/// and are dropped uncalled when the library ends first. Any number of calls may be pending; each answers its
+/// own completion. Errors have the domain "OrlanPlugin" when the facade itself refuses, else they are the
 /// backend client's, passed on as they are.
 ///
 /// Operations named …Bridged or …ObjC are for hosts behind a language bridge, which pass untyped values: an

@@ -10,10 +10,12 @@ exported_symbols() {  # LIBRARY [TYPES]: all names, demangled, in words that do 
 
 # The C functions, and the members of the classes behind the headers that orlan/orlan.hpp offers. What a compiler may as
 # well have made inline (weak symbols) is left out, so that every compiler and build type gives the same list.
-host_symbols() {  # LIBRARY
-  local classes
+host_symbols() {  # LIBRARY…
+  local classes library
   classes=$(sed -nE 's|^#include "orlan/.*/([A-Za-z]+)\.hpp"|\1|p' "$ORLAN_SOURCE/orlan/orlan.hpp" | paste -sd'|')
-  exported_symbols "$1" TDBR | grep -E "^(orlan_|orlan::($classes)::)" | grep -vE '::(Parts|Impl)\b'
+  for library in "$@"; do
+    exported_symbols "$library" TDBR
+  done | LC_ALL=C sort -u | grep -E "^(orlan_|orlan::($classes)::)" | grep -vE '::(Parts|Impl)\b'
 }
 
 check_symbols() {
@@ -25,6 +27,6 @@ check_symbols() {
 $strange"
   done
   readelf -d "$prefix/$LIBDIR/liborlan.so" | grep -q 'SONAME.*liborlan\.so\.[0-9]' || fail "no SONAME with a number"
-  diff -u --label accepted "$file" --label now <(host_symbols "$prefix/$LIBDIR/liborlan.so") ||
+  diff -u --label accepted "$file" --label now <(host_symbols "$prefix/$LIBDIR"/liborlan*.so) ||
     fail "The exported symbols changed. docs/compatibility.md says what that asks for; then run scripts/accept-symbols."
 }

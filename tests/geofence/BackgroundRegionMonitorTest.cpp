@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "geofence/Campaigns.hpp"
 #include "geofence/GeofenceHost.hpp"
 #include "orlan/geofence/BackgroundRegionMonitor.hpp"
@@ -269,6 +271,21 @@ TEST_F(BackgroundMonitor, BeingInsideIsRestoredForEveryLocationOfACampaign) {
   EXPECT_THAT(seen, Contains(starting)) << "they had ended by themselves";
   EXPECT_THAT(exit("camp_12_8"), Contains(HasSubstr("BG didExitRegion camp 12 at")));
   EXPECT_THAT(exit("camp_1_1"), Contains(HasSubstr("false exit from reset")));
+}
+
+TEST_F(BackgroundMonitor, BeingInsideSurvivesForIdsAtBothEnds) {
+  constexpr auto least = std::numeric_limits<std::int64_t>::min();
+  constexpr auto most = std::numeric_limits<std::int64_t>::max();
+  const CampaignPolygon low{square(home), campaign(least, most)};
+  const CampaignPolygon high{square(home), campaign(most, least)};
+  update({low, high});
+  enter("camp_-9223372036854775808_9223372036854775807");
+  enter("camp_9223372036854775807_-9223372036854775808");
+  const auto seen = update({low, high, {square(home), campaign(1, 1)}});
+  EXPECT_THAT(seen, Contains("• 🔄 Restored inside state for camp -9223372036854775808"));
+  EXPECT_THAT(seen, Contains("• 🔄 Restored inside state for camp 9223372036854775807"));
+  EXPECT_THAT(exit("camp_9223372036854775807_-9223372036854775808"),
+              Contains(HasSubstr("BG didExitRegion camp 9223372036854775807 at")));
 }
 
 TEST_F(BackgroundMonitor, WhoIsInsideACampaignThatGoesIsNotFollowed) {

@@ -29,6 +29,8 @@ TEST(PushDelivery, TheKeyNamesCampaignNotificationAndTrimmedDates) {
   };
   const Row rows[] = {{"plain", "S", "E", "Orlan.PushDeliveredAt.v1.42.7.S.E"},
                       {"padded", " S", "E\r\n", "Orlan.PushDeliveredAt.v1.42.7.S.E"},
+                      {"every white space and line break", "\u2028\u2029\u0085\u00A0\u3000\v\fS",
+                       "E\u200A\u202F\u1680", "Orlan.PushDeliveredAt.v1.42.7.S.E"},
                       {"blanks inside", "a b", "c\nd", "Orlan.PushDeliveredAt.v1.42.7.a b.c\nd"},
                       {"empty", "", " \t", "Orlan.PushDeliveredAt.v1.42.7.."}};
   for (const Row& row : rows) {
@@ -129,6 +131,15 @@ TEST_F(PushDispatchTest, WhatTheCentreRefusesIsTriedAgain) {
                             "INFO ✅ PUSH dispatch queued – scheduled 1, skipped 0",
                             "ERROR ❌ Failed to schedule PUSH notification id=7: not allowed"));
   }
+}
+
+TEST_F(PushDispatchTest, ASecondDispatchBeforeTheCentreAnsweredSchedulesAgain) {
+  push_->dispatch({{campaign(42, 0, {pushed(7)})}});
+  EXPECT_THAT(dispatch({campaign(42, 0, {pushed(7)})}),
+              testing::Contains("INFO ✅ PUSH dispatch queued – scheduled 1, skipped 0").Times(2));
+  EXPECT_THAT(host_.phone.scheduled(), SizeIs(2));
+  EXPECT_THAT(dispatch({campaign(42, 0, {pushed(7)})}),
+              testing::Contains("INFO ✅ PUSH dispatch queued – scheduled 0, skipped 1"));
 }
 
 TEST_F(PushDispatchTest, RequestsAreNamedAfterTheirDelivery) {

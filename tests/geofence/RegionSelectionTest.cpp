@@ -24,6 +24,15 @@ TEST(RegionSelection, TheCircleReachesTheFarthestVertexFromTheMean) {
   EXPECT_EQ(circleForVertices(std::vector<Coordinate>{{51.0, 0.0}})->radius, 0.0);
 }
 
+TEST(RegionSelection, ARingAcrossTheAntimeridianIsTakenInPlainDegrees) {
+  const auto circle =
+      circleForVertices(std::vector<Coordinate>{{0.0, 179.9}, {0.0, -179.9}, {1.0, -179.9}, {1.0, 179.9}});
+  ASSERT_TRUE(circle);
+  EXPECT_DOUBLE_EQ(circle->centre.latitude, 0.5);
+  EXPECT_NEAR(circle->centre.longitude, 0.0, 1e-9) << "the far side of the globe";
+  EXPECT_EQ(clampedRadius(circle->radius), 1000.0);
+}
+
 TEST(RegionSelection, WithoutAPlaceThereIsNoCircle) {
   const std::pair<const char*, std::vector<Coordinate>> rows[] = {
       {"no vertices", {}},

@@ -77,18 +77,18 @@ void Logger::write(std::string_view level, std::span<const std::string_view> mes
   File& file = this->file();
   const auto start = lineStart(clock_.now());
 
-  std::size_t size = 0;
+  const std::string prefix = std::string(start).append(level).append(kLevelEnd);
+  std::size_t size = messages.size() * (prefix.size() + 1);
+  for (const auto message : messages) size += message.size();
+  std::string text(size, '\n');
+  std::vector<ConsoleLine> lines(messages.size());
+  char* at = text.data();
+  auto* next = lines.data();
   for (const auto message : messages) {
-    size += start.size() + level.size() + kLevelEnd.size() + message.size() + 1;
-  }
-  std::string text;
-  text.reserve(size);  // exact: the lines are views into it
-  std::vector<ConsoleLine> lines;
-  lines.reserve(messages.size());
-  for (const auto message : messages) {
-    const std::size_t at = text.size();
-    text.append(start).append(level).append(kLevelEnd).append(message).push_back('\n');
-    lines.push_back({level, message, std::string_view(text).substr(at)});
+    char* const from = at;
+    at = std::copy_n(prefix.data(), prefix.size(), at);
+    at = std::copy_n(message.data(), message.size(), at) + 1;
+    *next++ = {level, message, {from, static_cast<std::size_t>(at - from)}};
   }
 
   console_.print(lines);

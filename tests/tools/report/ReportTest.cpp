@@ -24,7 +24,8 @@ ReportData rideThrough(const std::string& name) {
   data.areas = {{7, 70, name, {{51.0, -1.0}, {51.0, -0.9}, {51.1, -0.9}}}};
   data.fixes = {{Duration(0), {51.0, -1.0}, 5.0}, {std::chrono::minutes(5), {51.05, -0.95}, 5.0}};
   data.crossings = {{std::chrono::minutes(5), true, "foreground", 7, 70, name, Coordinate{51.05, -0.95}}};
-  data.notifications = {{std::chrono::minutes(5), "id", name, name, "presented", Coordinate{51.05, -0.95}}};
+  data.notifications = {
+      {1, std::chrono::minutes(5), {"id", {name, name}}, "presented", Coordinate{51.05, -0.95}}};
   data.requests = {{std::chrono::minutes(5), "POST", "/x?" + name, name}};
   data.moments = {{std::chrono::minutes(5), "error", name}};
   return data;

@@ -1,5 +1,7 @@
 # One folder, one object library; orlan_floor() and orlan_suite() keep every CMakeLists.txt to one line a room.
 
+include(GNUInstallDirs)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -57,7 +59,7 @@ function(orlan_library name)
     foreach(room IN LISTS arg_ROOMS)
       target_sources(${kind} PRIVATE $<TARGET_OBJECTS:${room}>)
     endforeach()
-    target_include_directories(${kind} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:include>)
+    target_include_directories(${kind} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_compile_features(${kind} PUBLIC cxx_std_20)
     target_link_libraries(${kind} PRIVATE ${arg_NEEDS})
     set_target_properties(${kind} PROPERTIES OUTPUT_NAME ${file} EXPORT_NAME ${short} LINKER_LANGUAGE CXX

@@ -1,6 +1,5 @@
 # What `cmake --install` lays down. Components: development (headers, CMake package, pkg-config files), static, shared,
 # program.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/Orlan)
 set(here ${PROJECT_SOURCE_DIR}/cmake/package)
@@ -56,6 +55,7 @@ list(FILTER standard INCLUDE REGEX "c\\+\\+")
 list(TRANSFORM standard PREPEND -l)
 string(REPLACE ";" " " standard "${standard} -lpthread -lm")
 file(RELATIVE_PATH prefix ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" prefix ${prefix})
 function(orlan_pkgconfig file description requires private)
   configure_file(${here}/orlan.pc.in ${PROJECT_BINARY_DIR}/${file}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${file}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)

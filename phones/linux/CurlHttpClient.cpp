@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 #include "phones/linux/HttpCall.hpp"
 #include "phones/linux/HttpTransfer.hpp"
 #include "phones/linux/Threads.hpp"

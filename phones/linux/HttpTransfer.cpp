@@ -6,7 +6,7 @@
 
 #include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 
 namespace orlan::linuxphone {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 
 namespace orlan::sim {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 #include "phones/common/storageRules.hpp"
 
 namespace orlan::phone {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 
 namespace orlan::report {
 

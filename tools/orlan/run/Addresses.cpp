@@ -1,7 +1,7 @@
 #include "tools/orlan/run/Addresses.hpp"
 
 #include "orlan/base/text.hpp"
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 
 namespace orlan::run {
 

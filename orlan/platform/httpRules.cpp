@@ -1,4 +1,4 @@
-#include "phones/common/httpRules.hpp"
+#include "orlan/platform/httpRules.hpp"
 
 #include <algorithm>
 #include <cstdint>

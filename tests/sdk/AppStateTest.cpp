@@ -55,6 +55,34 @@ TEST(AppState, EverySignalCountsAndTheMonitorSaysNothingTwice) {
   EXPECT_EQ(again.at(8), "📱 Background mode active - only BG notifications will fire");
 }
 
+TEST(AppState, BeforeTheRegistrationAnswersNobodyHearsSignals) {
+  SimulatedHost host;
+  host.plugin().start("KEY", Config::Environment::staging, {}, host.delegate);
+  host.phone.application().moveTo(ApplicationState::background);
+  host.world.runFor(1s);
+  EXPECT_TRUE(host.seen.has("log • 📱 Initial app state check: BACKGROUND"));
+  EXPECT_TRUE(host.seen.has("log • 📱 Initial app state: BACKGROUND"));
+  EXPECT_FALSE(host.seen.has("log • 📱 Transition #1: ACTIVE → BACKGROUND"));
+}
+
+// Out of order, and while the first campaigns are on their way.
+TEST(AppState, TheLastSignalDecidesWhoReacts) {
+  SimulatedHost host({.location = {.position = Location{{51.5, -0.12}, 5.0, {}}}});
+  host.plugin().start("KEY", Config::Environment::staging, {}, host.delegate);
+  host.world.runFor(60ms);  // registered, the fetch under way
+  for (const auto signal : {ApplicationSignal::didBecomeActive, ApplicationSignal::willEnterForeground,
+                            ApplicationSignal::didEnterBackground, ApplicationSignal::willResignActive}) {
+    host.phone.application().raise(signal);
+  }
+  host.world.runFor(1s);
+  const auto lines = host.seen.after("log • ");
+  EXPECT_THAT(lines, ::testing::IsSupersetOf({"📱 Transition #1: ACTIVE → FOREGROUND",
+                                              "📱 Transition #2: ACTIVE → BACKGROUND",
+                                              "🎯 FG-Monitor loaded 0 polygon geofences"}));
+  EXPECT_THAT(lines, ::testing::Contains("🔴 FG-Monitor stopped").Times(1));
+  EXPECT_THAT(lines, ::testing::Contains("⏸️  BG-Monitor paused (foreground mode)").Times(1));
+}
+
 TEST(AppState, TheOtherTwoSignalsAreOnlyNoted) {
   SimulatedHost host;
   host.start();

@@ -17,7 +17,8 @@ bool isVisibleAscii(char c) {
 
 // A control character inside a header line would end it and begin another; a tab is allowed there.
 bool isControl(char c) {
-  return (c >= '\0' && c < ' ' && c != '\t') || c == '\x7f';
+  const auto byte = static_cast<unsigned char>(c);  // a plain char is signed on some machines only
+  return (byte < ' ' && byte != '\t') || byte == 0x7f;
 }
 
 bool isToken(std::string_view text) {

@@ -13,10 +13,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Headers that differ between machines.
-set(CMAKE_C_STANDARD_INCLUDE_DIRECTORIES ${ORLAN_ARM_ROOT}/usr/include/aarch64-linux-gnu)
-set(CMAKE_CXX_STANDARD_INCLUDE_DIRECTORIES ${ORLAN_ARM_ROOT}/usr/include/aarch64-linux-gnu)
-
 # What the libraries need in turn lies beside them, too.
 set(libraries ${ORLAN_ARM_ROOT}/usr/lib/aarch64-linux-gnu)
 set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,-rpath-link,${libraries})

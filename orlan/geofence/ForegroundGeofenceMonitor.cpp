@@ -168,6 +168,11 @@ void ForegroundGeofenceMonitor::start(const std::shared_ptr<LocationManager>& /*
   parts_->services.logger.breadcrumb("🟢 FG-Monitor started (live GPS)");
 }
 
+bool ForegroundGeofenceMonitor::isRunning() const {
+  parts_->main.assertCurrent();
+  return parts_->isInForeground;
+}
+
 void ForegroundGeofenceMonitor::stop() {
   parts_->main.assertCurrent();
   parts_->isInForeground = false;

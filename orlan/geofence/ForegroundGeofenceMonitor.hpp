@@ -42,6 +42,7 @@ class ForegroundGeofenceMonitor : public PolygonSink {
   /// The location manager is not used: the monitor owns one.
   void start(const std::shared_ptr<LocationManager>& with);
   void stop();
+  [[nodiscard]] bool isRunning() const;
 
   /// Replaces what is watched; who is inside what stays known.
   void updatePolygons(const std::vector<CampaignPolygon>& polygons);

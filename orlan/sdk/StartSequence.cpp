@@ -121,6 +121,9 @@ void StartSequence::startServices() {
     services_.backgroundMonitor->pauseMonitoring();
     logger_.breadcrumb("📱 Pre-paused BG monitor (app in foreground)");
   } else {
+    // After an earlier start it may still run: nobody heard signals while this start was under way.
+    ForegroundGeofenceMonitor* const foreground = services_.foregroundMonitor.ifBuilt();
+    if (foreground != nullptr && foreground->isRunning()) foreground->stop();
     services_.backgroundMonitor->resumeMonitoring();
     logger_.breadcrumb("📱 BG monitor active (app in background)");
   }

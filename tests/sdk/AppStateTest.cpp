@@ -83,6 +83,19 @@ TEST(AppState, TheLastSignalDecidesWhoReacts) {
   EXPECT_THAT(lines, ::testing::Contains("⏸️  BG-Monitor paused (foreground mode)").Times(1));
 }
 
+TEST(AppState, LeavingWhileASecondStartIsUnderWayHandsOverToo) {
+  SimulatedHost host;
+  host.start();
+  host.plugin().start("OTHER KEY", Config::Environment::staging, {}, host.delegate);
+  host.phone.application().moveTo(ApplicationState::background);
+  host.seen.lines.clear();
+  host.world.runFor(1s);
+  const auto monitors = host.seen.after("log • ");
+  EXPECT_THAT(monitors, ::testing::Contains("🔴 FG-Monitor stopped").Times(1));
+  EXPECT_THAT(monitors, ::testing::Contains("▶️  BG-Monitor resumed (background mode)").Times(1));
+  EXPECT_FALSE(host.services().foregroundMonitor->isRunning());
+}
+
 TEST(AppState, TheOtherTwoSignalsAreOnlyNoted) {
   SimulatedHost host;
   host.start();

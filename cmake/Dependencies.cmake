@@ -20,4 +20,4 @@ target_link_libraries(orlan_core_dependencies INTERFACE fmt::fmt simdjson::simdj
                                                         utf8proc::utf8proc Threads::Threads)
 
 # Bottom to top.
-set(ORLAN_FLOORS base platform logging campaigns surveys backend geofence notifications sdk)
+set(ORLAN_FLOORS base platform logging campaigns surveys backend geofence notifications sdk c)

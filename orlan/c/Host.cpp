@@ -1,0 +1,89 @@
+#include "orlan/c/Host.hpp"
+
+#include <atomic>
+#include <utility>
+
+#include "orlan/c/Values.hpp"
+
+namespace orlan::c {
+namespace {
+
+std::atomic<Host*> installed = nullptr;
+
+Misuse notInstalled() {
+  return {ORLAN_NOT_INSTALLED, "orlan_install comes first"};
+}
+
+Config::Environment environmentOf(const orlan_base_url& base) {
+  if (base.environment < ORLAN_DEVELOPMENT || base.environment > ORLAN_NIGHTLY) {
+    throw Misuse{ORLAN_INVALID_ARGUMENT, "base_urls: there is no such environment"};
+  }
+  return environmentFromBridged(base.environment);
+}
+
+void set(BaseUrls& urls, const orlan_base_url& base) {
+  const auto environment = environmentOf(base);
+  std::string url(text(base.url, "base_urls.url"));
+  Result<void> taken;
+  if (base.family == ORLAN_PLATFORM_API) {
+    taken = urls.setPlatform(environment, std::move(url));
+  } else if (base.family == ORLAN_TRANSMISSION_LAYER) {
+    taken = urls.setTransmission(environment, std::move(url));
+  } else {
+    throw Misuse{ORLAN_INVALID_ARGUMENT, "base_urls: there is no such family"};
+  }
+  if (!taken) throw Misuse{ORLAN_INVALID_ARGUMENT, "base_urls: " + taken.error().description};
+}
+
+RuntimeOptions optionsFrom(const orlan_options* given) {
+  const auto table = tableFrom(given, "options");
+  RuntimeOptions options;
+  if (table.base_url_count > 0) needed(table.base_urls, "base_urls");
+  for (std::size_t i = 0; i < table.base_url_count; ++i) set(options.urls, table.base_urls[i]);
+  return options;
+}
+
+}  // namespace
+
+Host& hostOnAnyThread() {
+  Host* const host = installed.load();
+  if (host == nullptr) throw notInstalled();
+  return *host;
+}
+
+Host& hostOnMain() {
+  Host& host = hostOnAnyThread();
+  if (!host.platform.main.isCurrent()) throw Misuse{ORLAN_WRONG_THREAD, "not on the main thread"};
+  return host;
+}
+
+bool isInstalled(const PhoneModel& phone) {
+  const Host* const host = installed.load();
+  return host != nullptr && host->phone.get() == &phone;
+}
+
+}  // namespace orlan::c
+
+using namespace orlan::c;
+
+orlan_status orlan_install(orlan_phone* phone, const orlan_options* options) {
+  return guarded(__func__, [&] {
+    auto host = std::make_unique<Host>(phoneOf(phone));
+    assertMain(*host->phone);
+    if (installed.load() != nullptr) throw Misuse{ORLAN_BUSY, "a phone is installed already"};
+    const auto done = orlan::Runtime::install(host->platform, optionsFrom(options));
+    if (!done) throw Misuse{ORLAN_BUSY, done.error().description};
+    installed.store(host.release());
+  });
+}
+
+orlan_status orlan_uninstall(void) {
+  const bool nested = Inside::any();
+  return guarded(__func__, [&] {
+    static_cast<void>(hostOnMain());
+    if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
+    const std::unique_ptr<Host> ending(
+        installed.exchange(nullptr));  // what is called meanwhile finds nothing
+    orlan::Runtime::uninstall();
+  });
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+
+#include "orlan/c/install.h"
+#include "orlan/platform/Platform.hpp"
+
+namespace orlan::c {
+
+/// What is behind an `orlan_phone`. A ready-made phone derives from this and hands itself out by `handleOf`.
+class PhoneModel {
+ public:
+  PhoneModel() = default;
+  PhoneModel(const PhoneModel&) = delete;
+  PhoneModel& operator=(const PhoneModel&) = delete;
+  virtual ~PhoneModel();
+
+  [[nodiscard]] virtual Platform platform() = 0;
+};
+
+/// A handle for a new phone. No handle is ever used twice, so that one that was freed stays wrong.
+[[nodiscard]] orlan_phone* handleOf(std::shared_ptr<PhoneModel> phone);
+
+/// The phone; a `Misuse` when there is none. Any thread: the result keeps it alive.
+[[nodiscard]] std::shared_ptr<PhoneModel> phoneOf(orlan_phone* handle);
+
+[[noreturn]] void throwOtherKind();
+
+/// The phone as the kind that a function wants; a `Misuse` when it is another.
+template <class Model>
+[[nodiscard]] std::shared_ptr<Model> phoneOf(orlan_phone* handle) {
+  auto phone = std::dynamic_pointer_cast<Model>(phoneOf(handle));
+  if (!phone) throwOtherKind();
+  return phone;
+}
+/// A `Misuse` unless the caller is on the phone's main thread.
+void assertMain(PhoneModel& phone);
+
+}  // namespace orlan::c

@@ -1,0 +1,115 @@
+#include "orlan/c/TableHttp.hpp"
+
+#include <condition_variable>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "orlan/c/Guard.hpp"
+#include "orlan/c/Values.hpp"
+#include "orlan/platform/httpRules.hpp"
+
+namespace orlan::c {
+
+/// One request: answered once, unless it is cancelled first.
+struct TableHttp::Call {
+  explicit Call(HttpDone handler) : done(std::move(handler)) {}
+
+  void deliver(const Result<HttpReply>& outcome) {
+    {
+      const std::lock_guard lock(mutex);
+      if (over) return;
+      over = true;
+      runsOn = std::this_thread::get_id();
+    }
+    done(outcome);
+    done = nullptr;  // what it holds ends before a canceller goes on
+    const std::lock_guard lock(mutex);
+    runsOn = {};
+    ended.notify_all();
+  }
+
+  /// Afterwards `done` does not run, unless the caller is `done` itself.
+  void cancel() {
+    std::unique_lock lock(mutex);
+    over = true;
+    if (runsOn == std::this_thread::get_id()) return;
+    ended.wait(lock, [this] { return runsOn == std::thread::id(); });
+  }
+
+  std::mutex mutex;
+  std::condition_variable ended;
+  HttpDone done;
+  bool over = false;
+  std::thread::id runsOn;
+};
+
+namespace {
+
+void hand(const orlan_http_functions& table, orlan_id id, const HttpRequest& request) {
+  std::vector<orlan_header> headers;
+  headers.reserve(request.headers.size());
+  for (const auto& [name, value] : request.headers) headers.push_back({lent(name), lent(value)});
+  orlan_http_request out{};
+  out.struct_size = sizeof out;
+  out.method = lent(request.method);
+  out.url = lent(request.url);
+  out.headers = headers.data();
+  out.header_count = headers.size();
+  out.body = lent(request.body);
+  out.timeout = request.timeout.count();
+  call(table.send, table.context, id, &out);
+}
+
+}  // namespace
+
+TableHttp::TableHttp(const orlan_http_functions& table, Queues& queues, std::shared_ptr<Tasks> ids)
+    : table_(table), queues_(queues), ids_(std::move(ids)) {}
+
+TableHttp::~TableHttp() = default;
+
+std::shared_ptr<TableHttp::Call> TableHttp::Waiting::take(orlan_id id) {
+  const std::lock_guard lock(mutex);
+  const auto node = calls.extract(id);
+  return node.empty() ? nullptr : node.mapped();
+}
+
+SerialQueue& TableHttp::queue() {
+  std::call_once(made_, [this] { queue_ = queues_.make("com.orlan.http"); });
+  return *queue_;
+}
+
+bool TableHttp::isUrl(std::string_view text) const {
+  return phone::isAcceptableUrl(text);
+}
+
+Subscription TableHttp::send(HttpRequest request, HttpDone done) {
+  const orlan_id id = ids_->nextId();
+  auto sent = std::make_shared<Call>(std::move(done));
+  queue();
+  {
+    const std::lock_guard lock(waiting_->mutex);
+    waiting_->calls.emplace(id, sent);
+  }
+  if (const auto why = phone::refusal(request)) {
+    answer(id, Unexpected(*why));
+  } else if (table_.send == nullptr) {
+    answer(id, Unexpected(urlErrors::cannotConnectToHost()));
+  } else {
+    hand(table_, id, request);
+  }
+  return Subscription::onCancel([waiting = std::weak_ptr(waiting_), table = table_, sent, id] {
+    sent->cancel();
+    const auto living = waiting.lock();
+    if (living && living->take(id)) call(table.cancel, table.context, id);
+  });
+}
+
+bool TableHttp::answer(orlan_id call, Result<HttpReply> outcome) {
+  auto waited = waiting_->take(call);
+  if (!waited) return false;
+  queue().async([waited = std::move(waited), outcome = std::move(outcome)] { waited->deliver(outcome); });
+  return true;
+}
+
+}  // namespace orlan::c

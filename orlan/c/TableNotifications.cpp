@@ -1,0 +1,135 @@
+#include "orlan/c/TableNotifications.hpp"
+
+#include <utility>
+
+#include "orlan/c/Guard.hpp"
+#include "orlan/c/Notifications.hpp"
+
+namespace orlan::c {
+
+void TableNotifications::setDelegate(std::weak_ptr<NotificationCenterDelegate> delegate) {
+  main_.assertCurrent();
+  delegate_ = std::move(delegate);
+}
+
+std::shared_ptr<NotificationCenterDelegate> TableNotifications::delegate() const {
+  main_.assertCurrent();
+  return delegate_.lock();
+}
+
+orlan_id TableNotifications::ask(Answer answer) {
+  const orlan_id id = ids_->nextId();
+  const std::lock_guard lock(mutex_);
+  questions_.emplace(id, std::move(answer));
+  return id;
+}
+
+bool TableNotifications::answer(orlan_id question, Result<std::int64_t> outcome) {
+  std::map<orlan_id, Answer>::node_type node;
+  {
+    const std::lock_guard lock(mutex_);
+    node = questions_.extract(question);
+  }
+  if (node.empty()) return false;
+  main_.async([answer = std::move(node.mapped()), outcome = std::move(outcome)] { answer(outcome); });
+  return true;
+}
+
+void TableNotifications::add(NotificationRequest request, std::function<void(Result<void>)> done) {
+  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+    done(outcome ? Result<void>() : Result<void>(Unexpected(outcome.error())));
+  });
+  if (table_.add == nullptr) {
+    answer(question, 0);
+    return;
+  }
+  const LentNotification out(request);
+  call(table_.add, table_.context, out.get(), question);
+}
+
+void TableNotifications::requestAuthorization(std::uint32_t options, std::function<void(Result<bool>)> done) {
+  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+    done(outcome ? Result<bool>(*outcome != 0) : Result<bool>(Unexpected(outcome.error())));
+  });
+  if (table_.request_authorization == nullptr) {
+    answer(question, 1);
+    return;
+  }
+  call(table_.request_authorization, table_.context, options, question);
+}
+
+void TableNotifications::authorizationStatus(std::function<void(NotificationAuthorization)> done) {
+  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+    const auto known = outcome ? fromRawValue<NotificationAuthorization>(*outcome) : std::nullopt;
+    done(known.value_or(NotificationAuthorization::notDetermined));
+  });
+  if (table_.authorization == nullptr) {
+    answer(question, ORLAN_NOTIFICATIONS_AUTHORIZED);
+    return;
+  }
+  call(table_.authorization, table_.context, question);
+}
+
+void TableNotifications::present(const NotificationRequest& request,
+                                 std::function<void(std::uint32_t)> shown) {
+  if (const auto listener = delegate()) {
+    listener->willPresent(request, std::move(shown));
+  } else {
+    shown(0);
+  }
+}
+
+void TableNotifications::tap(const NotificationResponse& response, std::function<void()> done) {
+  if (const auto listener = delegate()) {
+    listener->didReceive(response, std::move(done));
+  } else {
+    done();
+  }
+}
+
+ApplicationState TableApplication::state() const {
+  if (table_.state == nullptr) return state_;
+  const auto state = call(table_.state, table_.context);
+  return state >= ORLAN_STATE_ACTIVE && state <= ORLAN_STATE_BACKGROUND ? static_cast<ApplicationState>(state)
+                                                                        : ApplicationState::background;
+}
+
+Subscription TableApplication::observe(ApplicationSignal signal, std::function<void()> handler) {
+  return signals_[static_cast<std::size_t>(signal)].subscribe(
+      [handler = std::move(handler)](const ApplicationSignal&) { handler(); });
+}
+
+void TableApplication::registerForRemoteNotifications() {
+  call(table_.register_for_push, table_.context);
+}
+
+void TableApplication::raise(ApplicationSignal signal) {
+  signals_[static_cast<std::size_t>(signal)].send(signal);
+}
+
+void TableApplication::signal(std::int32_t signal) {
+  if (signal < ORLAN_DID_ENTER_BACKGROUND || signal > ORLAN_WILL_RESIGN_ACTIVE) {
+    throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such signal"};
+  }
+  raise(static_cast<ApplicationSignal>(signal));
+}
+
+void TableApplication::moveTo(std::int32_t state) {
+  if (table_.state != nullptr) throw Misuse{ORLAN_INVALID_ARGUMENT, "the phone has a state of its own"};
+  if (state < ORLAN_STATE_ACTIVE || state > ORLAN_STATE_BACKGROUND) {
+    throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such state"};
+  }
+  const auto next = static_cast<ApplicationState>(state);
+  if (next == state_) return;
+  if (state_ == ApplicationState::active) {
+    state_ = ApplicationState::inactive;
+    raise(ApplicationSignal::willResignActive);
+  } else if (state_ == ApplicationState::background) {
+    raise(ApplicationSignal::willEnterForeground);
+  }
+  state_ = next;
+  if (next == ApplicationState::background) raise(ApplicationSignal::didEnterBackground);
+  if (next == ApplicationState::active) raise(ApplicationSignal::didBecomeActive);
+}
+
+}  // namespace orlan::c

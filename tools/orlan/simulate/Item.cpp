@@ -23,6 +23,14 @@ std::string shown(const json::Value& value) {
   return start.size() == text.size() ? text : std::string(start) + "…";
 }
 
+/// 3 and 3.0, as JSON does not tell them apart.
+std::optional<std::int64_t> wholeNumber(const json::Value& value) {
+  if (const std::int64_t* whole = value.integer()) return *whole;
+  const double* real = value.real();
+  if (real == nullptr || std::trunc(*real) != *real || std::fabs(*real) >= 9e15) return std::nullopt;
+  return static_cast<std::int64_t>(*real);
+}
+
 std::string quoted(std::string_view word) {
   return json::print(json::Value(word));
 }
@@ -66,18 +74,14 @@ std::string Item::string() const {
 }
 
 std::int64_t Item::integer() const {
-  if (const std::int64_t* whole = value().integer()) return *whole;
-  const double* real = value().real();
-  if (real != nullptr && std::trunc(*real) == *real && std::fabs(*real) < 9e15) {
-    return static_cast<std::int64_t>(*real);
-  }
+  if (const auto whole = wholeNumber(value())) return *whole;
   expected("an integer");
   return 0;
 }
 
 std::int64_t Item::integer(std::int64_t min, std::int64_t max) const {
-  const std::int64_t* whole = value().integer();
-  if (whole != nullptr && *whole >= min && *whole <= max) return *whole;
+  const auto whole = wholeNumber(value());
+  if (whole && *whole >= min && *whole <= max) return *whole;
   expected("an integer from " + std::to_string(min) + " to " + std::to_string(max));
   return min;
 }

@@ -5,6 +5,7 @@
 
 #include "orlan/base/text.hpp"
 #include "phones/linux/disk.hpp"
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 
 namespace orlan::simulate {
@@ -26,8 +27,7 @@ void readUntil(const Item& until, Scenario& scenario) {
 
 Scenario read(const Item& root, const Files& files) {
   Scenario scenario;
-  const Members members =
-      root.members({"name", "start", "seed", "device", "backend", "hosts", "steps", "until"});
+  const Members members = root.members(keys::scenario);
   scenario.name = members.string("name", "");
   if (members.has("start")) scenario.world.start = members.dateTime("start");
   if (members.has("seed")) scenario.world.seed = static_cast<std::uint64_t>(members["seed"].integer());

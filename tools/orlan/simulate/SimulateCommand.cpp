@@ -20,6 +20,7 @@ constexpr const char* examples = R"(Examples:
   orlan simulate walk.json
   orlan simulate walk.json --only notification,delegate
   orlan simulate walk.json --transcript walk.jsonl --report walk.html --quiet
+  orlan simulate --schema
 
 Exit status: 0 played to the end; 2 the scenario is not valid (the message says where); 1 anything else.)";
 
@@ -45,9 +46,7 @@ void addSimulateCommand(CLI::App& app, int& exitCode) {
   auto options = std::make_shared<SimulateOptions>();
   CLI::App* command = app.add_subcommand("simulate", description);
   command->footer(eventList() + "\n\n" + examples);
-  command->add_option("scenario", options->scenario, "the scenario to play")
-      ->required()
-      ->type_name("SCENARIO.json");
+  command->add_option("scenario", options->scenario, "the scenario to play")->type_name("SCENARIO.json");
   command->add_option("--transcript", options->transcript, "write the transcript to a file")
       ->type_name("OUT.jsonl");
   command->add_option("--only", options->only, "keep only these events and \"end\"")
@@ -57,7 +56,12 @@ void addSimulateCommand(CLI::App& app, int& exitCode) {
                    "write a self-contained HTML page: map, timeline, notifications")
       ->type_name("FILE.html");
   command->add_flag("--quiet", options->quiet, "no summary on standard error");
-  command->callback([options, &exitCode] { exitCode = simulate(*options); });
+  command->add_flag("--schema", options->schema,
+                    "print what a scenario may be, as JSON Schema, and play none");
+  command->callback([options, &exitCode] {
+    if (options->scenario.empty() && !options->schema) throw CLI::RequiredError("scenario");
+    exitCode = simulate(*options);
+  });
 }
 
 }  // namespace orlan::simulate

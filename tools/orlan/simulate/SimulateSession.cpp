@@ -13,6 +13,7 @@
 #include "tools/orlan/simulate/ScenarioReader.hpp"
 #include "tools/orlan/simulate/Tally.hpp"
 #include "tools/orlan/simulate/Timeline.hpp"
+#include "tools/orlan/simulate/schema.hpp"
 #include "tools/orlan/simulate/spelling.hpp"
 
 namespace orlan::simulate {
@@ -91,9 +92,18 @@ Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& tr
   return collector.data();
 }
 
+int printSchema() {
+  auto output = output::OutputFile::open("");
+  if (!output) return complain(failed, output.error().description);
+  output->write(scenarioSchema());
+  const auto written = output->finish();
+  return written ? played : complain(failed, written.error().description);
+}
+
 }  // namespace
 
 int simulate(const SimulateOptions& options) {
+  if (options.schema) return printSchema();
   const auto events = chosenEvents(options.only);
   if (!events) return complain(failed, events.error().description);
   const auto scenario = readScenario(options.scenario);

@@ -12,6 +12,7 @@ struct SimulateOptions {
   std::optional<std::string> only;  // events to keep, separated by commas; none: all
   std::string report;               // HTML file; empty: none
   bool quiet = false;               // no summary on standard error
+  bool schema = false;              // only write what a scenario may be
 };
 
 /// One whole `orlan simulate`. Exit status: 0 played to the end, 2 the scenario is not valid (no file was

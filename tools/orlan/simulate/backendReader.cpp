@@ -1,4 +1,5 @@
 #include "orlan/base/text.hpp"
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 
 namespace orlan::simulate {
@@ -43,8 +44,7 @@ sim::HttpAnswer readFault(const Item& error) {
 }
 
 sim::HttpAnswer readAnswer(const Item& item, const Files& files) {
-  const Members members =
-      item.members({"status", "headers", "json", "text", "base64", "file", "error", "delay"});
+  const Members members = item.members(keys::response);
   members.excludes("error", {"status", "headers", "json", "text", "base64", "file"});
   const Item status = members["status"];
   const sim::HttpAnswer answer =
@@ -57,7 +57,7 @@ sim::HttpAnswer readAnswer(const Item& item, const Files& files) {
 }
 
 Route readRoute(const Item& item, const Files& files) {
-  const Members members = item.members({"method", "path", "responses"});
+  const Members members = item.members(keys::route);
   Route route{members["method"].string(), members["path"].string(), {}};
   const auto responses = members["responses"].elements();
   if (responses.empty()) members["responses"].mistaken("expected at least one response");
@@ -92,7 +92,7 @@ std::vector<Route> readBackend(const Item& backend, const Files& files) {
 BaseUrls readHosts(const Item& hosts) {
   BaseUrls urls = BaseUrls::builtIn();
   if (!hosts.isThere()) return urls;
-  const Members families = hosts.members({"platform", "transmission"});
+  const Members families = hosts.members(keys::hosts);
   readFamily(families["platform"], urls, &BaseUrls::setPlatform);
   readFamily(families["transmission"], urls, &BaseUrls::setTransmission);
   return urls;

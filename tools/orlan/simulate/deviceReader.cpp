@@ -1,19 +1,14 @@
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <filesystem>
 
 #include "orlan/base/text.hpp"
 #include "phones/linux/PropertyList.hpp"
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 
 namespace orlan::simulate {
 namespace {
-
-constexpr auto keys = std::to_array<std::string_view>(
-    {"vendorIdentifier", "systemVersion", "model", "name", "locale", "timeZone", "bundle", "plist",
-     "application", "locationAuthorization", "locationAuthorizationAfterRequest", "notificationAuthorization",
-     "grantNotifications", "notificationFailure", "position", "regions", "store", "files"});
 
 constexpr std::string_view uuidForm = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
 
@@ -52,7 +47,7 @@ std::optional<json::Object> readPropertyList(const Item& item, const Files& file
 }
 
 void readBundle(const Item& item, sim::DeviceSettings& device) {
-  const Members bundle = item.members({"identifier", "info"});
+  const Members bundle = item.members(keys::bundle);
   if (const Item identifier = bundle["identifier"]; identifier.isNull()) {
     device.bundleIdentifier.reset();
   } else if (identifier.isThere()) {
@@ -91,7 +86,7 @@ phone::LocationSettings readLocation(const Members& device, TimePoint start) {
         {{"automatic", phone::RegionEvents::automatic}, {"manual", phone::RegionEvents::manual}});
   }
   if (const Item position = device["position"]; position.isThere()) {
-    const Fix fix = readFix(position.members(fixKeys));
+    const Fix fix = readFix(position.members(keys::fix));
     settings.position = Location{fix.coordinate, fix.accuracy, start};
   }
   return settings;
@@ -122,7 +117,7 @@ phone::NotificationSettings readNotifications(const Members& device) {
 sim::PhoneSettings readDevice(const Item& item, TimePoint start, const Files& files) {
   sim::PhoneSettings phone;
   if (!item.isThere()) return phone;
-  const Members device = item.members(keys);
+  const Members device = item.members(keys::device);
   readDescription(device, files, phone.device);
   if (const Item zone = device["timeZone"]; zone.isThere()) {
     const auto known = sim::TimeZone::named(zone.string());

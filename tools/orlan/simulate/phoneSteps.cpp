@@ -1,4 +1,5 @@
 // What happens to the phone.
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
@@ -12,7 +13,7 @@ Action readFixes(const Members& step, const Files&) {
     batch.fixes.push_back(readFix(step));
     return batch;
   }
-  for (const Item& fix : step["fixes"].elements()) batch.fixes.push_back(readFix(fix.members(fixKeys)));
+  for (const Item& fix : step["fixes"].elements()) batch.fixes.push_back(readFix(fix.members(keys::fix)));
   return batch;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <vector>
 
@@ -22,7 +21,6 @@ namespace orlan::simulate {
 
 /// A fix among members that may hold more than that.
 [[nodiscard]] Fix readFix(const Members& members);
-inline constexpr std::array<std::string_view, 3> fixKeys{"latitude", "longitude", "accuracy"};
 
 [[nodiscard]] LocationAuthorization readLocationAuthorization(const Item& status);
 [[nodiscard]] NotificationAuthorization readNotificationAuthorization(const Item& status);

@@ -1,5 +1,6 @@
 // A host reports what a person did with a survey.
 #include "tools/orlan/simulate/Caller.hpp"
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
 namespace orlan::simulate {
@@ -8,14 +9,14 @@ namespace {
 std::vector<ChoiceSelection> readSelections(const Item& item) {
   std::vector<ChoiceSelection> selections;
   for (const Item& selection : item.elements()) {
-    selections.push_back({selection.members({"choice_id"})["choice_id"].integer()});
+    selections.push_back({selection.members(keys::selection)["choice_id"].integer()});
   }
   return selections;
 }
 
 /// An answer in its JSON form.
 SurveyAnswer readAnswer(const Item& item) {
-  const Members members = item.members({"question_id", "type", "value", "choice"});
+  const Members members = item.members(keys::answer);
   SurveyAnswer answer{members["question_id"].integer(), members["type"].string(), members["value"].string(),
                       std::nullopt};
   if (const Item choice = members["choice"]; choice.isThere() && !choice.isNull()) {

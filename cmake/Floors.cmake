@@ -19,7 +19,8 @@ endif()
 
 add_library(orlan_flags INTERFACE)
 target_compile_features(orlan_flags INTERFACE cxx_std_20)
-target_compile_options(orlan_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wconversion
+target_compile_options(orlan_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow
+                                             $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> -Wconversion
                                              -Wno-sign-conversion -Wno-missing-field-initializers)
 # Compilers for Arm fuse `a * b + c` into one rounding by default, which moves points across the edges of polygons: the
 # answers are to be the same bits on every machine.

@@ -21,7 +21,8 @@ TEST(RegionSelection, TheCircleReachesTheFarthestVertexFromTheMean) {
   EXPECT_DOUBLE_EQ(circle->centre.latitude, 51.1);
   EXPECT_DOUBLE_EQ(circle->centre.longitude, 0.1);
   EXPECT_EQ(circle->radius, distance(circle->centre, ring[2]));
-  EXPECT_EQ(circleForVertices(std::vector<Coordinate>{{51.0, 0.0}})->radius, 0.0);
+  // GeographicLib comes with the system, whose compiler may have fused its multiplications and additions.
+  EXPECT_NEAR(circleForVertices(std::vector<Coordinate>{{51.0, 0.0}})->radius, 0.0, 1e-9);
 }
 
 TEST(RegionSelection, ARingAcrossTheAntimeridianIsTakenInPlainDegrees) {

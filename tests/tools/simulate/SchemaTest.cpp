@@ -8,6 +8,7 @@
 #include <map>
 #include <set>
 
+#include "tools/orlan/simulate/Player.hpp"
 #include "tools/orlan/simulate/ScenarioReader.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/schema.hpp"
@@ -76,6 +77,37 @@ TEST(Schema, AcceptsOurScenarios) {
     ++scenarios;
   }
   EXPECT_GT(scenarios, 0U);
+}
+
+TEST(Schema, AcceptsTheFirstScenarioOfTheDocumentation) {
+  const std::string page = fileText(fs::path(ORLAN_SOURCE_DIR) / "docs" / "scenario-format.md");
+  const std::string_view fence = "```json\n";
+  const auto begin = page.find(fence) + fence.size();
+  const std::string first = page.substr(begin, page.find("```", begin) - begin);
+  EXPECT_TRUE(schemaAccepts(first)) << first;
+  const auto scenario = parseScenario(first, "", "");
+  ASSERT_TRUE(scenario) << scenario.error().description;
+  Player player(*scenario, [](std::string_view) {}, {});
+  player.play();
+  EXPECT_EQ(player.mistake(), std::nullopt);
+}
+
+TEST(Schema, EverythingIsDocumented) {
+  const std::string page = fileText(fs::path(ORLAN_SOURCE_DIR) / "docs" / "scenario-format.md");
+  const auto expectNamed = [&](std::string_view name) {
+    const std::string text(name);
+    EXPECT_TRUE(page.find('`' + text + '`') != std::string::npos ||
+                page.find('"' + text + '"') != std::string::npos)
+        << name;
+  };
+  for (const auto event : Transcript::eventNames()) expectNamed(event);
+  for (const auto key : keys::scenario) expectNamed(key);
+  for (const auto key : keys::device) expectNamed(key);
+  for (const auto key : keys::response) expectNamed(key);
+  for (const StepKind& kind : stepKinds()) {
+    expectNamed(kind.name);
+    for (const auto argument : kind.arguments) expectNamed(argument);
+  }
 }
 
 TEST(Schema, HasTheMembersThatTheReadersKnow) {

@@ -18,6 +18,12 @@ struct Player::Parts {
   Transcript transcript;
   std::vector<Spectator> spectators;
   std::optional<std::string> mistake;
+
+  void passed(std::size_t done, std::size_t all) const {
+    for (const Spectator& spectator : spectators) {
+      if (spectator.passed) spectator.passed(done, all);
+    }
+  }
 };
 
 Player::Player(const Scenario& scenario, Transcript::Write write, std::set<std::string, std::less<>> only)
@@ -43,7 +49,10 @@ void Player::play() {
   stage.launch();
   // What is due at the time of a step comes before it, and so does all that an earlier step of the same time
   // set going for that time.
-  for (const Moment& moment : timeline(p.scenario)) {
+  const auto moments = timeline(p.scenario);
+  for (std::size_t done = 0; done < moments.size(); ++done) {
+    const Moment& moment = moments[done];
+    p.passed(done, moments.size());
     p.world.runUntil(moment.at);
     stage.perform(moment.step, moment.fix);
     if ((p.mistake = stage.mistake())) return p.transcript.abandoned();

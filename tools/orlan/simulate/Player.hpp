@@ -19,6 +19,8 @@ struct Spectator {
   phone::PhoneObserver* phone = nullptr;  // told what the phone does
   /// A process began in this state; its services are still to come to life.
   std::function<void(OrlanServices&, ApplicationState)> launched;
+  /// So many moments (steps, fixes of a walk) of all have been played.
+  std::function<void(std::size_t done, std::size_t all)> passed;
 };
 
 /// Plays one scenario through the library on a simulated phone, in virtual time.

@@ -1,6 +1,7 @@
 #include "tools/orlan/simulate/SimulateSession.hpp"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -10,6 +11,7 @@
 #include "tools/orlan/report/Report.hpp"
 #include "tools/orlan/report/ReportCollector.hpp"
 #include "tools/orlan/simulate/Player.hpp"
+#include "tools/orlan/simulate/Progress.hpp"
 #include "tools/orlan/simulate/ScenarioReader.hpp"
 #include "tools/orlan/simulate/Tally.hpp"
 #include "tools/orlan/simulate/Timeline.hpp"
@@ -74,7 +76,7 @@ Result<std::optional<output::OutputFile>> openReport(const SimulateOptions& opti
 
 /// What a report shows of it; the error is a mistake in the scenario.
 Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& transcript,
-                                const Events& events, Tally& tally) {
+                                const Events& events, Tally& tally, std::FILE* terminal) {
   const TimePoint begin = scenario.world.start;
   const Player* playing = nullptr;
   report::ReportCollector collector(text::escapedControls(scenario.name), begin,
@@ -83,7 +85,8 @@ Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& tr
   Player player(
       scenario, [&](std::string_view line) { transcript.write(line); }, events);
   playing = &player;
-  player.add({&tally, {}});
+  Progress progress(terminal);
+  player.add({&tally, {}, [&](std::size_t done, std::size_t all) { progress.passed(done, all); }});
   player.add({&collector, [&collector](OrlanServices& services, ApplicationState state) {
                 collector.watch(services, state);
               }});
@@ -114,7 +117,8 @@ int simulate(const SimulateOptions& options) {
   if (!report) return complain(failed, report.error().description);
 
   Tally tally;
-  const auto data = play(*scenario, *output, *events, tally);
+  std::FILE* terminal = !options.quiet && ::isatty(STDERR_FILENO) == 1 ? stderr : nullptr;
+  const auto data = play(*scenario, *output, *events, tally, terminal);
   if (!data) {
     return complain(invalidScenario,
                     text::escapedControls(options.scenario) + ": " + data.error().description);

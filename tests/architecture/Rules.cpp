@@ -42,6 +42,7 @@ const std::map<std::string, Names, std::less<>>& floors() {
         {"phones/common", logging},
         {"phones/simulated", phone},
         {"phones/linux", phone},
+        {"phones/c", plus(phone, {"orlan/c", "phones/linux"})},
         {"tools/orlan", plus(everyFloor, {"orlan", "phones/common", "phones/simulated", "phones/linux"})},
     };
   }();

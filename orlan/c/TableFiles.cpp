@@ -28,13 +28,21 @@ TableFiles::TableFiles(const orlan_file_functions& table)
   if (caches_.empty()) throw Misuse{ORLAN_INVALID_ARGUMENT, "files: caches_directory is needed"};
 }
 
+bool TableFiles::isOurs(const std::string& path) const {
+  if (!path.starts_with(caches_ + "/")) return false;
+  const auto name = std::string_view(path).substr(caches_.size() + 1);
+  return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos;
+}
+
 bool TableFiles::exists(const std::string& path) const {
+  if (!isOurs(path)) return false;
   if (table_.exists != nullptr) return call(table_.exists, table_.context, lent(path));
   const std::lock_guard lock(mutex_);
   return memory_.contains(path);
 }
 
 Result<std::string> TableFiles::read(const std::string& path) const {
+  if (!isOurs(path)) return failed(path);
   if (table_.read != nullptr) {
     orlan_answer answer;
     if (!call(table_.read, table_.context, lent(path), &answer)) return failed(path);
@@ -47,6 +55,7 @@ Result<std::string> TableFiles::read(const std::string& path) const {
 }
 
 Result<void> TableFiles::writeAtomically(const std::string& path, std::string_view bytes) {
+  if (!isOurs(path)) return failed(path);
   if (table_.write != nullptr) {
     if (!call(table_.write, table_.context, lent(path), lentBytes(bytes))) return failed(path);
     return {};
@@ -57,6 +66,7 @@ Result<void> TableFiles::writeAtomically(const std::string& path, std::string_vi
 }
 
 Result<void> TableFiles::append(const std::string& path, std::string_view bytes) {
+  if (!isOurs(path)) return failed(path);
   if (table_.append != nullptr) {
     if (!call(table_.append, table_.context, lent(path), lentBytes(bytes))) return failed(path);
     return {};
@@ -69,6 +79,7 @@ Result<void> TableFiles::append(const std::string& path, std::string_view bytes)
 }
 
 Result<void> TableFiles::remove(const std::string& path) {
+  if (!isOurs(path)) return failed(path);
   if (table_.remove != nullptr) {
     if (!call(table_.remove, table_.context, lent(path))) return failed(path);
     return {};

@@ -59,9 +59,11 @@ void TableLoop::async(std::function<void()> task) {
   call(table_.post, table_.context, tasks_->add(std::move(task), 0));
 }
 
+// A queue's tasks are its own, also where the host runs them on the main thread.
 bool TableLoop::isCurrent() const {
+  if (Tasks::isOnAnyQueue(*tasks_)) return false;
   if (table_.is_main_thread == nullptr) return thisThread() == maker_;
-  return table_.is_main_thread(table_.context);
+  return call(table_.is_main_thread, table_.context);
 }
 
 Subscription TableLoop::after(Duration delay, std::function<void()> task) {

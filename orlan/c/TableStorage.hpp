@@ -50,6 +50,9 @@ class TableFiles final : public FileSystem {
   Result<void> remove(const std::string& path) override;
 
  private:
+  /// Whether it is a plain file directly inside the caches directory; nothing else reaches the host.
+  [[nodiscard]] bool isOurs(const std::string& path) const;
+
   const orlan_file_functions table_;
   const std::string caches_;
   mutable std::mutex mutex_;

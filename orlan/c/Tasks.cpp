@@ -24,6 +24,10 @@ bool Tasks::isCurrent(const Tasks& tasks, orlan_id queue) {
   return false;
 }
 
+bool Tasks::isOnAnyQueue(const Tasks& tasks) {
+  return innermost != nullptr && innermost->tasks == &tasks && innermost->queue != 0;
+}
+
 orlan_id Tasks::nextId() {
   const std::lock_guard lock(mutex_);
   return ++last_;

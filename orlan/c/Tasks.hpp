@@ -30,8 +30,9 @@ class Tasks {
   /// Runs what waits for a queue, in the order of adding, on this thread; waits for what runs elsewhere.
   void finish(orlan_id queue);
 
-  /// Whether the caller runs inside a task of that queue.
+  /// Whether the caller runs inside a task of that queue, or of any.
   [[nodiscard]] static bool isCurrent(const Tasks& tasks, orlan_id queue);
+  [[nodiscard]] static bool isOnAnyQueue(const Tasks& tasks);
 
  private:
   struct Waiting {

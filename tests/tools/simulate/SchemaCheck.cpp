@@ -76,7 +76,8 @@ bool SchemaCheck::holds(const std::string& keyword, const Value& rule, const jso
   const std::string* string = value.string();
   if (keyword == "pattern")
     return string == nullptr || std::regex_search(*string, std::regex(*rule.string()));
-  if (keyword == "minLength") return string == nullptr || string->size() >= 1;
+  if (keyword == "minLength")
+    return string == nullptr || static_cast<double>(string->size()) >= *rule.number();
   const json::Array* array = value.array();
   if (keyword == "minItems") return array == nullptr || static_cast<double>(array->size()) >= *rule.number();
   if (keyword == "maxItems") return array == nullptr || static_cast<double>(array->size()) <= *rule.number();

@@ -1,8 +1,9 @@
 #include "tools/simulate/SchemaCheck.hpp"
 
+#include <regex.h>
+
 #include <algorithm>
 #include <cmath>
-#include <regex>
 #include <set>
 #include <stdexcept>
 
@@ -32,6 +33,17 @@ bool isOneOfTypes(const Value& types, const Value& value) {
 
 bool isSame(const Value& a, const Value& b) {
   return a == b || (a.number() && a.number() == b.number());
+}
+
+/// Our patterns mean the same as POSIX's extended expressions.
+bool matches(const std::string& text, const std::string& pattern) {
+  regex_t compiled;
+  if (::regcomp(&compiled, pattern.c_str(), REG_EXTENDED | REG_NOSUB) != 0) {
+    throw std::invalid_argument("pattern " + pattern);
+  }
+  const bool found = ::regexec(&compiled, text.c_str(), 0, nullptr, 0) == 0;
+  ::regfree(&compiled);
+  return found;
 }
 
 bool hasAll(const json::Object& object, const Value& names) {
@@ -66,6 +78,7 @@ bool SchemaCheck::holds(const std::string& keyword, const Value& rule, const jso
   if (keyword == "const") return isSame(rule, value);
   const auto fits = [&](const Value& one) { return accepts(one, value); };
   const auto same = [&](const Value& one) { return isSame(one, value); };
+  if (keyword == "not") return !fits(rule);
   if (keyword == "enum") return std::any_of(rule.array()->begin(), rule.array()->end(), same);
   if (keyword == "oneOf") return std::count_if(rule.array()->begin(), rule.array()->end(), fits) == 1;
 
@@ -74,8 +87,7 @@ bool SchemaCheck::holds(const std::string& keyword, const Value& rule, const jso
   if (keyword == "maximum") return !number || *number <= *rule.number();
   if (keyword == "exclusiveMinimum") return !number || *number > *rule.number();
   const std::string* string = value.string();
-  if (keyword == "pattern")
-    return string == nullptr || std::regex_search(*string, std::regex(*rule.string()));
+  if (keyword == "pattern") return string == nullptr || matches(*string, *rule.string());
   if (keyword == "minLength")
     return string == nullptr || static_cast<double>(string->size()) >= *rule.number();
   const json::Array* array = value.array();

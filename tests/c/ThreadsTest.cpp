@@ -1,0 +1,116 @@
+// A host with threads: its network answers from threads of its own, and queues are the library's.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "orlan/c/orlan.h"
+
+namespace {
+
+/// A main loop of the thread that made it; what is late is not its concern.
+class ThreadedPhone {
+ public:
+  ThreadedPhone() {
+    orlan_loop_functions loop{};
+    loop.struct_size = sizeof loop;
+    loop.context = this;
+    loop.post = [](void* self, orlan_id task) { static_cast<ThreadedPhone*>(self)->post(task); };
+    loop.post_after = [](void* self, std::int64_t delay, orlan_id task) {
+      if (delay <= 0) static_cast<ThreadedPhone*>(self)->post(task);
+    };
+    orlan_http_functions http{};
+    http.struct_size = sizeof http;
+    http.context = this;
+    http.send = [](void* context, orlan_id call, const orlan_http_request* request) {
+      auto& self = *static_cast<ThreadedPhone*>(context);
+      const std::lock_guard lock(self.mutex_);
+      const bool registers = std::string(request->url.data).find("registerd") != std::string::npos;
+      self.network_.emplace_back([handle = self.handle, call, registers] {
+        orlan_http_reply reply{};
+        reply.struct_size = sizeof reply;
+        reply.status = 200;
+        reply.body = orlan_str(registers ? R"({"data":{"device_id":"D1","orlan_id":"O1"}})"
+                                         : R"({"configuration":{"privacyText":"P"}})");
+        orlan_phone_http_reply(handle, call, &reply);
+      });
+    };
+    orlan_phone_parts parts{};
+    parts.struct_size = sizeof parts;
+    parts.loop = &loop;
+    parts.http = &http;
+    EXPECT_EQ(orlan_phone_new(&parts, &handle), ORLAN_OK) << orlan_last_problem();
+  }
+
+  void post(orlan_id task) {
+    {
+      const std::lock_guard lock(mutex_);
+      tasks_.push_back(task);
+    }
+    changed_.notify_one();
+  }
+
+  /// At most ten seconds.
+  bool runUntil(const std::atomic<int>& counter, int value) {
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (counter < value) {
+      std::unique_lock lock(mutex_);
+      if (!changed_.wait_until(lock, limit, [&] { return !tasks_.empty(); })) return false;
+      const orlan_id task = tasks_.front();
+      tasks_.pop_front();
+      lock.unlock();
+      orlan_phone_run(handle, task);
+    }
+    return true;
+  }
+
+  void joinNetwork() {
+    for (auto& each : network_) each.join();
+  }
+
+  orlan_phone* handle = nullptr;
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::deque<orlan_id> tasks_;
+  std::vector<std::thread> network_;
+};
+
+TEST(ThreadedHost, AnswersFromAnyThreadReachTheMainThreadAndLateOnesNobody) {
+  ThreadedPhone phone;
+  ASSERT_EQ(orlan_install(phone.handle, nullptr), ORLAN_OK);
+  std::atomic<int> started = 0;
+  std::atomic<int> answers = 0;
+  orlan_plugin_delegate delegate{};
+  delegate.struct_size = sizeof delegate;
+  delegate.context = &started;
+  delegate.did_authenticate = [](void* counter, orlan_string, orlan_string) {
+    ++*static_cast<std::atomic<int>*>(counter);
+  };
+  ASSERT_EQ(orlan_start_with_api_key(orlan_str("KEY"), ORLAN_STAGING, nullptr, 0, &delegate), ORLAN_OK);
+  ASSERT_TRUE(phone.runUntil(started, 1));
+
+  const auto count = [](void* counter, const orlan_string*, const orlan_error*) {
+    ++*static_cast<std::atomic<int>*>(counter);
+  };
+  std::thread logging([] {
+    for (int i = 0; i < 100; ++i) orlan_log(ORLAN_LOG_INFO, orlan_str("from elsewhere"));
+  });
+  for (int i = 0; i < 20; ++i) ASSERT_EQ(orlan_refresh_privacy_text(count, &answers), ORLAN_OK);
+  EXPECT_TRUE(phone.runUntil(answers, 20));
+  logging.join();
+
+  // The library and its phone end while answers are on their way.
+  for (int i = 0; i < 20; ++i) ASSERT_EQ(orlan_refresh_privacy_text(count, &answers), ORLAN_OK);
+  EXPECT_EQ(orlan_uninstall(), ORLAN_OK);
+  EXPECT_EQ(answers, 40) << "each completion once, with or without its answer";
+  EXPECT_EQ(orlan_phone_free(phone.handle), ORLAN_OK);
+  phone.joinNetwork();
+}
+
+}  // namespace

@@ -7,6 +7,7 @@ namespace orlan::c {
 namespace {
 
 thread_local int depth = 0;
+thread_local int tableDepth = 0;
 thread_local std::array<char, 320> lastProblem = {};
 
 }  // namespace
@@ -19,6 +20,16 @@ Inside::~Inside() {
 }
 bool Inside::any() {
   return depth > 0;
+}
+
+InsideTable::InsideTable() {
+  ++tableDepth;
+}
+InsideTable::~InsideTable() {
+  --tableDepth;
+}
+void InsideTable::refuse() {
+  if (tableDepth > 0) throw Misuse{ORLAN_BUSY, "inside a function of the phone"};
 }
 
 orlan_status note(const char* function, orlan_status status, const char* problem) noexcept {

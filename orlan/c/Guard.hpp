@@ -25,6 +25,22 @@ class Inside {
   [[nodiscard]] static bool any();
 };
 
+/// Marks, on each thread, that the library waits inside a function of the host's phone, which is no moment
+/// for anything but answers.
+class InsideTable {
+ public:
+  InsideTable();
+  ~InsideTable();
+  InsideTable(const InsideTable&) = delete;
+  InsideTable& operator=(const InsideTable&) = delete;
+
+  /// A `Misuse` inside such a function.
+  static void refuse();
+
+ private:
+  const Inside inside_;
+};
+
 /// Keeps the words for `orlan_last_problem` and gives the status back.
 orlan_status note(const char* function, orlan_status status, const char* problem) noexcept;
 
@@ -50,6 +66,14 @@ template <class R, class... Parameters, class... Args>
 R call(R (*function)(Parameters...), Args... args) noexcept {
   if (function == nullptr) return R();
   const Inside inside;
+  return function(args...);
+}
+
+/// The same for a function of the host's phone.
+template <class R, class... Parameters, class... Args>
+R ask(R (*function)(Parameters...), Args... args) noexcept {
+  if (function == nullptr) return R();
+  const InsideTable inside;
   return function(args...);
 }
 

@@ -46,6 +46,7 @@ RuntimeOptions optionsFrom(const orlan_options* given) {
 }  // namespace
 
 Host& hostOnAnyThread() {
+  InsideTable::refuse();
   Host* const host = installed.load();
   if (host == nullptr) throw notInstalled();
   return *host;

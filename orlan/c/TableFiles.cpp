@@ -36,7 +36,7 @@ bool TableFiles::isOurs(const std::string& path) const {
 
 bool TableFiles::exists(const std::string& path) const {
   if (!isOurs(path)) return false;
-  if (table_.exists != nullptr) return call(table_.exists, table_.context, lent(path));
+  if (table_.exists != nullptr) return ask(table_.exists, table_.context, lent(path));
   const std::lock_guard lock(mutex_);
   return memory_.contains(path);
 }
@@ -45,7 +45,7 @@ Result<std::string> TableFiles::read(const std::string& path) const {
   if (!isOurs(path)) return failed(path);
   if (table_.read != nullptr) {
     orlan_answer answer;
-    if (!call(table_.read, table_.context, lent(path), &answer)) return failed(path);
+    if (!ask(table_.read, table_.context, lent(path), &answer)) return failed(path);
     return std::move(answer.bytes);
   }
   const std::lock_guard lock(mutex_);
@@ -57,7 +57,7 @@ Result<std::string> TableFiles::read(const std::string& path) const {
 Result<void> TableFiles::writeAtomically(const std::string& path, std::string_view bytes) {
   if (!isOurs(path)) return failed(path);
   if (table_.write != nullptr) {
-    if (!call(table_.write, table_.context, lent(path), lentBytes(bytes))) return failed(path);
+    if (!ask(table_.write, table_.context, lent(path), lentBytes(bytes))) return failed(path);
     return {};
   }
   const std::lock_guard lock(mutex_);
@@ -68,7 +68,7 @@ Result<void> TableFiles::writeAtomically(const std::string& path, std::string_vi
 Result<void> TableFiles::append(const std::string& path, std::string_view bytes) {
   if (!isOurs(path)) return failed(path);
   if (table_.append != nullptr) {
-    if (!call(table_.append, table_.context, lent(path), lentBytes(bytes))) return failed(path);
+    if (!ask(table_.append, table_.context, lent(path), lentBytes(bytes))) return failed(path);
     return {};
   }
   const std::lock_guard lock(mutex_);
@@ -81,7 +81,7 @@ Result<void> TableFiles::append(const std::string& path, std::string_view bytes)
 Result<void> TableFiles::remove(const std::string& path) {
   if (!isOurs(path)) return failed(path);
   if (table_.remove != nullptr) {
-    if (!call(table_.remove, table_.context, lent(path))) return failed(path);
+    if (!ask(table_.remove, table_.context, lent(path))) return failed(path);
     return {};
   }
   const std::lock_guard lock(mutex_);

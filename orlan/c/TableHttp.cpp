@@ -58,7 +58,7 @@ void hand(const orlan_http_functions& table, orlan_id id, const HttpRequest& req
   out.header_count = headers.size();
   out.body = lent(request.body);
   out.timeout = request.timeout.count();
-  call(table.send, table.context, id, &out);
+  ask(table.send, table.context, id, &out);
 }
 
 }  // namespace
@@ -101,7 +101,7 @@ Subscription TableHttp::send(HttpRequest request, HttpDone done) {
   return Subscription::onCancel([waiting = std::weak_ptr(waiting_), table = table_, sent, id] {
     sent->cancel();
     const auto living = waiting.lock();
-    if (living && living->take(id)) call(table.cancel, table.context, id);
+    if (living && living->take(id)) ask(table.cancel, table.context, id);
   });
 }
 

@@ -30,7 +30,7 @@ std::vector<CircularRegion> TableLocations::Service::watched() const {
   std::vector<CircularRegion> found;
   if (table.regions != nullptr) {
     orlan_answer answer;
-    call(table.regions, table.context, &answer);
+    ask(table.regions, table.context, &answer);
     return std::move(answer.regions);
   }
   found.reserve(regions.size());
@@ -54,15 +54,16 @@ bool TableLocations::Manager::Filter::passes(Coordinate place, double metres) {
 TableLocations::Manager::Manager(std::shared_ptr<Service> service, std::string_view name)
     : service_(std::move(service)), id_(service_->ids->nextId()) {
   const std::string text(name);
-  call(service_->table.made, service_->table.context, id_, lent(text));
+  ask(service_->table.made, service_->table.context, id_, lent(text));
 }
 
 TableLocations::Manager::~Manager() {
   service_->managers.erase(id_);
-  call(service_->table.gone, service_->table.context, id_);
+  ask(service_->table.gone, service_->table.context, id_);
 }
 
 void TableLocations::Manager::setDelegate(std::weak_ptr<LocationManagerDelegate> delegate) {
+  service_->main.assertCurrent();
   const bool isNew = !isSame(delegate, delegate_);
   delegate_ = std::move(delegate);
   if (!isNew || delegate_.expired()) return;
@@ -76,38 +77,38 @@ void TableLocations::Manager::setDelegate(std::weak_ptr<LocationManagerDelegate>
 LocationAuthorization TableLocations::Manager::authorizationStatus() const {
   const auto& table = service_->table;
   if (table.authorization == nullptr) return LocationAuthorization::authorizedAlways;
-  return fromRawValue<LocationAuthorization>(std::int64_t{call(table.authorization, table.context)})
+  return fromRawValue<LocationAuthorization>(std::int64_t{ask(table.authorization, table.context)})
       .value_or(LocationAuthorization::notDetermined);
 }
 
 void TableLocations::Manager::requestWhenInUseAuthorization() {
-  call(service_->table.request_authorization, service_->table.context, false);
+  ask(service_->table.request_authorization, service_->table.context, false);
 }
 void TableLocations::Manager::requestAlwaysAuthorization() {
-  call(service_->table.request_authorization, service_->table.context, true);
+  ask(service_->table.request_authorization, service_->table.context, true);
 }
 
 void TableLocations::Manager::setDesiredAccuracy(double metres) {
-  call(service_->table.set_desired_accuracy, service_->table.context, id_, metres);
+  ask(service_->table.set_desired_accuracy, service_->table.context, id_, metres);
 }
 
 void TableLocations::Manager::setDistanceFilter(double metres) {
   distanceFilter_ = metres;
-  call(service_->table.set_distance_filter, service_->table.context, id_, metres);
+  ask(service_->table.set_distance_filter, service_->table.context, id_, metres);
 }
 
 void TableLocations::Manager::setAllowsBackgroundUpdates(bool allowed) {
-  call(service_->table.set_background_updates, service_->table.context, id_, allowed);
+  ask(service_->table.set_background_updates, service_->table.context, id_, allowed);
 }
 
 void TableLocations::Manager::setUpdating(bool running) {
   updates_.set(running);
-  call(service_->table.set_updating, service_->table.context, id_, running);
+  ask(service_->table.set_updating, service_->table.context, id_, running);
 }
 
 void TableLocations::Manager::setSignificant(bool running) {
   changes_.set(running);
-  call(service_->table.set_significant_changes, service_->table.context, id_, running);
+  ask(service_->table.set_significant_changes, service_->table.context, id_, running);
 }
 
 bool TableLocations::Manager::wants(Coordinate place) {
@@ -120,7 +121,7 @@ std::optional<Location> TableLocations::Manager::location() const {
   const auto& table = service_->table;
   if (table.last_location == nullptr) return service_->last;
   orlan_location found{};
-  if (!call(table.last_location, table.context, &found)) return std::nullopt;
+  if (!ask(table.last_location, table.context, &found)) return std::nullopt;
   return from(found);
 }
 
@@ -134,13 +135,13 @@ void TableLocations::Manager::startMonitoring(const CircularRegion& region) {
   if (service_->table.regions == nullptr) service_->regions.insert_or_assign(region.identifier, region);
   const orlan_region out{lent(region.identifier), to(region.circle), region.notifyOnEntry,
                          region.notifyOnExit};
-  call(service_->table.start_region, service_->table.context, &out);
+  ask(service_->table.start_region, service_->table.context, &out);
 }
 
 void TableLocations::Manager::stopMonitoring(std::string_view identifier) {
   const std::string name(identifier);
   service_->regions.erase(name);
-  call(service_->table.stop_region, service_->table.context, lent(name));
+  ask(service_->table.stop_region, service_->table.context, lent(name));
 }
 
 }  // namespace orlan::c

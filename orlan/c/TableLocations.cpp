@@ -15,6 +15,7 @@ TableLocations::TableLocations(const orlan_location_functions& table, MainLoop& 
 TableLocations::~TableLocations() = default;
 
 std::shared_ptr<LocationManager> TableLocations::makeManager(std::string_view name) {
+  service_->main.assertCurrent();
   auto manager = std::make_shared<Manager>(service_, name);
   service_->managers.insert_or_assign(manager->id(), manager);
   return manager;

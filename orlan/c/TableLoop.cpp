@@ -19,24 +19,24 @@ const void* thisThread() {
 /// The host is only told of what was still waiting, and not after the phone is gone.
 void cancel(const std::weak_ptr<Tasks>& tasks, const orlan_loop_functions& table, orlan_id task) {
   const auto living = tasks.lock();
-  if (living && living->drop(task)) call(table.cancel, table.context, task);
+  if (living && living->drop(task)) ask(table.cancel, table.context, task);
 }
 
 class TableQueue final : public SerialQueue {
  public:
   TableQueue(const orlan_queue_functions& table, std::shared_ptr<Tasks> tasks, std::string label)
       : table_(table), tasks_(std::move(tasks)), id_(tasks_->nextId()) {
-    call(table_.made, table_.context, id_, lent(label));
+    ask(table_.made, table_.context, id_, lent(label));
   }
   ~TableQueue() override {
     tasks_->finish(id_);
-    call(table_.gone, table_.context, id_);
+    ask(table_.gone, table_.context, id_);
   }
   TableQueue(const TableQueue&) = delete;
   TableQueue& operator=(const TableQueue&) = delete;
 
   void async(std::function<void()> task) override {
-    call(table_.post, table_.context, id_, tasks_->add(std::move(task), id_));
+    ask(table_.post, table_.context, id_, tasks_->add(std::move(task), id_));
   }
   [[nodiscard]] bool isCurrent() const override { return Tasks::isCurrent(*tasks_, id_); }
 
@@ -56,19 +56,19 @@ TableLoop::TableLoop(const orlan_loop_functions& table, std::shared_ptr<Tasks> t
 }
 
 void TableLoop::async(std::function<void()> task) {
-  call(table_.post, table_.context, tasks_->add(std::move(task), 0));
+  ask(table_.post, table_.context, tasks_->add(std::move(task), 0));
 }
 
 // A queue's tasks are its own, also where the host runs them on the main thread.
 bool TableLoop::isCurrent() const {
   if (Tasks::isOnAnyQueue(*tasks_)) return false;
   if (table_.is_main_thread == nullptr) return thisThread() == maker_;
-  return call(table_.is_main_thread, table_.context);
+  return ask(table_.is_main_thread, table_.context);
 }
 
 Subscription TableLoop::after(Duration delay, std::function<void()> task) {
   const orlan_id id = tasks_->add(std::move(task), 0);
-  call(table_.post_after, table_.context, static_cast<std::int64_t>(delay.count()), id);
+  ask(table_.post_after, table_.context, static_cast<std::int64_t>(delay.count()), id);
   return Subscription::onCancel(
       [tasks = std::weak_ptr(tasks_), table = table_, id] { cancel(tasks, table, id); });
 }
@@ -86,7 +86,7 @@ struct TableLoop::Ticking : std::enable_shared_from_this<Ticking> {
     const auto living = tasks.lock();
     if (!living) return;
     next = living->add([self = shared_from_this()] { self->tick(); }, 0);
-    call(table.post_after, table.context, static_cast<std::int64_t>(interval.count()), next);
+    ask(table.post_after, table.context, static_cast<std::int64_t>(interval.count()), next);
   }
   void tick() {
     if (!live) return;

@@ -17,7 +17,7 @@ std::shared_ptr<NotificationCenterDelegate> TableNotifications::delegate() const
   return delegate_.lock();
 }
 
-orlan_id TableNotifications::ask(Answer answer) {
+orlan_id TableNotifications::pose(Answer answer) {
   const orlan_id id = ids_->nextId();
   const std::lock_guard lock(mutex_);
   questions_.emplace(id, std::move(answer));
@@ -36,7 +36,7 @@ bool TableNotifications::answer(orlan_id question, Result<std::int64_t> outcome)
 }
 
 void TableNotifications::add(NotificationRequest request, std::function<void(Result<void>)> done) {
-  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
     done(outcome ? Result<void>() : Result<void>(Unexpected(outcome.error())));
   });
   if (table_.add == nullptr) {
@@ -44,22 +44,22 @@ void TableNotifications::add(NotificationRequest request, std::function<void(Res
     return;
   }
   const LentNotification out(request);
-  call(table_.add, table_.context, out.get(), question);
+  ask(table_.add, table_.context, out.get(), question);
 }
 
 void TableNotifications::requestAuthorization(std::uint32_t options, std::function<void(Result<bool>)> done) {
-  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
     done(outcome ? Result<bool>(*outcome != 0) : Result<bool>(Unexpected(outcome.error())));
   });
   if (table_.request_authorization == nullptr) {
     answer(question, 1);
     return;
   }
-  call(table_.request_authorization, table_.context, options, question);
+  ask(table_.request_authorization, table_.context, options, question);
 }
 
 void TableNotifications::authorizationStatus(std::function<void(NotificationAuthorization)> done) {
-  const orlan_id question = ask([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
     const auto known = outcome ? fromRawValue<NotificationAuthorization>(*outcome) : std::nullopt;
     done(known.value_or(NotificationAuthorization::notDetermined));
   });
@@ -67,7 +67,7 @@ void TableNotifications::authorizationStatus(std::function<void(NotificationAuth
     answer(question, ORLAN_NOTIFICATIONS_AUTHORIZED);
     return;
   }
-  call(table_.authorization, table_.context, question);
+  ask(table_.authorization, table_.context, question);
 }
 
 void TableNotifications::present(const NotificationRequest& request,
@@ -89,7 +89,7 @@ void TableNotifications::tap(const NotificationResponse& response, std::function
 
 ApplicationState TableApplication::state() const {
   if (table_.state == nullptr) return state_;
-  const auto state = call(table_.state, table_.context);
+  const auto state = ask(table_.state, table_.context);
   return state >= ORLAN_STATE_ACTIVE && state <= ORLAN_STATE_BACKGROUND ? static_cast<ApplicationState>(state)
                                                                         : ApplicationState::background;
 }
@@ -100,7 +100,7 @@ Subscription TableApplication::observe(ApplicationSignal signal, std::function<v
 }
 
 void TableApplication::registerForRemoteNotifications() {
-  call(table_.register_for_push, table_.context);
+  ask(table_.register_for_push, table_.context);
 }
 
 void TableApplication::raise(ApplicationSignal signal) {

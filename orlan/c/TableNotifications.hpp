@@ -36,7 +36,7 @@ class TableNotifications final : public NotificationCenter {
   void tap(const NotificationResponse& response, std::function<void()> done);
 
  private:
-  [[nodiscard]] orlan_id ask(Answer answer);
+  [[nodiscard]] orlan_id pose(Answer answer);
 
   const orlan_notification_functions table_;
   MainLoop& main_;

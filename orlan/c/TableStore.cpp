@@ -65,7 +65,7 @@ std::optional<json::Value> TableStore::get(std::string_view key) const {
   }
   orlan_answer answer;
   const std::string name(key);
-  call(table_.get, table_.context, lent(name), &answer);
+  ask(table_.get, table_.context, lent(name), &answer);
   return std::move(answer.value);
 }
 
@@ -74,7 +74,7 @@ void TableStore::set(std::string_view key, json::Value value) {
   const auto stored = to(value);
   if (!stored) return;
   if (table_.set != nullptr) {
-    call(table_.set, table_.context, lent(name), &*stored);
+    ask(table_.set, table_.context, lent(name), &*stored);
     return;
   }
   const std::lock_guard lock(mutex_);
@@ -84,7 +84,7 @@ void TableStore::set(std::string_view key, json::Value value) {
 void TableStore::remove(std::string_view key) {
   const std::string name(key);
   if (table_.remove != nullptr) {
-    call(table_.remove, table_.context, lent(name));
+    ask(table_.remove, table_.context, lent(name));
     return;
   }
   const std::lock_guard lock(mutex_);
@@ -97,7 +97,7 @@ json::Object TableStore::contents() const {
     return json::Object(std::vector<json::Object::Member>(memory_.begin(), memory_.end()));
   }
   orlan_answer answer;
-  call(table_.list, table_.context, &answer);
+  ask(table_.list, table_.context, &answer);
   std::sort(answer.entries.begin(), answer.entries.end(),
             [](const auto& a, const auto& b) { return a.first < b.first; });
   return json::Object(std::move(answer.entries));

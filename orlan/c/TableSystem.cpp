@@ -10,13 +10,14 @@
 namespace orlan::c {
 
 TimePoint TableClock::now() const {
-  if (table_.now != nullptr) return TimePoint(Duration(table_.now(table_.context)));
+  if (table_.now != nullptr) return TimePoint(Duration(ask(table_.now, table_.context)));
   return std::chrono::floor<Duration>(std::chrono::system_clock::now());
 }
 
 std::chrono::seconds TableClock::offsetFromUtc(TimePoint time) const {
   if (table_.offset_from_utc != nullptr) {
-    return std::chrono::seconds(table_.offset_from_utc(table_.context, time.time_since_epoch().count()));
+    return std::chrono::seconds(
+        ask(table_.offset_from_utc, table_.context, std::int64_t{time.time_since_epoch().count()}));
   }
   const std::time_t seconds = std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
   std::tm local{};
@@ -25,7 +26,7 @@ std::chrono::seconds TableClock::offsetFromUtc(TimePoint time) const {
 }
 
 std::uint64_t TableRandom::next() {
-  if (table_.next != nullptr) return table_.next(table_.context);
+  if (table_.next != nullptr) return ask(table_.next, table_.context);
   std::random_device system;
   return std::uint64_t{system()} << 32U | system();
 }
@@ -60,13 +61,13 @@ void TableLog::print(std::span<const ConsoleLine> lines) {
     const std::string level(line.level);
     const std::string message(line.message);
     const std::string whole(line.text);
-    call(table_.print, table_.context, lent(level), lent(message), lent(whole));
+    ask(table_.print, table_.context, lent(level), lent(message), lent(whole));
   }
 }
 
 void TableLog::write(std::string_view message) {
   const std::string text(message);
-  call(table_.system_log, table_.context, lent(text));
+  ask(table_.system_log, table_.context, lent(text));
 }
 
 }  // namespace orlan::c

@@ -12,8 +12,8 @@
 /// that may be NULL says what happens then; a whole table may be NULL if all of its functions may.
 ///
 /// Table functions are called on the main thread unless a comment says "any thread"; those may come from
-/// several threads at once. They must not call `orlan_start…` or other operations of the host; they may call
-/// the functions of this header where a comment says so.
+/// several threads at once. Inside them the phone may only answer (`orlan_answer_…`, `orlan_phone_answer`,
+/// `orlan_phone_http_…`): all else is `ORLAN_BUSY` there, `orlan_phone_run` too.
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -236,7 +236,7 @@ ORLAN_API void orlan_answer_region(orlan_answer* answer, const orlan_region* reg
 enum { ORLAN_ALL_MANAGERS = 0 };
 
 /// Fixes, oldest first, for one manager; or for all whose updates run, where the library itself looks at
-/// their distance filters. None of these may be called inside a table function.
+/// their distance filters.
 ORLAN_API orlan_status orlan_phone_fixes(orlan_phone* phone, orlan_id manager, const orlan_location* fixes,
                                          size_t count);
 ORLAN_API orlan_status orlan_phone_location_failed(orlan_phone* phone, orlan_id manager,
@@ -269,13 +269,12 @@ ORLAN_API orlan_status orlan_phone_answer(orlan_phone* phone, orlan_id question,
                                           const orlan_error* error);
 
 /// A notification arrives while the application is in front. `shown` is called once, inside or later, with
-/// the bits of how it is to appear (`ORLAN_SHOW_…`; 0: not at all); it may be NULL. Not inside a table
-/// function.
+/// the bits of how it is to appear (`ORLAN_SHOW_…`; 0: not at all); it may be NULL.
 typedef void (*orlan_shown_completion)(void* context, uint32_t options);
 ORLAN_API orlan_status orlan_phone_present(orlan_phone* phone, const orlan_notification* notification,
                                            orlan_shown_completion shown, void* context);
 
-/// The person tapped a notification; `action` is optional. `done` as above. Not inside a table function.
+/// The person tapped a notification; `action` is optional. `done` as above.
 typedef void (*orlan_done_completion)(void* context);
 ORLAN_API orlan_status orlan_phone_tapped(orlan_phone* phone, const orlan_notification* notification,
                                           orlan_string action, orlan_done_completion done, void* context);
@@ -301,11 +300,11 @@ typedef struct orlan_application_functions {
   void (*register_for_push)(void* context);
 } orlan_application_functions;
 
-/// A signal of the life cycle, for phones that have `state`. Not inside a table function.
+/// A signal of the life cycle, for phones that have `state`.
 ORLAN_API orlan_status orlan_phone_signal(orlan_phone* phone, int32_t signal);
 
 /// The application goes to that state, with the signals that lie on the way, for phones without `state`
-/// (`ORLAN_INVALID_ARGUMENT` otherwise). Not inside a table function.
+/// (`ORLAN_INVALID_ARGUMENT` otherwise).
 ORLAN_API orlan_status orlan_phone_move_to(orlan_phone* phone, int32_t state);
 
 // ---- Device, bundle, log -------------------------------------------------------------------------------
@@ -328,7 +327,7 @@ typedef struct orlan_bundle {
   orlan_string property_lists;  ///< a JSON object: {"OrlanConfig": {…}}; absent: there are none
 } orlan_bundle;
 
-/// The library's diagnostics. Any thread. Must not call the library.
+/// The library's diagnostics. Any thread.
 typedef struct orlan_log_functions {
   size_t struct_size;
   void* context;

@@ -16,6 +16,7 @@ using orlan::CircularRegion;
 template <class Body>
 orlan_status onMainOf(orlan_phone* handle, const char* function, Body&& body) {
   return guarded(function, [&] {
+    InsideTable::refuse();
     const auto phone = phoneOf<TablePhone>(handle);
     assertMain(*phone);
     body(*phone);
@@ -71,6 +72,7 @@ orlan::Error transportFault(std::int64_t code, std::string_view why) {
 
 orlan_status orlan_phone_run(orlan_phone* phone, orlan_id task) {
   return anywhere(phone, __func__, [&](TablePhone& on) {
+    InsideTable::refuse();
     const auto tasks = on.tasks;  // a task may be the last that keeps the phone
     return tasks->run(task);
   });

@@ -21,7 +21,8 @@
 ///
 /// **Mistakes.** A function returns `ORLAN_OK`, or says which mistake was made and has then done nothing and
 /// calls nobody; `orlan_last_problem` has it in words. What the library, the backend or the person makes of a
-/// correct call is not a mistake: it reaches the completion, the delegate or the log.
+/// correct call is not a mistake: it reaches the completion, the delegate or the log. Where memory runs out
+/// in work that nobody called for, such as a task of the main loop, that work is given up.
 ///
 /// **Texts** are UTF-8 of any length and may hold NUL; texts that are not UTF-8 are refused. What is called
 /// bytes may be anything.
@@ -68,7 +69,7 @@ enum {
       3,               ///< a pointer that must not be NULL, a value that does not exist, a freed phone
   ORLAN_NOT_UTF8 = 4,  ///< a text holds bytes that are not UTF-8
   ORLAN_NOT_JSON = 5,  ///< a text is not the JSON that is asked for
-  ORLAN_BUSY = 6,      ///< not now: inside a callback, or while something is installed
+  ORLAN_BUSY = 6,      ///< not now: inside a callback or table function, or while a phone is installed
   ORLAN_UNKNOWN = 7,   ///< an identifier that is not, or no longer, waited for
   ORLAN_FAILED = 8     ///< no memory, or a defect of the library
 };

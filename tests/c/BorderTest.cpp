@@ -156,6 +156,29 @@ TEST_F(Border, EveryMistakeHasAStatusAndWordsAndChangesNothing) {
   EXPECT_EQ(mini_count(phone, "log from elsewhere"), 1U);
 }
 
+TEST_F(Border, InsideAFunctionOfThePhoneOnlyAnswersAreTaken) {
+  struct Eager {
+    orlan_phone* handle = nullptr;
+    std::vector<orlan_status> seen;
+  } eager;
+  orlan_loop_functions loop{};
+  loop.struct_size = sizeof loop;
+  loop.context = &eager;
+  loop.post = [](void* context, orlan_id task) {
+    auto& self = *static_cast<Eager*>(context);
+    self.seen = {orlan_phone_run(self.handle, task), orlan_phone_move_to(self.handle, ORLAN_STATE_BACKGROUND),
+                 orlan_refetch_geofence(), orlan_phone_answer(self.handle, 1, 0, nullptr)};
+  };
+  loop.post_after = [](void*, std::int64_t, orlan_id) {};
+  const orlan_phone_parts parts{sizeof parts, &loop};
+  ASSERT_EQ(orlan_phone_new(&parts, &eager.handle), ORLAN_OK);
+  ASSERT_EQ(orlan_install(eager.handle, nullptr), ORLAN_OK);
+  ASSERT_EQ(orlan_refresh_push_authorization(), ORLAN_OK);
+  EXPECT_THAT(eager.seen, ElementsAre(ORLAN_BUSY, ORLAN_BUSY, ORLAN_BUSY, ORLAN_UNKNOWN));
+  ASSERT_EQ(orlan_uninstall(), ORLAN_OK);
+  ASSERT_EQ(orlan_phone_free(eager.handle), ORLAN_OK);
+}
+
 TEST_F(Border, PartsOfAPhoneThatCannotWorkAreRefused) {
   const orlan_loop_functions mute{sizeof mute, nullptr, nullptr, nullptr, nullptr, nullptr};
   const orlan_loop_functions loop{

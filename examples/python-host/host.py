@@ -47,7 +47,7 @@ Notification = struct(
     ("category_identifier", String), ("target_content_identifier", String), ("launch_image_name", String),
     ("attachments", c.c_uint64))
 Details = struct(
-    "Details", ("id", String), ("headline", String), ("body", String), ("media_type", String), ("media_url", String),
+    "Details", ("struct_size", Size), ("id", String), ("headline", String), ("body", String), ("media_type", String), ("media_url", String),
     ("cta_label", String), ("cta_url", String), ("notification_id", c.c_int64), ("location_id", c.c_int64),
     ("questions", String), ("completion_message", String))
 Request = struct("Request", ("struct_size", Size), ("method", String), ("url", String), ("headers", c.c_void_p),

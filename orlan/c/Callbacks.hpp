@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,12 +13,13 @@
 /// Completions of the host's as the services know them.
 namespace orlan::c {
 
-/// Calls a completion exactly once: with the outcome, or with an error when nobody has one any more.
+/// Calls a completion exactly once: with the outcome, or with an error when nobody has one any more. Not when
+/// the operation itself fails to begin, which its status tells.
 class Outcome {
  public:
   Outcome(orlan_outcome_completion completion, void* context) : completion_(completion), context_(context) {}
   ~Outcome() {
-    if (!called_) tell(false, endedEarly());
+    if (!called_ && std::uncaught_exceptions() == exceptions_) tell(false, endedEarly());
   }
   Outcome(const Outcome&) = delete;
   Outcome& operator=(const Outcome&) = delete;
@@ -29,6 +31,7 @@ class Outcome {
   orlan_outcome_completion completion_;
   void* context_;
   bool called_ = false;
+  const int exceptions_ = std::uncaught_exceptions();
 };
 
 /// The same with a text.
@@ -36,7 +39,7 @@ class TextOutcome {
  public:
   TextOutcome(orlan_text_completion completion, void* context) : completion_(completion), context_(context) {}
   ~TextOutcome() {
-    if (!called_) tell(std::nullopt, Outcome::endedEarly());
+    if (!called_ && std::uncaught_exceptions() == exceptions_) tell(std::nullopt, Outcome::endedEarly());
   }
   TextOutcome(const TextOutcome&) = delete;
   TextOutcome& operator=(const TextOutcome&) = delete;
@@ -47,6 +50,7 @@ class TextOutcome {
   orlan_text_completion completion_;
   void* context_;
   bool called_ = false;
+  const int exceptions_ = std::uncaught_exceptions();
 };
 
 /// Empty for NULL, so that nothing is kept for nobody.

@@ -15,6 +15,7 @@ void emit(orlan_details_handler handler, void* context, const OrlanNotificationD
   std::optional<std::string> questions;
   if (details.questions) questions = orlan::json::encodeText(*details.questions);
   orlan_notification_details out{};
+  out.struct_size = sizeof out;
   out.id = lent(details.id);
   out.headline = lent(details.headline);
   out.body = lent(details.body);

@@ -10,6 +10,7 @@ extern "C" {
 
 /// A presented or tapped notification in the form in which a host shows it.
 typedef struct orlan_notification_details {
+  size_t struct_size;  ///< of the library's: what a newer header has beyond it is not there
   orlan_string id;  ///< a random UUID of the record: one notification handled twice gives two
   orlan_string headline;
   orlan_string body;

@@ -28,8 +28,8 @@
 /// bytes may be anything.
 ///
 /// **Growth.** Structs that begin with `struct_size` may get more members at their end in later versions: set
-/// it to `sizeof` the struct and every member that you do not use to zero. All other structs stay as they
-/// are.
+/// it to `sizeof` the struct and every member that you do not use to zero. In those that the library lends it
+/// tells how much is there. All other structs stay as they are.
 ///
 /// Callbacks must not throw, jump out of or unwind through the library.
 #ifdef __cplusplus

@@ -56,12 +56,8 @@ void show(const std::string& text) {
 struct Crossings : ForegroundGeofenceDelegate, BackgroundGeofenceDelegate {
   void didEnterCampaign(std::int64_t campaign, std::int64_t) override { say("entered", campaign); }
   void didExitCampaign(std::int64_t campaign, std::int64_t) override { say("left", campaign); }
-  void didEnterRegion(std::int64_t campaign, std::int64_t) override {
-    say("entered, in the background", campaign);
-  }
-  void didExitRegion(std::int64_t campaign, std::int64_t) override {
-    say("left, in the background", campaign);
-  }
+  void didEnterRegion(std::int64_t campaign, std::int64_t) override { say("entered (BG)", campaign); }
+  void didExitRegion(std::int64_t campaign, std::int64_t) override { say("left (BG)", campaign); }
 };
 
 struct Taps : OrlanNotificationDelegate {
@@ -157,9 +153,9 @@ TEST(Guide, InstallsOnAPhoneAndSetsAddresses) {
   Runtime::uninstall();
 
   RuntimeOptions options;
-  auto set = options.urls.setPlatform(Config::Environment::production, "https://platform.my-company.com");
-  if (set)
-    set = options.urls.setTransmission(Config::Environment::production, "https://campaigns.my-company.com");
+  const auto production = Config::Environment::production;
+  auto set = options.urls.setPlatform(production, "https://platform.my-company.com");
+  if (set) set = options.urls.setTransmission(production, "https://campaigns.my-company.com");
   if (!set) std::printf("%s\n", set.error().description.c_str());
   EXPECT_TRUE(set);
 }
@@ -198,7 +194,7 @@ TEST_F(Guides, HearOfAreasAndCrossings) {
   phone.application().moveTo(ApplicationState::background);
   phone.moveTo({51.5, -0.12});
   world.runFor(1s);
-  EXPECT_THAT(heard, ElementsAre("ring of 4", "entered 42", "left 42", "entered, in the background 42"));
+  EXPECT_THAT(heard, ElementsAre("ring of 4", "entered 42", "left 42", "entered (BG) 42"));
 }
 
 TEST_F(Guides, ShowWhatIsTapped) {
@@ -252,7 +248,7 @@ TEST_F(Guides, AskForTheLocation) {
   OrlanPlugin::shared().requestLocationWhenInUse();  // or requestLocationAlways
   const auto subscription =
       OrlanPlugin::locationAuthorizationPublisher().subscribe([](LocationAuthorization status) {
-        std::printf("location: %lld\n", static_cast<long long>(rawValue(status)));
+        std::printf("location: %d\n", static_cast<int>(rawValue(status)));
       });
   LocationPermissionManager::shared().configure();
   EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("location: 0\nlocation: 3\n"));
@@ -263,7 +259,7 @@ TEST_F(Guides, AskForNotifications) {
   OrlanPlugin::shared().requestPushPermission();
   const auto subscription =
       OrlanPlugin::pushAuthorizationPublisher().subscribe([](NotificationAuthorization status) {
-        std::printf("push: %lld\n", static_cast<long long>(rawValue(status)));
+        std::printf("push: %d\n", static_cast<int>(rawValue(status)));
       });
   world.runFor(1s);
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "push: 0\npush: 2\n");
@@ -276,10 +272,9 @@ TEST(Guide, PlaysADayOnTheSimulatedPhone) {
   sim::SimulatedPhone phone(world);
   sim::Recorder seen;
   phone.observe(seen);
-  phone.http().answer(
-      "POST", "/api/device-registerd/create",
-      {sim::HttpAnswer::unreachable(),  // the first attempt fails, every later one is answered
-       sim::HttpAnswer::reply(200, R"({"data": {"device_id": "d-1", "orlan_id": "o-1"}})")});
+  phone.http().answer("POST", "/api/device-registerd/create",
+                      {sim::HttpAnswer::unreachable(),  // the first attempt fails, others do not
+                       sim::HttpAnswer::reply(200, R"({"data": {"device_id": "d-1", "orlan_id": "o-1"}})")});
 
   Runtime runtime(phone.platform());
   const Runtime::Scope scope(runtime);  // what shared() resolves to on this thread

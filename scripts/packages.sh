@@ -1,5 +1,5 @@
 # Debian packages, by what needs them; sourced by ./check and ./demo.
-# orlan_install GROUP… installs what is missing of the groups build, test, format, tidy, fuzz, bench, arm.
+# orlan_install GROUP… installs what is missing of the groups build, test, format, tidy, fuzz, bench, arm, docs.
 
 orlan_packages() {
   case $1 in
@@ -12,6 +12,7 @@ orlan_packages() {
     fuzz) echo clang libclang-rt-14-dev ;;
     bench) echo libbenchmark-dev ;;
     arm) echo g++-aarch64-linux-gnu qemu-user ;;
+    docs) echo doxygen ;;
   esac
 }
 

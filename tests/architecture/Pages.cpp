@@ -140,6 +140,17 @@ std::vector<std::string> quotedInTables(std::string_view page) {
   return quoted;
 }
 
+std::vector<std::string> namesIn(std::string_view page) {
+  static const std::regex name("`(?:[A-Za-z_]\\w*::)*([A-Za-z_]\\w*)(?:\\((?:…)?\\))?`");
+  std::vector<std::string> names;
+  for (const std::string& line : proseOf(page)) {
+    for (std::sregex_iterator at(line.begin(), line.end(), name), end; at != end; ++at) {
+      names.push_back((*at)[1]);
+    }
+  }
+  return names;
+}
+
 Sources withJoinedLiterals(Sources sources) {
   static const std::regex seam("\"\\s*\n\\s*\"");
   for (auto& [file, text] : sources) text = std::regex_replace(text, seam, "");

@@ -21,6 +21,9 @@ namespace orlan::architecture {
 /// What stands in backticks in the first column of a page's tables.
 [[nodiscard]] std::vector<std::string> quotedInTables(std::string_view page);
 
+/// Names in backticks in a page's text, such as `Runtime::install` or `latest()`: the last part of each.
+[[nodiscard]] std::vector<std::string> namesIn(std::string_view page);
+
 /// The sources with literals that stand one after the other made one.
 [[nodiscard]] Sources withJoinedLiterals(Sources sources);
 

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
+#include <set>
 
 #include "architecture/Pages.hpp"
 
@@ -29,6 +31,22 @@ TEST(Pages, QuoteLogLinesAsTheyAreWritten) {
   const auto lines = quotedInTables(pages().at("docs/troubleshooting.md"));
   EXPECT_GT(lines.size(), 50U);
   for (const std::string& line : lines) EXPECT_TRUE(isWritten(line, library)) << line;
+}
+
+TEST(Pages, NameWhatThereIs) {
+  std::set<std::string> words;
+  for (const auto& [file, text] : readSources({"orlan", "phones", "tools"})) {
+    static const std::regex word("\\w+");
+    for (std::sregex_iterator at(text.begin(), text.end(), word), end; at != end; ++at)
+      words.insert(at->str());
+  }
+  const std::set<std::string> forms = {"Impl", "orlan_"};  // of names rather than names
+  for (const auto& [page, text] : pages()) {
+    if (!page.starts_with("docs/")) continue;
+    for (const std::string& name : namesIn(text)) {
+      EXPECT_TRUE(words.contains(name) || forms.contains(name)) << page << ": " << name;
+    }
+  }
 }
 
 TEST(Pages, NameStoreKeysAndPathsThatAreUsed) {
@@ -82,6 +100,12 @@ TEST(PageCheck, ComparesLinesWithLiterals) {
       {"failed: …fetch (", false},         {"fetch(", false},        {"…", false},
   };
   for (const auto& row : rows) EXPECT_EQ(isWritten(row.line, sources), row.written) << row.line;
+}
+
+TEST(PageCheck, FindsNames) {
+  EXPECT_THAT(
+      namesIn("`a::b::install` and `latest()`, `fail(…)`; no `two words`, no `x.y`\n```\n`code`\n```\n"),
+      ElementsAre("install", "latest", "fail"));
 }
 
 TEST(PageCheck, TakesBlocksOfOneLanguage) {

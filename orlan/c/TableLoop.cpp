@@ -24,7 +24,7 @@ void cancel(const std::weak_ptr<Tasks>& tasks, const orlan_loop_functions& table
 
 class TableQueue final : public SerialQueue {
  public:
-  TableQueue(const orlan_queue_functions& table, std::shared_ptr<Tasks> tasks, std::string label)
+  TableQueue(const orlan_queue_functions& table, std::shared_ptr<Tasks> tasks, const std::string& label)
       : table_(table), tasks_(std::move(tasks)), id_(tasks_->nextId()) {
     ask(table_.made, table_.context, id_, lent(label));
   }

@@ -76,6 +76,16 @@ orlan_status orlan_track_media_view(int64_t notification_id, int64_t location_id
   return onMain(__func__, [&](Host&) { manager().trackMediaView(notification_id, location_id); });
 }
 
+orlan_status orlan_report_notification(int64_t activity, int64_t location_id, int64_t notification_id,
+                                       int64_t about) {
+  return onMain(__func__, [&](Host&) {
+    const auto what = orlan::fromRawValue<orlan::ActivityType>(activity);
+    const auto type = orlan::fromRawValue<orlan::NotificationType>(about);
+    if (!what || !type) throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such activity"};
+    manager().reportNotification(*what, location_id, notification_id, *type);
+  });
+}
+
 orlan_status orlan_send_test_notification(void) {
   return onMain(__func__, [](Host&) { manager().sendTestNotification(); });
 }

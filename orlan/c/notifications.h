@@ -11,7 +11,7 @@ extern "C" {
 /// A presented or tapped notification in the form in which a host shows it.
 typedef struct orlan_notification_details {
   size_t struct_size;  ///< of the library's: what a newer header has beyond it is not there
-  orlan_string id;  ///< a random UUID of the record: one notification handled twice gives two
+  orlan_string id;     ///< a random UUID of the record: one notification handled twice gives two
   orlan_string headline;
   orlan_string body;
   orlan_string media_type;          ///< optional, such as "image"
@@ -42,6 +42,20 @@ ORLAN_API orlan_status orlan_clear_latest_notification(void);
 /// Reports what the person did with a notification. Identifiers go out as they are.
 ORLAN_API orlan_status orlan_track_cta_engagement(int64_t notification_id, int64_t location_id);
 ORLAN_API orlan_status orlan_track_media_view(int64_t notification_id, int64_t location_id);
+
+/// The same for any activity. `ORLAN_INVALID_ARGUMENT` for values that do not exist.
+enum {
+  ORLAN_ACTIVITY_CTA_ENGAGEMENT = 0,
+  ORLAN_ACTIVITY_NOTIFICATION_SENT = 1,
+  ORLAN_ACTIVITY_NOTIFICATION_DELIVERED = 2,
+  ORLAN_ACTIVITY_MEDIA_VIEWED = 3,
+  ORLAN_ACTIVITY_LOCATION_UPDATE = 4,
+  ORLAN_ACTIVITY_GEOFENCE_EXIT = 5,
+  ORLAN_ACTIVITY_GEOFENCE_ENTRY = 6
+};
+enum { ORLAN_ABOUT_NOTIFICATION = 0, ORLAN_ABOUT_LOCATION = 1, ORLAN_ABOUT_GEOFENCE = 2 };
+ORLAN_API orlan_status orlan_report_notification(int64_t activity, int64_t location_id,
+                                                 int64_t notification_id, int64_t about);
 
 /// Each schedules a notification for a second from now. `user_info` is a JSON object.
 ORLAN_API orlan_status orlan_send_test_notification(void);

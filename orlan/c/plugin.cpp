@@ -3,6 +3,8 @@
 #include "orlan/c/Callbacks.hpp"
 #include "orlan/c/Host.hpp"
 #include "orlan/c/Values.hpp"
+#include "orlan/surveys/AnswerValidation.hpp"
+#include "orlan/surveys/SurveyFields.hpp"
 
 using namespace orlan::c;
 
@@ -154,6 +156,14 @@ orlan_status orlan_submit_survey_response(orlan_string notification_id, orlan_st
     const auto location = optionalText(location_id, "location_id");
     const auto list = jsonValue(answers, "answers");
     Host::plugin().submitSurveyResponseObjC(notification, location, list, outcome(completion, context));
+  });
+}
+
+orlan_status orlan_survey_answer_is_valid(orlan_string answer, bool* valid) {
+  return guarded(__func__, [&] {
+    needed(valid, "valid");
+    const auto decoded = orlan::json::decodeText<orlan::SurveyAnswer>(bytes(answer, "answer"));
+    *valid = decoded && !orlan::isInvalid(*decoded);
   });
 }
 

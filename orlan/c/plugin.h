@@ -130,6 +130,10 @@ ORLAN_API orlan_status orlan_submit_survey_response(orlan_string notification_id
                                                     orlan_string answers, orlan_outcome_completion completion,
                                                     void* context);
 
+/// Whether an answer (one element of such an array) may be sent: false for what would be refused with -5, and
+/// for what is no answer. Any thread, also before anything is installed.
+ORLAN_API orlan_status orlan_survey_answer_is_valid(orlan_string answer, bool* valid);
+
 /// Tells the backend what happened to a survey besides answers. Refused as above with -1 to -3.
 ORLAN_API orlan_status orlan_track_survey_event(orlan_string notification_id, orlan_string location_id,
                                                 orlan_string activity, orlan_outcome_completion completion,

@@ -53,8 +53,8 @@ const Names cHeaders = {"assert.h", "ctype.h",  "errno.h",  "float.h",   "inttyp
                         "locale.h", "math.h",   "stdarg.h", "stdbool.h", "stddef.h",   "stdint.h",
                         "stdio.h",  "stdlib.h", "string.h", "time.h",    "wchar.h"};
 
-/// Time, chance, files, threads and the terminal reach the library through its phone only. The phone made of a
-/// C host's functions stands in orlan/c.
+/// Time, chance, files, threads and the terminal reach the library through its phone only. The phone made of
+/// a C host's functions stands in orlan/c.
 const Names phoneMatters = {"condition_variable", "filesystem", "fstream",    "future",
                             "iostream",           "random",     "stop_token", "thread"};
 
@@ -108,7 +108,8 @@ std::optional<std::string> foreignFault(std::string_view file, const std::string
   const bool library = file.starts_with("orlan/");
   const bool standard = target.find_first_of("./") == std::string::npos || cHeaders.contains(target);
   if (standard) {
-    if (library && folderOf(file) != "orlan/c" && phoneMatters.contains(target)) return "only phones may include <" + target + ">";
+    if (library && folderOf(file) != "orlan/c" && phoneMatters.contains(target))
+      return "only phones may include <" + target + ">";
     return std::nullopt;
   }
   if (library && isHeader(file)) return "a header of the library must not include <" + target + ">";

@@ -68,9 +68,11 @@ bool isInstalled(const PhoneModel& phone) {
 using namespace orlan::c;
 
 orlan_status orlan_install(orlan_phone* phone, const orlan_options* options) {
+  const bool nested = Inside::any();
   return guarded(__func__, [&] {
     auto host = std::make_unique<Host>(phoneOf(phone));
     assertMain(*host->phone);
+    if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
     if (installed.load() != nullptr) throw Misuse{ORLAN_BUSY, "a phone is installed already"};
     const auto done = orlan::Runtime::install(host->platform, optionsFrom(options));
     if (!done) throw Misuse{ORLAN_BUSY, done.error().description};

@@ -112,6 +112,11 @@ void TableLocations::Manager::setSignificant(bool running) {
 }
 
 bool TableLocations::Manager::wants(Coordinate place) {
+  const auto status = authorizationStatus();
+  if (status != LocationAuthorization::authorizedAlways &&
+      status != LocationAuthorization::authorizedWhenInUse) {
+    return false;
+  }
   const bool updated = updates_.passes(place, distanceFilter_);
   const bool changed = changes_.passes(place, significantChange);
   return updated || changed;

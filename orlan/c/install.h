@@ -37,7 +37,7 @@ typedef struct orlan_options {
 } orlan_options;
 
 /// Makes the library of this process, on `phone`. `options` may be NULL. `ORLAN_BUSY` when one is installed
-/// already: there is one at a time. Main thread.
+/// already, from C++ too: there is one at a time; and inside a callback. Main thread.
 ORLAN_API orlan_status orlan_install(orlan_phone* phone, const orlan_options* options);
 
 /// Ends the library: completions that wait are called with an error, streams end, delegates are forgotten,

@@ -119,7 +119,7 @@ ORLAN_API void orlan_answer_entry(orlan_answer* answer, orlan_string key, const 
 
 /// The application's own files: plain files in `caches_directory`, private to the user. Any thread; may wait
 /// for the disk. Each tells whether it worked. All but the context are needed. NULL: kept in memory for as
-/// long as the phone.
+/// long as the phone, the log among them.
 typedef struct orlan_file_functions {
   size_t struct_size;
   void* context;
@@ -236,7 +236,7 @@ ORLAN_API void orlan_answer_region(orlan_answer* answer, const orlan_region* reg
 enum { ORLAN_ALL_MANAGERS = 0 };
 
 /// Fixes, oldest first, for one manager; or for all whose updates run, where the library itself looks at
-/// their distance filters.
+/// their distance filters, and tells nobody while the application is not authorized.
 ORLAN_API orlan_status orlan_phone_fixes(orlan_phone* phone, orlan_id manager, const orlan_location* fixes,
                                          size_t count);
 ORLAN_API orlan_status orlan_phone_location_failed(orlan_phone* phone, orlan_id manager,

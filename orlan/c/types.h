@@ -17,7 +17,8 @@
 /// **Threads.** The main thread is the one that the phone's loop says is main. Every function belongs to it,
 /// and every callback comes on it, unless its comment says "any thread". A function that is called on another
 /// thread does nothing and returns `ORLAN_WRONG_THREAD`. Callbacks may call back into the library, except
-/// those that say otherwise; `orlan_uninstall` and `orlan_phone_free` refuse inside any callback.
+/// those that say otherwise; `orlan_install`, `orlan_uninstall` and `orlan_phone_free` refuse inside any
+/// callback.
 ///
 /// **Mistakes.** A function returns `ORLAN_OK`, or says which mistake was made and has then done nothing and
 /// calls nobody; `orlan_last_problem` has it in words. What the library, the backend or the person makes of a

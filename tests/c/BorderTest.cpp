@@ -269,7 +269,10 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
   phone->keeps_requests = true;
   EXPECT_EQ(orlan_refresh_privacy_text(Ear::text, &ear), ORLAN_OK);
   EXPECT_EQ(orlan_track_survey_event(orlan_str("7"), {}, orlan_str("shown"), Ear::outcome, &ear), ORLAN_OK);
-  ear.then = [] { EXPECT_EQ(orlan_refetch_geofence(), ORLAN_NOT_INSTALLED); };
+  ear.then = [this] {
+    EXPECT_EQ(orlan_refetch_geofence(), ORLAN_NOT_INSTALLED);
+    EXPECT_EQ(orlan_install(phone->handle, nullptr), ORLAN_BUSY);
+  };
   mini_run_for(phone, second);
   const orlan_id late = phone->last_call;
   EXPECT_EQ(orlan_uninstall(), ORLAN_OK);

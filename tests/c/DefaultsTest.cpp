@@ -61,6 +61,11 @@ TEST_F(Defaults, FixesForAllPassTheFiltersOfThoseThatRun) {
     EXPECT_EQ(mini_move_to(phone, row.latitude, 0), ORLAN_OK);
     EXPECT_EQ(ear->heard.size(), row.fixes) << row.name;
   }
+  phone->location_authorization = ORLAN_LOCATION_DENIED;
+  ear->heard.clear();
+  mini_move_to(phone, 51.6, 0);
+  EXPECT_THAT(ear->heard, IsEmpty()) << "the person said no";
+  phone->location_authorization = ORLAN_LOCATION_WHEN_IN_USE;
   manager->stopUpdatingLocation();
   manager->startMonitoringSignificantChanges();
   ear->heard.clear();

@@ -83,6 +83,10 @@ static void send_request(void* context, orlan_id call, const orlan_http_request*
   orlan_phone_http_failed(phone->handle, call, ORLAN_HTTP_CANNOT_CONNECT, orlan_str("nobody there"));
 }
 
+static int32_t authorization(void* context) {
+  return ((mini_phone*)context)->location_authorization;
+}
+
 static void add_notification(void* context, const orlan_notification* notification, orlan_id question) {
   mini_phone* phone = context;
   mini_line(phone, "notification ", notification->title);
@@ -99,11 +103,14 @@ static void print(void* context, orlan_string level, orlan_string message, orlan
 mini_phone* mini_new(void) {
   mini_phone* phone = calloc(1, sizeof *phone);
   phone->now = 1767225600000000;  // the first second of 2026
+  phone->location_authorization = ORLAN_LOCATION_ALWAYS;
   const orlan_loop_functions loop = {sizeof loop, phone, post, post_after, cancel, NULL};
   const orlan_queue_functions queues = {sizeof queues, phone, post_to_queue, NULL, NULL};
   const orlan_clock_functions clock = {sizeof clock, phone, now, utc};
   const orlan_random_functions random = {sizeof random, phone, chance};
   const orlan_http_functions http = {sizeof http, phone, send_request, NULL};
+  const orlan_location_functions location = {
+      .struct_size = sizeof location, .context = phone, .authorization = authorization};
   const orlan_notification_functions notifications = {sizeof notifications, phone, add_notification, NULL,
                                                       NULL};
   const orlan_log_functions log = {sizeof log, phone, print, NULL};
@@ -113,6 +120,7 @@ mini_phone* mini_new(void) {
                                    .clock = &clock,
                                    .random = &random,
                                    .http = &http,
+                                   .location = &location,
                                    .notifications = &notifications,
                                    .log = &log};
   if (orlan_phone_new(&parts, &phone->handle) != ORLAN_OK) {

@@ -25,6 +25,7 @@ typedef struct mini_phone {
     orlan_string body;
   } routes[MINI_ROUTES];
   size_t route_count;
+  int32_t location_authorization;
   bool keeps_requests;  // instead of answering
   orlan_id last_call;
   // What could be seen from outside, one line each: "request POST /path", "notification title", "log …".

@@ -19,6 +19,26 @@ orlan_status orlan_background_set_delegate(const orlan_geofence_delegate* delega
   });
 }
 
-orlan_status orlan_clear_cooldown(void) {
+orlan_status orlan_foreground_start(void) {
+  return onMain(__func__, [](Host&) { Host::services().foregroundMonitor->start(nullptr); });
+}
+
+orlan_status orlan_foreground_stop(void) {
+  return onMain(__func__, [](Host&) { Host::services().foregroundMonitor->stop(); });
+}
+
+orlan_status orlan_background_pause(void) {
+  return onMain(__func__, [](Host&) { Host::services().backgroundMonitor->pauseMonitoring(); });
+}
+
+orlan_status orlan_background_resume(void) {
+  return onMain(__func__, [](Host&) { Host::services().backgroundMonitor->resumeMonitoring(); });
+}
+
+orlan_status orlan_foreground_clear_cooldown(void) {
   return onMain(__func__, [](Host&) { Host::services().foregroundMonitor->clearCooldown(); });
+}
+
+orlan_status orlan_background_clear_cooldown(void) {
+  return onMain(__func__, [](Host&) { Host::services().backgroundMonitor->clearCooldown(); });
 }

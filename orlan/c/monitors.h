@@ -39,8 +39,16 @@ typedef void (*orlan_circles_handler)(void* context, const orlan_circle* circles
 ORLAN_API orlan_status orlan_subscribe_circles(orlan_circles_handler handler, void* context,
                                                orlan_subscription** subscription);
 
-/// Forgets all cooldowns, those of both monitors.
-ORLAN_API orlan_status orlan_clear_cooldown(void);
+/// The library starts, stops, pauses and resumes its monitors by itself as the application moves between
+/// foreground and background. A host that does it, too, has the next transition overrule it.
+ORLAN_API orlan_status orlan_foreground_start(void);
+ORLAN_API orlan_status orlan_foreground_stop(void);
+ORLAN_API orlan_status orlan_background_pause(void);
+ORLAN_API orlan_status orlan_background_resume(void);
+
+/// Either forgets all cooldowns, those of both monitors; they differ in the log line.
+ORLAN_API orlan_status orlan_foreground_clear_cooldown(void);
+ORLAN_API orlan_status orlan_background_clear_cooldown(void);
 
 #ifdef __cplusplus
 }

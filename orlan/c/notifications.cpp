@@ -36,6 +36,28 @@ void emit(orlan_details_handler handler, void* context,
   call(handler, context, static_cast<const orlan_notification_details*>(nullptr));
 }
 
+OrlanNotificationDetails detailsFrom(const orlan_notification_details& given) {
+  const auto in = tableFrom(&given, "details");
+  OrlanNotificationDetails details{
+      .id = std::string(text(in.id, "id")),
+      .headline = std::string(text(in.headline, "headline")),
+      .body = std::string(text(in.body, "body")),
+      .mediaType = optionalText(in.media_type, "media_type"),
+      .mediaURL = optionalText(in.media_url, "media_url"),
+      .ctaLabel = optionalText(in.cta_label, "cta_label"),
+      .ctaURL = optionalText(in.cta_url, "cta_url"),
+      .notifID = in.notification_id,
+      .locationID = in.location_id,
+      .questions = std::nullopt,
+      .completionMessage = optionalText(in.completion_message, "completion_message")};
+  if (const auto questions = optionalText(in.questions, "questions")) {
+    auto decoded = orlan::json::decodeText<std::vector<orlan::SurveyQuestion>>(*questions);
+    if (!decoded) throw Misuse{ORLAN_INVALID_ARGUMENT, "questions: " + decoded.error().description};
+    details.questions = std::move(decoded).value();
+  }
+  return details;
+}
+
 orlan::NotificationManager& manager() {
   return *Host::services().notificationManager;
 }
@@ -66,6 +88,12 @@ orlan_status orlan_latest_notification(orlan_details_handler handler, void* cont
 
 orlan_status orlan_clear_latest_notification(void) {
   return onMain(__func__, [](Host&) { manager().clearLatest(); });
+}
+
+orlan_status orlan_set_latest_notification(const orlan_notification_details* details) {
+  return onMain(__func__, [&](Host&) {
+    manager().setLatest(details == nullptr ? std::nullopt : std::optional(detailsFrom(*details)));
+  });
 }
 
 orlan_status orlan_track_cta_engagement(int64_t notification_id, int64_t location_id) {

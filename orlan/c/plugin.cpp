@@ -142,6 +142,16 @@ orlan_status orlan_reset_notification_stats(void) {
   return onMain(__func__, [](Host&) { Host::plugin().resetNotificationStats(); });
 }
 
+orlan_status orlan_record_fg_notification(orlan_string activation) {
+  return onMain(__func__,
+                [&](Host&) { Host::plugin().recordFGNotification(text(activation, "activation")); });
+}
+
+orlan_status orlan_record_bg_notification(orlan_string activation) {
+  return onMain(__func__,
+                [&](Host&) { Host::plugin().recordBGNotification(text(activation, "activation")); });
+}
+
 orlan_status orlan_notification_telemetry(orlan_string* json) {
   return onMain(__func__, [&](Host&) {
     give(json, "json", [&] { return orlan::json::print(Host::plugin().notificationTelemetry()); });

@@ -117,6 +117,11 @@ ORLAN_API orlan_status orlan_transform(orlan_string text, orlan_string* upper);
 /// text of the record that was last assembled for reporting, {} before the first.
 ORLAN_API orlan_status orlan_notification_stats(orlan_string* text);
 ORLAN_API orlan_status orlan_reset_notification_stats(void);
+
+/// Counts a notification as one of either monitor's, which do so by themselves. `activation` is "ON_ENTER" or
+/// "ON_EXIT"; any other is only in the total.
+ORLAN_API orlan_status orlan_record_fg_notification(orlan_string activation);
+ORLAN_API orlan_status orlan_record_bg_notification(orlan_string activation);
 ORLAN_API orlan_status orlan_notification_telemetry(orlan_string* json);
 
 /// Sends a person's answers to the questions of a notification. `answers` is a JSON array of

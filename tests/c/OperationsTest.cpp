@@ -87,6 +87,16 @@ TEST_F(Operations, EachIsSeenOutside) {
       {"notification ", [&] { return orlan_send_test_notification(); }},
       {"notification ", [&] { return orlan_send_test_notification_with_payload(orlan_str("{\"a\":1}")); }},
       {"notification ", [&] { return orlan_send_firebase_style_test_notification(); }},
+      {"log 🟢 FG-Monitor started (live GPS)", orlan_foreground_start},
+      {"log 🔴 FG-Monitor stopped", orlan_foreground_stop},
+      {"log ▶️  BG-Monitor resumed (background mode)", orlan_background_resume},
+      {"log ⏸️  BG-Monitor paused (foreground mode)", orlan_background_pause},
+      {"log 🔔 Cleared all notification cooldowns", orlan_foreground_clear_cooldown},
+      {"log 🔔 BG Cleared all notification cooldowns", orlan_background_clear_cooldown},
+      {"log 📊 Recorded FG notification: ON_ENTER (Total: 1)",
+       [&] { return orlan_record_fg_notification(orlan_str("ON_ENTER")); }},
+      {"log 📊 Recorded BG notification: ON_EXIT (Total: 2)",
+       [&] { return orlan_record_bg_notification(orlan_str("ON_EXIT")); }},
       {"log mine", [&] { return orlan_log(ORLAN_LOG_BREADCRUMB, orlan_str("mine")); }},
   };
   for (const auto& row : rows) {
@@ -96,10 +106,33 @@ TEST_F(Operations, EachIsSeenOutside) {
   EXPECT_THAT(heard, ElementsAre("done", "done", "done"));
   EXPECT_EQ(orlan_report_notification(7, 0, 0, 0), ORLAN_INVALID_ARGUMENT);
   for (const auto& quiet :
-       {orlan_clear_logs, orlan_clear_correlation_id, orlan_clear_cooldown, orlan_reset_notification_stats,
+       {orlan_clear_logs, orlan_clear_correlation_id, orlan_reset_notification_stats,
         orlan_clear_latest_notification, orlan_request_location_always, orlan_request_location_when_in_use}) {
     EXPECT_EQ(quiet(), ORLAN_OK);
   }
+}
+
+TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
+  const auto latest = [](void* self, const orlan_notification_details* details) {
+    hear(self, details == nullptr
+                   ? "none"
+                   : std::string(details->headline.data) + " " + details->questions.data + " " +
+                         (details->cta_url.data == nullptr ? "-" : details->cta_url.data));
+  };
+  orlan_notification_details mine{};
+  mine.struct_size = sizeof mine;
+  mine.headline = orlan_str("Mine");
+  mine.questions = orlan_str("[{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}]");
+  EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_OK) << orlan_last_problem();
+  EXPECT_EQ(orlan_latest_notification(latest, this), ORLAN_OK);
+  mine.questions = orlan_str("[1]");
+  EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_INVALID_ARGUMENT);
+  EXPECT_THAT(orlan_last_problem(), HasSubstr("questions: "));
+  EXPECT_EQ(orlan_set_latest_notification(nullptr), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(latest, this), ORLAN_OK);
+  EXPECT_THAT(
+      heard,
+      ElementsAre("Mine [{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}] -", "none"));
 }
 
 TEST_F(Operations, WhatIsKnownCanBeAsked) {

@@ -64,6 +64,21 @@ TEST_F(SimulateSession, WithoutAFileTheTranscriptGoesToStandardOutput) {
   EXPECT_EQ(err, "");
 }
 
+TEST_F(SimulateSession, AReportIsWrittenWhereAskedFor) {
+  options.report = (folder / "day.html").string();
+  EXPECT_EQ(run(), 0);
+  std::ifstream page(*options.report);
+  const std::string html{std::istreambuf_iterator<char>(page), {}};
+  EXPECT_NE(html.find("<h1>two\\nlines</h1>"), std::string::npos);
+  EXPECT_TRUE(html.ends_with("</html>\n"));
+
+  options.report = (folder / "none" / "day.html").string();
+  file("out.jsonl", "old");
+  EXPECT_EQ(run(), 1);
+  EXPECT_NE(err.find("none/day.html: "), std::string::npos);
+  EXPECT_EQ(written(), "old");
+}
+
 TEST_F(SimulateSession, AScenarioThatIsNotValidLeavesNothing) {
   file("out.jsonl", "old");
   options.scenario = file("bad.json", R"({"steps": 1})");

@@ -33,6 +33,16 @@ std::string behindLinks(const std::string& path) {
 OutputFile::OutputFile(std::FILE* file, std::string target, std::string partial)
     : file_(file), target_(std::move(target)), partial_(std::move(partial)) {}
 
+Result<std::optional<OutputFile>> OutputFile::openIfNamed(const std::optional<std::string>& path) {
+  std::optional<OutputFile> file;
+  if (path) {
+    auto opened = open(*path);
+    if (!opened) return Unexpected(opened.error());
+    file.emplace(std::move(opened).value());
+  }
+  return file;
+}
+
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : file_(std::exchange(other.file_, nullptr)),
       target_(std::move(other.target_)),

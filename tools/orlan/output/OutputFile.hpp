@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ class OutputFile {
  public:
   /// `path`: empty for standard output. The error (domain "Output") names the file.
   [[nodiscard]] static Result<OutputFile> open(const std::string& path);
+
+  /// The same for output that is only written when somebody names a file for it.
+  [[nodiscard]] static Result<std::optional<OutputFile>> openIfNamed(const std::optional<std::string>& path);
 
   OutputFile(OutputFile&& other) noexcept;
   OutputFile& operator=(OutputFile&&) = delete;

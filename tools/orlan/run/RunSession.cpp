@@ -73,17 +73,6 @@ std::string fileName(const std::string& path) {
   return path.substr(path.rfind('/') + 1);
 }
 
-/// A place for the report if one is asked for. Opened before the walk, which may take hours.
-Result<std::optional<output::OutputFile>> openReport(const RunOptions& options) {
-  std::optional<output::OutputFile> file;
-  if (options.report) {
-    auto opened = output::OutputFile::open(*options.report);
-    if (!opened) return Unexpected(opened.error());
-    file.emplace(std::move(opened).value());
-  }
-  return file;
-}
-
 bool writeReport(output::OutputFile& file, const report::ReportData& data) {
   file.write(report::renderReport(data));
   const auto written = file.finish();
@@ -138,7 +127,7 @@ int runSession(const RunOptions& options) {
     complain(inputs.error().description);
     return 2;
   }
-  auto report = openReport(options);
+  auto report = output::OutputFile::openIfNamed(options.report);  // before the walk, which may take hours
   if (!report) {
     complain(report.error().description);
     return 2;

@@ -63,17 +63,6 @@ void summarize(const Scenario& scenario, const Tally& tally) {
   }
 }
 
-/// A place for the report if one is asked for.
-Result<std::optional<output::OutputFile>> openReport(const SimulateOptions& options) {
-  std::optional<output::OutputFile> file;
-  if (!options.report.empty()) {
-    auto opened = output::OutputFile::open(options.report);
-    if (!opened) return Unexpected(opened.error());
-    file.emplace(std::move(opened).value());
-  }
-  return file;
-}
-
 /// What a report shows of it; the error is a mistake in the scenario.
 Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& transcript,
                                 const Events& events, Tally& tally, std::FILE* terminal) {
@@ -113,7 +102,7 @@ int simulate(const SimulateOptions& options) {
   if (!scenario) return complain(invalidScenario, scenario.error().description);
   auto output = output::OutputFile::open(options.transcript);
   if (!output) return complain(failed, output.error().description);
-  auto report = openReport(options);
+  auto report = output::OutputFile::openIfNamed(options.report);
   if (!report) return complain(failed, report.error().description);
 
   Tally tally;

@@ -7,12 +7,12 @@ namespace orlan::simulate {
 
 /// What `orlan simulate` was asked to do.
 struct SimulateOptions {
-  std::string scenario;             // file
-  std::string transcript;           // file; empty: standard output
-  std::optional<std::string> only;  // events to keep, separated by commas; none: all
-  std::string report;               // HTML file; empty: none
-  bool quiet = false;               // no summary on standard error
-  bool schema = false;              // only write what a scenario may be
+  std::string scenario;               // file
+  std::string transcript;             // file; empty: standard output
+  std::optional<std::string> only;    // events to keep, separated by commas; none: all
+  std::optional<std::string> report;  // HTML file to write
+  bool quiet = false;                 // no summary on standard error
+  bool schema = false;                // only write what a scenario may be
 };
 
 /// One whole `orlan simulate`. Exit status: 0 played to the end, 2 the scenario is not valid (no file was

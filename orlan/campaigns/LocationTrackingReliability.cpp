@@ -47,7 +47,7 @@ void LocationTrackingReliability::Parts::startTimer(EventAttempts::Timer timer, 
 }
 
 void LocationTrackingReliability::Parts::fire(EventAttempts::Timer timer, const PendingEvent& event) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
   queue->async([this, timer, event] { attempts.retry(timer, event); });
   timers.erase(timer);  // last: `event` belongs to the timer
 }

@@ -86,7 +86,7 @@ class BackgroundRegionMonitor::Parts::Hooks final : public ReactionHooks {
 };
 
 void BackgroundRegionMonitor::Parts::didEnterRegion(LocationManager& from, const CircularRegion& region) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
   if (isPaused) {
     logger.breadcrumb("📥 BG didEnterRegion - SKIPPING (paused for foreground)");
     return;
@@ -104,7 +104,7 @@ void BackgroundRegionMonitor::Parts::didEnterRegion(LocationManager& from, const
 }
 
 void BackgroundRegionMonitor::Parts::didExitRegion(LocationManager& from, const CircularRegion& region) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
   if (isPaused) {
     logger.breadcrumb("📤 BG didExitRegion - SKIPPING (paused for foreground)");
     return;
@@ -122,14 +122,14 @@ void BackgroundRegionMonitor::Parts::didExitRegion(LocationManager& from, const 
 
 BackgroundRegionMonitor::BackgroundRegionMonitor(MainLoop& main, LocationService& locations,
                                                  const ReactionServices& services) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
   parts_ = std::make_shared<Parts>(main, locations, services);
 }
 
 BackgroundRegionMonitor::~BackgroundRegionMonitor() = default;
 
 void BackgroundRegionMonitor::setDelegate(std::weak_ptr<BackgroundGeofenceDelegate> delegate) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->delegate = std::move(delegate);
 }
 
@@ -146,19 +146,19 @@ CurrentValue<std::vector<Circle>>& BackgroundRegionMonitor::circlesPublisher() {
 }
 
 void BackgroundRegionMonitor::updateRegions(const std::vector<CampaignPolygon>& polygons) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->regions.update(polygons, parts_);
 }
 
 void BackgroundRegionMonitor::pauseMonitoring() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   if (parts_->isPaused) return;
   parts_->logger.breadcrumb("⏸️  BG-Monitor paused (foreground mode)");
   parts_->isPaused = true;
 }
 
 void BackgroundRegionMonitor::resumeMonitoring() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   if (!parts_->isPaused) return;
   parts_->logger.breadcrumb("▶️  BG-Monitor resumed (background mode)");
   parts_->isPaused = false;
@@ -166,17 +166,17 @@ void BackgroundRegionMonitor::resumeMonitoring() {
 
 void BackgroundRegionMonitor::sendLocalNotifications(const CampaignData::Campaign& campaign,
                                                      std::string_view activation) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->reactions.poster().post(campaign, activation);
 }
 
 bool BackgroundRegionMonitor::shouldSendNotification(std::int64_t campaignId, std::string_view activation) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   return parts_->reactions.cooldown().allows(campaignId, activation);
 }
 
 void BackgroundRegionMonitor::clearCooldown() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->reactions.cooldown().clear();
 }
 

@@ -95,7 +95,7 @@ class ForegroundGeofenceMonitor::Parts::Hooks final : public ReactionHooks {
 };
 
 void ForegroundGeofenceMonitor::Parts::didUpdateLocations(LocationManager&, std::span<const Location> batch) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
   if (batch.empty() || !isInForeground) return;
   take(Location(batch.front()));  // a copy: whoever reacts may end the batch
 }
@@ -143,13 +143,13 @@ ForegroundGeofenceMonitor::ForegroundGeofenceMonitor(MainLoop& main, LocationSer
                                                      const ReactionServices& services,
                                                      Lazy<LocationTrackingReliability>& reliability)
     : parts_(std::make_shared<Parts>(main, locations, services, reliability)) {
-  main.assertCurrent();
+  const Turn turn = main.enter();
 }
 
 ForegroundGeofenceMonitor::~ForegroundGeofenceMonitor() = default;
 
 void ForegroundGeofenceMonitor::setDelegate(std::weak_ptr<ForegroundGeofenceDelegate> delegate) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->delegate = std::move(delegate);
 }
 
@@ -162,44 +162,44 @@ Publisher<Crossing>& ForegroundGeofenceMonitor::exitPublisher() {
 }
 
 void ForegroundGeofenceMonitor::start(const std::shared_ptr<LocationManager>& /*with*/) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->isInForeground = true;
   parts_->locationManager(parts_).startUpdatingLocation();
   parts_->services.logger.breadcrumb("🟢 FG-Monitor started (live GPS)");
 }
 
 bool ForegroundGeofenceMonitor::isRunning() const {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   return parts_->isInForeground;
 }
 
 void ForegroundGeofenceMonitor::stop() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->isInForeground = false;
   parts_->locationManager(parts_).stopUpdatingLocation();
   parts_->services.logger.breadcrumb("🔴 FG-Monitor stopped");
 }
 
 void ForegroundGeofenceMonitor::updatePolygons(const std::vector<CampaignPolygon>& polygons) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->tracked = TrackedPolygons(polygons);
   parts_->services.logger.breadcrumb(
       fmt::format("🎯 FG-Monitor loaded {} polygon geofences", polygons.size()));
 }
 
 bool ForegroundGeofenceMonitor::shouldSendNotification(std::int64_t campaignId, std::string_view activation) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   return parts_->reactions.cooldown().allows(campaignId, activation);
 }
 
 void ForegroundGeofenceMonitor::sendLocalNotifications(const CampaignData::Campaign& campaign,
                                                        std::string_view activation) {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->reactions.poster().post(campaign, activation);
 }
 
 void ForegroundGeofenceMonitor::clearCooldown() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->reactions.cooldown().clear();
 }
 

@@ -66,7 +66,7 @@ struct GeofenceService::Parts {
 
 GeofenceService::GeofenceService(const Platform& phone, const Neighbours& neighbours)
     : parts_(std::make_unique<Parts>(phone, neighbours)) {
-  phone.main.assertCurrent();
+  const Turn turn = phone.main.enter();
   parts_->loadCache();
 }
 
@@ -85,7 +85,7 @@ void GeofenceService::Parts::loadCache() {
 void GeofenceService::start(const std::string& apiKey, Config::Environment env,
                             std::shared_ptr<LocationManager> locationManager) {
   Parts& parts = *parts_;
-  parts.phone.main.assertCurrent();
+  const Turn turn = parts.phone.main.enter();
   parts.env = env;
   parts.storedApiKey = apiKey;
   parts.storedLocationManager = std::move(locationManager);
@@ -100,7 +100,7 @@ void GeofenceService::start(const std::string& apiKey, Config::Environment env,
 }
 
 void GeofenceService::refetch() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   if (parts_->storedApiKey.empty()) {
     parts_->neighbours.logger.error("refetchGeofence: SDK not initialized");
     return;
@@ -186,7 +186,7 @@ void GeofenceService::Parts::takeFix(const Location& fix) {
 }
 
 std::shared_ptr<const CampaignData> GeofenceService::current() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->current.value();
 }
 

@@ -5,19 +5,19 @@
 namespace orlan {
 
 std::shared_ptr<OrlanNotificationDelegate> NotificationBridge::delegate() const {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   return delegate_.lock();
 }
 
 void NotificationBridge::setDelegate(std::weak_ptr<OrlanNotificationDelegate> delegate) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   delegate_ = std::move(delegate);
 }
 
 void NotificationBridge::willPresent(const NotificationRequest& /*request*/,
                                      std::function<void(std::uint32_t)> completion) {
   using namespace notificationOptions;
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   completion(banner | sound | badge);
 }
 

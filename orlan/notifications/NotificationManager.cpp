@@ -28,7 +28,7 @@ NotificationManager::NotificationManager(const Platform& phone, Logger& logger, 
 }
 
 void NotificationManager::setLatest(std::optional<OrlanNotificationDetails> details) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   latest_.send(std::move(details));
 }
 
@@ -38,7 +38,7 @@ void NotificationManager::clearLatest() {
 }
 
 void NotificationManager::setAsNotificationDelegate() {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   center_.setDelegate(weak_from_this());
   logger_.breadcrumb("🔔 NotificationManager set as UNUserNotificationCenter delegate");
   const auto current = center_.delegate();
@@ -51,19 +51,19 @@ void NotificationManager::setAsNotificationDelegate() {
 }
 
 void NotificationManager::sendTestNotification() {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 Sending basic test notification");
   sendTestNotificationWithPayload(testNotifications::basicPayload());
 }
 
 void NotificationManager::sendFirebaseStyleTestNotification() {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 Sending Firebase-style test notification");
   sendTestNotificationWithPayload(testNotifications::pushStylePayload(clock_.now()));
 }
 
 void NotificationManager::sendTestNotificationWithPayload(json::Object userInfo) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 Sending test notification with custom payload");
   schedule(std::move(userInfo));
 }
@@ -79,20 +79,20 @@ void NotificationManager::schedule(json::Object userInfo) {
 }
 
 void NotificationManager::trackCTAEngagement(std::int64_t notificationID, std::int64_t locationID) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb(fmt::format("🔗 Tracking CTA engagement - notificationID: {}", notificationID));
   reportNotification(ActivityType::ctaEngagement, locationID, notificationID, NotificationType::notification);
 }
 
 void NotificationManager::trackMediaView(std::int64_t notificationID, std::int64_t locationID) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb(fmt::format("📺 Tracking media view - notificationID: {}", notificationID));
   reportNotification(ActivityType::mediaViewed, locationID, notificationID, NotificationType::notification);
 }
 
 void NotificationManager::reportNotification(ActivityType activity, std::int64_t locationID,
                                              std::int64_t curatedNotificationID, NotificationType type) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb(fmt::format("📊 Reporting notification activity: {}", wireName(activity)));
   api_->reportActivity(activity, locationID, curatedNotificationID, type);
 }
@@ -100,14 +100,14 @@ void NotificationManager::reportNotification(ActivityType activity, std::int64_t
 void NotificationManager::willPresent(const NotificationRequest& request,
                                       std::function<void(std::uint32_t)> completion) {
   using namespace notificationOptions;
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 willPresent notification - identifier: " + shown(request.identifier));
   receive(request.content, "willPresent");
   completion(banner | sound | badge);
 }
 
 void NotificationManager::didReceive(const NotificationResponse& response, std::function<void()> completion) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 didReceive notification response - identifier: " +
                      shown(response.request.identifier));
   receive(response.request.content, "didReceive");

@@ -31,7 +31,7 @@ NotificationPermissionManager::NotificationPermissionManager(const Platform& pho
       gate_(phone.main) {}
 
 void NotificationPermissionManager::refresh() {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   main_.async([self = weak_from_this()] {
     const auto manager = self.lock();
     if (!manager) return;
@@ -48,7 +48,7 @@ void NotificationPermissionManager::askForStatus() {
 
 void NotificationPermissionManager::requestPermission() {
   using namespace notificationOptions;
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   center_.requestAuthorization(alert | sound | badge,
                                [this, pass = gate_.pass()](const Result<bool>& answer) {
                                  pass([this, answer] { takeAnswer(answer); });
@@ -64,7 +64,7 @@ void NotificationPermissionManager::takeAnswer(const Result<bool>& answer) {
 void NotificationPermissionManager::willPresent(const NotificationRequest& request,
                                                 std::function<void(std::uint32_t)> completion) {
   using namespace notificationOptions;
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   systemLog_.write("[Orlan] 🔔 NotificationPermissionManager.willPresent - Received foreground notification");
   logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Received foreground notification");
   logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Notification ID: " +
@@ -76,7 +76,7 @@ void NotificationPermissionManager::willPresent(const NotificationRequest& reque
 
 void NotificationPermissionManager::didReceive(const NotificationResponse& response,
                                                std::function<void()> completion) {
-  main_.assertCurrent();
+  const Turn turn = main_.enter();
   const std::string action = shown(response.actionIdentifier);
   const std::string identifier = shown(response.request.identifier);
   systemLog_.write(

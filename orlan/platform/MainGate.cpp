@@ -25,6 +25,7 @@ MainGate::~MainGate() {
 }
 
 void MainGate::Pass::operator()(std::function<void()> task) const {
+  Turn turn;
   {
     // Held while posting, which runs nothing, so that the loop cannot end in between.
     const std::lock_guard lock(state_->mutex);
@@ -35,6 +36,7 @@ void MainGate::Pass::operator()(std::function<void()> task) const {
       });
       return;
     }
+    turn = state_->main->enter();
   }
   task();  // on the main thread nobody can close the gate meanwhile
 }

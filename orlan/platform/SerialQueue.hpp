@@ -34,6 +34,9 @@ class SerialQueue {
   virtual void confinementBroken() const { assert(false && "called outside its queue"); }
 };
 
+/// Keeps alive what a call on the main thread works with, for as long as the call is under way.
+using Turn = std::shared_ptr<const void>;
+
 /// The main thread's queue, with timers on a monotonic clock. A timer's handle cancels it when destroyed,
 /// also from inside its own task; handles are used on the main thread. Equal deadlines run in the order of
 /// starting.
@@ -44,6 +47,18 @@ class MainLoop : public SerialQueue {
 
   /// Runs `task` each `interval` (positive), first one interval from now; late ticks do not pile up.
   [[nodiscard]] virtual Subscription every(Duration interval, std::function<void()> task) = 0;
+
+  /// Opens every entry into the library on this thread, from the host or from the phone: checks the thread as
+  /// `assertCurrent` does. A host may end the library from inside whatever the library calls; until the last
+  /// turn that is under way has ended, everything the library is made of stays.
+  [[nodiscard]] Turn enter() {
+    assertCurrent();
+    return keepAlive();
+  }
+
+ private:
+  /// What a turn keeps; a phone's loop has nothing to keep.
+  virtual Turn keepAlive() { return nullptr; }
 };
 
 /// Makes serial queues. Any thread.

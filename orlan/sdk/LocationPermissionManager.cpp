@@ -47,7 +47,7 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   }
 
   void didChangeAuthorization(LocationManager&) override {
-    main.assertCurrent();
+    const Turn turn = main.enter();
     const LocationAuthorization status = mgr->authorizationStatus();
     publish([this, status] { statusSubject.send(status); });
     if (mayLocate(status)) {
@@ -59,7 +59,7 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   }
 
   void didUpdateLocations(LocationManager&, std::span<const Location> locations) override {
-    main.assertCurrent();
+    const Turn turn = main.enter();
     if (locations.empty()) return;
     publish([this, latest = locations.back()] { lastLocationSubject.send(latest); });
   }
@@ -106,7 +106,7 @@ CurrentValue<std::optional<Location>>& LocationPermissionManager::lastLocationPu
 }
 
 void LocationPermissionManager::configure() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   if (!std::exchange(parts_->isConfigured, true)) {
     parts_->mgr->setDelegate(parts_);
     parts_->observeApplication();
@@ -115,12 +115,12 @@ void LocationPermissionManager::configure() {
 }
 
 void LocationPermissionManager::requestWhenInUseAuthorization() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->mgr->requestWhenInUseAuthorization();
 }
 
 void LocationPermissionManager::requestAlwaysAuthorization() {
-  parts_->main.assertCurrent();
+  const Turn turn = parts_->main.enter();
   parts_->mgr->requestAlwaysAuthorization();
 }
 

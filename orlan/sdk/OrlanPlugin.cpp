@@ -26,13 +26,13 @@ OrlanPlugin::~OrlanPlugin() = default;
 
 void OrlanPlugin::start(const std::string& apiKey, Config::Environment env,
                         const Segmentations& segmentations, const Delegate& delegate) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->starting.withApiKey(apiKey, env, segmentations, delegate);
 }
 
 void OrlanPlugin::start(Config::Environment env, const Segmentations& segmentations,
                         const Delegate& delegate) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->starting.withHostCredentials(env, segmentations, delegate);
 }
 
@@ -40,7 +40,7 @@ void OrlanPlugin::start(const std::string& companyApiKey, const std::string& app
                         const std::string& appApiKey, const std::string& iosBundleId, Config::Environment env,
                         const Segmentations& segmentations, bool includeLegacyApiKeyHeader,
                         const Delegate& delegate) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   TransmissionAppCredentials credentials;
   credentials.companyApiKey = companyApiKey;
   credentials.appID = appId;
@@ -51,12 +51,12 @@ void OrlanPlugin::start(const std::string& companyApiKey, const std::string& app
 }
 
 std::string OrlanPlugin::getNotificationStats() const {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->notificationStats.summary(parts_->phone.clock.now());
 }
 
 void OrlanPlugin::resetNotificationStats() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->logger.breadcrumb("📊 Resetting notification statistics");
   parts_->notificationStats = {};
   parts_->notificationStats.lastReportTime = parts_->phone.clock.now();
@@ -67,14 +67,14 @@ const json::Object& OrlanPlugin::notificationTelemetry() const {
 }
 
 void OrlanPlugin::recordFGNotification(std::string_view activation) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->notificationStats.recordForeground(activation);
   parts_->logger.breadcrumb(fmt::format("📊 Recorded FG notification: {} (Total: {})", activation,
                                         parts_->notificationStats.totalNotifications));
 }
 
 void OrlanPlugin::recordBGNotification(std::string_view activation) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->notificationStats.recordBackground(activation);
   parts_->logger.breadcrumb(fmt::format("📊 Recorded BG notification: {} (Total: {})", activation,
                                         parts_->notificationStats.totalNotifications));

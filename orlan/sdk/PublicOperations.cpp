@@ -8,22 +8,22 @@
 namespace orlan {
 
 void OrlanPlugin::updateSegments(const Segmentations& segmentations, Completion<bool> completion) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->asking.updateSegments(segmentations, std::move(completion));
 }
 
 void OrlanPlugin::fetchConfiguration(bool forceRefresh, Completion<OrlanConfiguration> completion) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->asking.fetchConfiguration(forceRefresh, std::move(completion));
 }
 
 std::optional<OrlanConfiguration> OrlanPlugin::getCurrentConfiguration() const {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->services.api->cachedConfiguration();
 }
 
 void OrlanPlugin::refreshPrivacyText(Completion<std::string> completion) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->asking.refreshPrivacyText(std::move(completion));
 }
 
@@ -35,29 +35,29 @@ void OrlanPlugin::submitSurveyResponse(const std::string& notificationId,
                                        const std::optional<std::string>& locationId,
                                        const std::vector<SurveyAnswer>& answers,
                                        Completion<bool> completion) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->surveys.submit(notificationId, locationId, answers, std::move(completion));
 }
 
 void OrlanPlugin::trackSurveyEvent(const std::string& notificationId,
                                    const std::optional<std::string>& locationId, const std::string& activity,
                                    Completion<bool> completion) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->surveys.track(notificationId, locationId, activity, std::move(completion));
 }
 
 void OrlanPlugin::setCorrelationId(std::string_view correlationId) {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.api->setCorrelationId(correlationId);
 }
 
 std::string OrlanPlugin::getCorrelationId() const {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->services.api->correlationId().value_or("");
 }
 
 void OrlanPlugin::clearCorrelationId() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.api->clearCorrelationId();
 }
 
@@ -72,7 +72,7 @@ void OrlanPlugin::updateFCMToken(std::string_view token) {
 }
 
 void OrlanPlugin::refetchGeofence() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.geofence->refetch();
 }
 
@@ -81,17 +81,17 @@ Publisher<std::vector<Polygon>>& OrlanPlugin::polygonsPublisher() {
 }
 
 void OrlanPlugin::requestLocationWhenInUse() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.locationPermission->requestWhenInUseAuthorization();
 }
 
 void OrlanPlugin::requestLocationAlways() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.locationPermission->requestAlwaysAuthorization();
 }
 
 LocationAuthorization OrlanPlugin::locationAuthorizationStatus() const {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->services.locationPermission->currentStatus();
 }
 
@@ -104,12 +104,12 @@ Publisher<LocationAuthorization>& OrlanPlugin::locationAuthorizationPublisher() 
 }
 
 void OrlanPlugin::requestPushPermission() {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   parts_->services.notificationPermission->requestPermission();
 }
 
 NotificationAuthorization OrlanPlugin::pushAuthorizationStatus() const {
-  parts_->phone.main.assertCurrent();
+  const Turn turn = parts_->phone.main.enter();
   return parts_->services.notificationPermission->currentStatus();
 }
 

@@ -37,8 +37,6 @@ struct Runtime::Parts {
               platform.systemLog},
         options(std::move(given)) {}
 
-  ~Parts() { main.close(); }
-
   ScopedMainLoop main;
   Platform phone;  // the host's phone, but for its main loop
   Options options;
@@ -94,9 +92,13 @@ struct Runtime::Parts {
 };
 
 Runtime::Runtime(const Platform& phone, Options options)
-    : parts_(std::make_unique<Parts>(phone, std::move(options))) {}
+    : parts_(std::make_shared<Parts>(phone, std::move(options))) {
+  parts_->main.setOwner(parts_);
+}
 
-Runtime::~Runtime() = default;
+Runtime::~Runtime() {
+  parts_->main.close();  // the parts go now, or with the last turn that is under way
+}
 
 OrlanServices& Runtime::services() {
   return parts_->services;

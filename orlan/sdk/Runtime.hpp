@@ -17,7 +17,9 @@ struct RuntimeOptions {
 
 /// The composition root: one lazily built slot a service. It owns the library's queues, timers and requests:
 /// when it is destroyed, what is pending dies with it and the phone is as it was but for what was kept.
-/// Created, used and destroyed on the main thread; the phone outlives it.
+/// Created, used and destroyed on the main thread, also from inside anything the library calls: then nothing
+/// that is pending runs any more, the call that is under way is finished, and what the library is made of
+/// goes when that call returns. The phone outlives it.
 class Runtime {
  public:
   using Options = RuntimeOptions;
@@ -35,8 +37,8 @@ class Runtime {
   static Result<void> install(const Platform& phone, Options options = {});
 
   /// Ends the process's Runtime before its phone ends: what is pending dies, what was logged reaches the
-  /// file. Without one it does nothing. Afterwards nobody may use what `shared()` gave; `install` may be
-  /// called again.
+  /// file (from inside a callback: when the library's call returns). Without one it does nothing. Afterwards
+  /// nobody may use what `shared()` gave; `install` may be called again.
   static void uninstall();
 
   /// The Runtime that `shared()` resolves to on this thread: the innermost `Scope`'s, else the process's.
@@ -57,7 +59,7 @@ class Runtime {
 
  private:
   struct Parts;
-  std::unique_ptr<Parts> parts_;
+  std::shared_ptr<Parts> parts_;  // shared with the turns that are under way
 };
 
 }  // namespace orlan

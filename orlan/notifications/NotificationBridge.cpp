@@ -22,6 +22,7 @@ void NotificationBridge::willPresent(const NotificationRequest& /*request*/,
 }
 
 void NotificationBridge::didReceive(const NotificationResponse& response, std::function<void()> completion) {
+  const Turn turn = main_.enter();
   // Held until the host has returned: it may let its delegate go inside the call.
   if (const auto host = delegate()) host->orlanDidReceive(response);
   completion();

@@ -33,6 +33,7 @@ void NotificationManager::setLatest(std::optional<OrlanNotificationDetails> deta
 }
 
 void NotificationManager::clearLatest() {
+  const Turn turn = main_.enter();
   setLatest(std::nullopt);
   logger_.breadcrumb("🔔 Cleared latest notification");
 }

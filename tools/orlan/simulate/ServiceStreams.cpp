@@ -10,33 +10,36 @@ namespace orlan::simulate {
 struct ServiceStreams::Parts {
   explicit Parts(Transcript& lines) : transcript(lines), monitorDelegate(recordingMonitorDelegate(lines)) {}
 
-  /// Lists what `stream` emits from now on, in the form that `form` gives it.
+  /// Lists what `stream` emits from now on, in the form that `form` gives it; not the current value, which
+  /// some streams deliver while they are being subscribed to.
   template <class T, class Form>
   void list(Publisher<T>& stream, std::string_view name, Form form) {
-    subscriptions.add(
-        stream.subscribe([this, name, form](const T& value) { transcript.published(name, form(value)); }));
+    subscribing = true;
+    subscriptions.add(stream.subscribe([this, name, form](const T& value) {
+      if (!subscribing) transcript.published(name, form(value));
+    }));
+    subscribing = false;
   }
 
   void watch(LocationPermissionManager& manager) {
-    list(manager.statusPublisher().changes(), "locationAuthorization",
+    list(manager.statusPublisher(), "locationAuthorization",
          [](LocationAuthorization status) { return rawValue(status); });
-    list(manager.lastLocationPublisher().changes(), "lastLocation",
+    list(manager.lastLocationPublisher(), "lastLocation",
          [](const std::optional<Location>& fix) { return fix ? formOf(*fix) : json::Value(); });
   }
   void watch(NotificationPermissionManager& manager) {
-    list(manager.statusPublisher().changes(), "pushAuthorization",
+    list(manager.statusPublisher(), "pushAuthorization",
          [](NotificationAuthorization status) { return rawValue(status); });
   }
   void watch(NotificationManager& manager) {
     list(manager.publisher(), "notifications",
          [](const OrlanNotificationDetails& details) { return formOf(details); });
-    list(manager.latestPublisher().changes(), "latest",
-         [](const std::optional<OrlanNotificationDetails>& details) {
-           return details ? formOf(*details) : json::Value();
-         });
+    list(manager.latestPublisher(), "latest", [](const std::optional<OrlanNotificationDetails>& details) {
+      return details ? formOf(*details) : json::Value();
+    });
   }
   void watch(GeofenceService& service) {
-    list(service.polygonsPublisherPublic().changes(), "polygons",
+    list(service.polygonsPublisherPublic(), "polygons",
          [](const std::vector<Polygon>& polygons) { return formOf(polygons); });
     list(service.campaigns(), "campaigns", [](const CampaignData& data) { return json::encode(data); });
   }
@@ -51,7 +54,7 @@ struct ServiceStreams::Parts {
   void watch(BackgroundRegionMonitor& monitor) {
     monitor.setDelegate(monitorDelegate);
     listCrossings(monitor, "background");
-    list(monitor.circlesPublisher().changes(), "circles",
+    list(monitor.circlesPublisher(), "circles",
          [](const std::vector<Circle>& circles) { return formOf(circles); });
   }
 
@@ -69,6 +72,7 @@ struct ServiceStreams::Parts {
   Transcript& transcript;
   std::shared_ptr<MonitorDelegate> monitorDelegate;
   SubscriptionBag subscriptions;
+  bool subscribing = false;
 };
 
 ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript)

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "orlan/platform/httpRules.hpp"
+#include "phones/common/Threads.hpp"
 #include "phones/linux/HttpCall.hpp"
 #include "phones/linux/HttpTransfer.hpp"
-#include "phones/linux/Threads.hpp"
 
 namespace orlan::linuxphone {
 namespace {
@@ -224,7 +224,7 @@ void CurlHttpClient::Engine::cancelAll() {
 CurlHttpClient::CurlHttpClient(phone::PhoneObserver& observer, HttpOptions options) {
   startLibrary();
   engine_ = std::make_shared<Engine>(observer, std::move(options));
-  thread_ = startThread("http", [engine = engine_] { engine->run(); });
+  thread_ = phone::startThread("http", [engine = engine_] { engine->run(); });
 }
 
 CurlHttpClient::~CurlHttpClient() {

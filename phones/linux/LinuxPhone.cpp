@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "phones/common/ThreadQueue.hpp"
 #include "phones/linux/DiskFiles.hpp"
 #include "phones/linux/SqliteStore.hpp"
-#include "phones/linux/ThreadQueue.hpp"
 #include "phones/linux/directories.hpp"
 #include "phones/linux/disk.hpp"
 
@@ -52,7 +52,7 @@ struct LinuxPhone::Parts {
   const std::unique_ptr<TimeSource> time;
   EventLoop main;
   SystemClock clock;
-  ThreadQueues queues;
+  phone::ThreadQueues queues;
   SystemRandom random;
   SqliteStore store;
   DiskFiles files;

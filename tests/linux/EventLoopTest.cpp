@@ -9,9 +9,9 @@
 #include <thread>
 #include <vector>
 
+#include "phones/common/ThreadQueue.hpp"
 #include "phones/linux/EventLoop.hpp"
 #include "phones/linux/SignalStop.hpp"
-#include "phones/linux/ThreadQueue.hpp"
 #include "phones/linux/TimedTasks.hpp"
 
 namespace orlan::linuxphone {
@@ -241,7 +241,7 @@ TEST(ThreadQueueLife, ItsEndRunsWhatIsPostedAndWhatThatPosts) {
   Ran ran;
   for (int round = 0; round < 50; ++round) {
     ran.clear();
-    auto queue = std::make_unique<ThreadQueue>("com.example.test");
+    auto queue = std::make_unique<phone::ThreadQueue>("com.example.test");
     SerialQueue& posting = *queue;
     queue->async([&] {
       ran.push_back("1");
@@ -254,10 +254,21 @@ TEST(ThreadQueueLife, ItsEndRunsWhatIsPostedAndWhatThatPosts) {
   }
 }
 
+TEST(ThreadQueueLife, LeavesInterruptionsToTheHostAndFaultsToItsHandlers) {
+  sigset_t blocked;
+  {
+    phone::ThreadQueue queue("test");
+    queue.async([&] { pthread_sigmask(SIG_BLOCK, nullptr, &blocked); });
+  }
+  for (const int signal : {SIGINT, SIGTERM, SIGCHLD, SIGPIPE}) EXPECT_EQ(sigismember(&blocked, signal), 1);
+  for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTRAP, SIGSYS})
+    EXPECT_EQ(sigismember(&blocked, fault), 0) << fault;
+}
+
 TEST(ThreadQueueLife, ATaskMayDestroyItsOwnQueue) {
   std::atomic<int> ran = 0;
-  auto queue = std::make_unique<ThreadQueue>("test");
-  ThreadQueue& posting = *queue;
+  auto queue = std::make_unique<phone::ThreadQueue>("test");
+  phone::ThreadQueue& posting = *queue;
   std::atomic<bool> mayStart = false;
   posting.async([&] {
     while (!mayStart) std::this_thread::yield();

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "phones/linux/Threads.hpp"
+#include "phones/common/Threads.hpp"
 
 namespace orlan::linuxphone::test {
 namespace {
@@ -107,7 +107,7 @@ LoopbackServer::LoopbackServer(Script script)
       ends_(::eventfd(0, EFD_CLOEXEC)) {
   port_ = bindAnywhere(listener_.get());
   if (::listen(listener_.get(), 64) != 0) throw std::runtime_error("no loopback server");
-  acceptor_ = startThread("acceptor", [this] { acceptAll(); });  // no signals here: SIGPIPE
+  acceptor_ = phone::startThread("acceptor", [this] { acceptAll(); });  // no signals here: SIGPIPE
 }
 
 LoopbackServer::~LoopbackServer() {

@@ -1,13 +1,13 @@
-#include "phones/linux/ThreadQueue.hpp"
+#include "phones/common/ThreadQueue.hpp"
 
 #include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <utility>
 
-#include "phones/linux/Threads.hpp"
+#include "phones/common/Threads.hpp"
 
-namespace orlan::linuxphone {
+namespace orlan::phone {
 
 struct ThreadQueue::Inbox {
   std::mutex mutex;
@@ -26,17 +26,10 @@ struct ThreadQueue::Inbox {
   }
 };
 
-namespace {
-
-thread_local const void* currentInbox = nullptr;
-
-}  // namespace
-
-ThreadQueue::ThreadQueue(std::string_view label) : inbox_(std::make_shared<Inbox>()) {
+ThreadQueue::ThreadQueue(std::string_view label, Runner runner) : inbox_(std::make_shared<Inbox>()) {
   const auto dot = label.rfind('.');  // of "com.example.logger" the last part says most
-  thread_ = startThread(dot == label.npos ? label : label.substr(dot + 1), [inbox = inbox_] {
-    currentInbox = inbox.get();
-    while (auto task = inbox->take()) task();
+  thread_ = startThread(dot == label.npos ? label : label.substr(dot + 1), [inbox = inbox_, runner] {
+    while (auto task = inbox->take()) runner(std::move(task));
   });
 }
 
@@ -61,8 +54,4 @@ void ThreadQueue::async(std::function<void()> task) {
   inbox_->changed.notify_one();
 }
 
-bool ThreadQueue::isCurrent() const {
-  return currentInbox == inbox_.get();
-}
-
-}  // namespace orlan::linuxphone
+}  // namespace orlan::phone

@@ -6,17 +6,21 @@
 
 #include "orlan/platform/SerialQueue.hpp"
 
-namespace orlan::linuxphone {
+namespace orlan::phone {
 
 /// A serial queue on a thread of its own. Destroying it runs what is still posted, and what that posts, then
 /// ends the thread; a task that destroys its own queue does not wait for itself.
 class ThreadQueue final : public SerialQueue {
  public:
-  explicit ThreadQueue(std::string_view label);
+  /// What a phone puts around each task, such as what becomes of its exceptions.
+  using Runner = void (*)(std::function<void()> task);
+
+  explicit ThreadQueue(
+      std::string_view label, Runner runner = [](std::function<void()> task) { task(); });
   ~ThreadQueue() override;
 
   void async(std::function<void()> task) override;
-  [[nodiscard]] bool isCurrent() const override;
+  [[nodiscard]] bool isCurrent() const override { return thread_.get_id() == std::this_thread::get_id(); }
 
  private:
   struct Inbox;
@@ -31,4 +35,4 @@ class ThreadQueues final : public Queues {
   }
 };
 
-}  // namespace orlan::linuxphone
+}  // namespace orlan::phone

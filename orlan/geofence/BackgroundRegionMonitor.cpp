@@ -141,8 +141,8 @@ Publisher<Crossing>& BackgroundRegionMonitor::exitPublisher() {
   return parts_->reactions.exitPublisher();
 }
 
-CurrentValue<std::vector<Circle>>& BackgroundRegionMonitor::circlesPublisher() {
-  return parts_->regions.circles();
+Publisher<std::vector<Circle>>& BackgroundRegionMonitor::circlesPublisher() {
+  return parts_->regions.circlesPublisher();
 }
 
 void BackgroundRegionMonitor::updateRegions(const std::vector<CampaignPolygon>& polygons) {

@@ -40,8 +40,8 @@ class BackgroundRegionMonitor : public PolygonSink {
 
   /// The circles that are watched: the current list first; then, at each change of campaigns, the empty list
   /// and the growing one after each circle. Both names give the same stream.
-  [[nodiscard]] CurrentValue<std::vector<Circle>>& circlesPublisher();
-  [[nodiscard]] CurrentValue<std::vector<Circle>>& circlesPublisherPublic() { return circlesPublisher(); }
+  [[nodiscard]] Publisher<std::vector<Circle>>& circlesPublisher();
+  [[nodiscard]] Publisher<std::vector<Circle>>& circlesPublisherPublic() { return circlesPublisher(); }
 
   /// Watches these campaigns' areas instead of the last ones, the nearest 20 of them. The same campaigns as
   /// last time change nothing, whatever their shapes. Who was inside a campaign that stays is still inside.

@@ -13,16 +13,6 @@
 #include "orlan/geofence/RefreshPolicy.hpp"
 
 namespace orlan {
-namespace {
-
-std::vector<Polygon> polygonsOf(const std::vector<CampaignPolygon>& list) {
-  std::vector<Polygon> polygons;
-  polygons.reserve(list.size());
-  for (const auto& entry : list) polygons.push_back(entry.polygon);
-  return polygons;
-}
-
-}  // namespace
 
 struct GeofenceService::Parts {
   Parts(const Platform& platform, const Neighbours& others)
@@ -37,6 +27,8 @@ struct GeofenceService::Parts {
   void request(const std::string& apiKey, const Location& fix, std::string_view reason);
   void finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason);
   void publish(const CampaignFetch::Campaigns& data);
+  void setCurrent(const CampaignFetch::Campaigns& data);
+  void setPolygons(const std::vector<CampaignPolygon>& list);
   void restartTimer();
   void observeApplication();
   void takeFix(const Location& fix);
@@ -44,8 +36,10 @@ struct GeofenceService::Parts {
   const Platform phone;
   const Neighbours neighbours;
 
-  CurrentValue<std::shared_ptr<const CampaignData>> current;
-  CurrentValue<std::vector<Polygon>> polygons;
+  CampaignFetch::Campaigns current;
+  CurrentValue<CampaignFetch::Campaigns> currentSubject;
+  std::vector<Polygon> polygons;
+  CurrentValue<std::vector<Polygon>> polygonsSubject;
   Subject<CampaignData> campaigns;
 
   Config::Environment env = Config::Environment::staging;
@@ -77,9 +71,8 @@ void GeofenceService::Parts::loadCache() {
   if (!bytes) return;
   auto response = NewGeofenceResponse::decode(*bytes);
   if (!response) return;
-  auto data = std::make_shared<const CampaignData>(convert(std::move(response).value(), neighbours.logger));
-  current.send(data);
-  polygons.send(polygonsOf(campaignPolygons(data)));
+  setCurrent(std::make_shared<const CampaignData>(convert(std::move(response).value(), neighbours.logger)));
+  setPolygons(campaignPolygons(current));
 }
 
 void GeofenceService::start(const std::string& apiKey, Config::Environment env,
@@ -150,13 +143,24 @@ void GeofenceService::Parts::finish(const Result<CampaignFetch::Campaigns>& answ
 
 void GeofenceService::Parts::publish(const CampaignFetch::Campaigns& data) {
   neighbours.logger.log(fmt::format("✅ Geofence fetch OK – {} campaigns", data->campaignsArray.size()));
-  current.send(data);
+  setCurrent(data);
   campaigns.send(*data);
   push.dispatch(*data);
   const auto list = campaignPolygons(data);
   neighbours.foreground.takePolygons(list);
   neighbours.background.takePolygons(list);
-  polygons.send(polygonsOf(list));
+  setPolygons(list);
+}
+
+void GeofenceService::Parts::setCurrent(const CampaignFetch::Campaigns& data) {
+  current = data;
+  currentSubject.send(data);
+}
+
+void GeofenceService::Parts::setPolygons(const std::vector<CampaignPolygon>& list) {
+  polygons.clear();
+  for (const auto& entry : list) polygons.push_back(entry.polygon);
+  polygonsSubject.send(polygons);
 }
 
 void GeofenceService::Parts::restartTimer() {
@@ -187,19 +191,20 @@ void GeofenceService::Parts::takeFix(const Location& fix) {
 
 std::shared_ptr<const CampaignData> GeofenceService::current() {
   const Turn turn = parts_->phone.main.enter();
-  return parts_->current.value();
-}
-
-Publisher<std::shared_ptr<const CampaignData>>& GeofenceService::currentPublisher() {
   return parts_->current;
 }
 
-std::vector<Polygon> GeofenceService::currentPolygons() const {
-  return parts_->polygons.value();
+Publisher<std::shared_ptr<const CampaignData>>& GeofenceService::currentPublisher() {
+  return parts_->currentSubject;
 }
 
-CurrentValue<std::vector<Polygon>>& GeofenceService::polygonsPublisherPublic() {
+std::vector<Polygon> GeofenceService::currentPolygons() const {
+  const Turn turn = parts_->phone.main.enter();
   return parts_->polygons;
+}
+
+Publisher<std::vector<Polygon>>& GeofenceService::polygonsPublisherPublic() {
+  return parts_->polygonsSubject;
 }
 
 Publisher<CampaignData>& GeofenceService::campaigns() {

@@ -48,7 +48,7 @@ class GeofenceService : public CampaignSource {
 
   /// Polygons of the latest data, in campaign order: the current list first, then each change.
   [[nodiscard]] std::vector<Polygon> currentPolygons() const;
-  [[nodiscard]] CurrentValue<std::vector<Polygon>>& polygonsPublisherPublic();
+  [[nodiscard]] Publisher<std::vector<Polygon>>& polygonsPublisherPublic();
 
   /// Emits once a successful fetch.
   [[nodiscard]] Publisher<CampaignData>& campaigns();

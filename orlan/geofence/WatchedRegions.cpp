@@ -57,7 +57,8 @@ void WatchedRegions::forgetAll(const std::vector<std::int64_t>& preserved) {
   for (const auto& region : manager_.monitoredRegions()) manager_.stopMonitoring(region.identifier);
   idMap_.clear();
   inside_.clear();
-  circles_.send({});
+  circles_.clear();
+  circlesSubject_.send(circles_);
   if (preserved.empty()) {
     exitDetection_.stop();
   } else {
@@ -85,9 +86,8 @@ bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std
   auto circle = regionSelection::circleForVertices(polygon.polygon.coordinates());
   if (!circle) return false;
   circle->radius = regionSelection::clampedRadius(circle->radius);
-  auto circles = circles_.value();
-  circles.push_back(*circle);
-  circles_.send(std::move(circles));
+  circles_.push_back(*circle);
+  circlesSubject_.send(circles_);
   if (round != round_) return false;
 
   const std::int64_t campaignId = polygon.campaign->campaign.campaignId;

@@ -37,7 +37,7 @@ class WatchedRegions {
   void leave(const std::string& identifier) { inside_.erase(identifier); }
 
   /// As they are watched, in the order of registration; grows circle by circle during an update.
-  [[nodiscard]] CurrentValue<std::vector<Circle>>& circles() { return circles_; }
+  [[nodiscard]] Publisher<std::vector<Circle>>& circlesPublisher() { return circlesSubject_; }
 
  private:
   using CampaignIds = std::set<std::int64_t>;
@@ -52,7 +52,8 @@ class WatchedRegions {
   LocationManager& manager_;
   ExitDetection& exitDetection_;
   Logger& logger_;
-  CurrentValue<std::vector<Circle>> circles_;
+  std::vector<Circle> circles_;
+  CurrentValue<std::vector<Circle>> circlesSubject_;
   std::unordered_map<std::string, SharedCampaign> idMap_;
   std::set<std::string> inside_;
   CampaignIds lastCampaignIds_;

@@ -29,7 +29,8 @@ NotificationManager::NotificationManager(const Platform& phone, Logger& logger, 
 
 void NotificationManager::setLatest(std::optional<OrlanNotificationDetails> details) {
   const Turn turn = main_.enter();
-  latest_.send(std::move(details));
+  latest_ = std::move(details);
+  latestSubject_.send(latest_);
 }
 
 void NotificationManager::clearLatest() {
@@ -153,7 +154,7 @@ OrlanNotificationDetails NotificationManager::detailsOf(const NotificationConten
 void NotificationManager::publish(const OrlanNotificationDetails& details) {
   logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID));
   subject_.send(details);
-  latest_.send(details);
+  setLatest(details);
 }
 
 }  // namespace orlan

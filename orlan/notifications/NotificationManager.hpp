@@ -31,12 +31,14 @@ class NotificationManager final : public NotificationCenterDelegate,
   static NotificationManager& shared();
 
   /// The record published last, unless somebody set another or cleared it.
-  [[nodiscard]] std::optional<OrlanNotificationDetails> latest() const { return latest_.value(); }
+  [[nodiscard]] std::optional<OrlanNotificationDetails> latest() const { return latest_; }
   void setLatest(std::optional<OrlanNotificationDetails> details);
   void clearLatest();
 
   /// The current value first, then every change.
-  [[nodiscard]] CurrentValue<std::optional<OrlanNotificationDetails>>& latestPublisher() { return latest_; }
+  [[nodiscard]] Publisher<std::optional<OrlanNotificationDetails>>& latestPublisher() {
+    return latestSubject_;
+  }
 
   /// Every record published after the subscription, each before it becomes `latest`. A notification that is
   /// presented and then tapped is published twice.
@@ -77,7 +79,8 @@ class NotificationManager final : public NotificationCenterDelegate,
   Lazy<APIService>& api_;
   QuestionLookup questions_;
   Subject<OrlanNotificationDetails> subject_;
-  CurrentValue<std::optional<OrlanNotificationDetails>> latest_;
+  std::optional<OrlanNotificationDetails> latest_;
+  CurrentValue<std::optional<OrlanNotificationDetails>> latestSubject_;
   MainGate gate_;
 };
 

@@ -42,8 +42,13 @@ void NotificationPermissionManager::refresh() {
 
 void NotificationPermissionManager::askForStatus() {
   center_.authorizationStatus([this, pass = gate_.pass()](NotificationAuthorization answer) {
-    pass([this, answer] { status_.send(answer); });
+    pass([this, answer] { publish(answer); });
   });
+}
+
+void NotificationPermissionManager::publish(NotificationAuthorization status) {
+  status_ = status;
+  statusSubject_.send(status);
 }
 
 void NotificationPermissionManager::requestPermission() {
@@ -57,7 +62,7 @@ void NotificationPermissionManager::requestPermission() {
 
 void NotificationPermissionManager::takeAnswer(const Result<bool>& answer) {
   if (!answer) return systemLog_.write("[Orlan] Push-auth error: " + answer.error().description);
-  status_.send(*answer ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
+  publish(*answer ? NotificationAuthorization::authorized : NotificationAuthorization::denied);
   if (*answer) application_.registerForRemoteNotifications();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -29,8 +30,8 @@ class NotificationPermissionManager final
 
   /// The latest known status; `notDetermined` until the first answer. Subscribers must not count on the
   /// thread on which values arrive. `currentStatus` may be asked on any.
-  [[nodiscard]] CurrentValue<NotificationAuthorization>& statusPublisher() { return status_; }
-  [[nodiscard]] NotificationAuthorization currentStatus() const { return status_.value(); }
+  [[nodiscard]] Publisher<NotificationAuthorization>& statusPublisher() { return statusSubject_; }
+  [[nodiscard]] NotificationAuthorization currentStatus() const { return status_; }
 
   /// Becomes the centre's delegate on the main queue, then asks the centre for its settings and publishes
   /// them.
@@ -48,6 +49,7 @@ class NotificationPermissionManager final
 
  private:
   void askForStatus();
+  void publish(NotificationAuthorization status);
   void takeAnswer(const Result<bool>& answer);
 
   MainLoop& main_;
@@ -56,7 +58,8 @@ class NotificationPermissionManager final
   SystemLog& systemLog_;
   Logger& logger_;
   Lazy<NotificationManager>& manager_;
-  CurrentValue<NotificationAuthorization> status_{NotificationAuthorization::notDetermined};
+  std::atomic<NotificationAuthorization> status_ = NotificationAuthorization::notDetermined;
+  CurrentValue<NotificationAuthorization> statusSubject_{NotificationAuthorization::notDetermined};
   MainGate gate_;
 };
 

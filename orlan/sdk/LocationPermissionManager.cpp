@@ -49,7 +49,7 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   void didChangeAuthorization(LocationManager&) override {
     const Turn turn = main.enter();
     const LocationAuthorization status = mgr->authorizationStatus();
-    publish([this, status] { statusSubject.send(status); });
+    publish([this, status] { setStatus(status); });
     if (mayLocate(status)) {
       mgr->startUpdatingLocation();
     } else {
@@ -68,6 +68,11 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
     systemLog.write("[Orlan] CLLocation error: " + error.description);
   }
 
+  void setStatus(LocationAuthorization status) {
+    currentStatus = status;
+    statusSubject.send(status);
+  }
+
   /// Subscribers hear values on the next turn of the main loop, never inside the location service's callback.
   template <class Emit>
   void publish(Emit emit) {
@@ -79,6 +84,7 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   MainLoop& main;
   Application& application;
   SystemLog& systemLog;
+  LocationAuthorization currentStatus = LocationAuthorization::notDetermined;
   CurrentValue<LocationAuthorization> statusSubject{LocationAuthorization::notDetermined};
   CurrentValue<std::optional<Location>> lastLocationSubject;
   SubscriptionBag appStateObservers;
@@ -94,14 +100,14 @@ LocationPermissionManager::LocationPermissionManager(MainLoop& main, LocationSer
 LocationPermissionManager::~LocationPermissionManager() = default;
 
 LocationAuthorization LocationPermissionManager::currentStatus() const {
-  return parts_->statusSubject.value();
+  return parts_->currentStatus;
 }
 
-CurrentValue<LocationAuthorization>& LocationPermissionManager::statusPublisher() {
+Publisher<LocationAuthorization>& LocationPermissionManager::statusPublisher() {
   return parts_->statusSubject;
 }
 
-CurrentValue<std::optional<Location>>& LocationPermissionManager::lastLocationPublisher() {
+Publisher<std::optional<Location>>& LocationPermissionManager::lastLocationPublisher() {
   return parts_->lastLocationSubject;
 }
 
@@ -111,7 +117,7 @@ void LocationPermissionManager::configure() {
     parts_->mgr->setDelegate(parts_);
     parts_->observeApplication();
   }
-  parts_->statusSubject.send(parts_->mgr->authorizationStatus());
+  parts_->setStatus(parts_->mgr->authorizationStatus());
 }
 
 void LocationPermissionManager::requestWhenInUseAuthorization() {

@@ -22,8 +22,8 @@ class LocationPermissionManager {
   static LocationPermissionManager& shared();
 
   [[nodiscard]] LocationAuthorization currentStatus() const;
-  [[nodiscard]] CurrentValue<LocationAuthorization>& statusPublisher();
-  [[nodiscard]] CurrentValue<std::optional<Location>>& lastLocationPublisher();
+  [[nodiscard]] Publisher<LocationAuthorization>& statusPublisher();
+  [[nodiscard]] Publisher<std::optional<Location>>& lastLocationPublisher();
 
   /// What the facade's start does: becomes the delegate of its location manager and observes the application,
   /// the first time; then publishes the current status.

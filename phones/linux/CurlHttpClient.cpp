@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cassert>
 #include <chrono>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -49,16 +50,11 @@ class CurlHttpClient::Engine {
   void run();
 
  private:
-  struct Order {
-    Call call;
-    std::unique_ptr<HttpTransfer> transfer;  // none: refuse or forget the call
-    std::optional<Error> refusal;            // none: forget it
-  };
+  using Transfer = std::shared_ptr<HttpTransfer>;
 
-  void post(Order order);
+  void post(std::function<void()> order);
   bool obeyOrders();
-  void obey(Order order, bool closing);
-  void begin(const Call& call, std::unique_ptr<HttpTransfer> transfer);
+  void begin(const Call& call, Transfer transfer);
   void drop(const Call& call);
   bool reportFinished();
   void end(CURL* easy, CURLcode code);
@@ -70,11 +66,11 @@ class CurlHttpClient::Engine {
   std::atomic<phone::RequestId> sent_ = 0;
 
   std::mutex mutex_;
-  std::vector<Order> orders_;
+  std::vector<std::function<void()>> orders_;  // for the client's thread
   bool closing_ = false;
 
   std::unique_ptr<CURLM, Releasing<curl_multi_cleanup>> multi_;
-  std::map<Call, std::unique_ptr<HttpTransfer>> transfers_;  // client's thread
+  std::map<Call, Transfer> transfers_;  // client's thread
 };
 
 // What is refused never becomes a request, so that nobody is told of one.
@@ -84,22 +80,23 @@ CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, H
   if (!refusal && !url.handle) refusal = urlErrors::badURL();
   if (refusal) {
     auto call = std::make_shared<HttpCall>(HttpCall::unseen, std::move(done));
-    post({call, nullptr, std::move(refusal)});
+    post([this, call, why = std::move(*refusal)] { call->finish(observer_, Unexpected(why)); });
     return call;
   }
   const phone::RequestId id = ++sent_;
   auto call = std::make_shared<HttpCall>(id, std::move(done));
   observer_.request(id, request);  // before the answer can come
-  post({call, std::make_unique<HttpTransfer>(std::move(request), std::move(url), options_), std::nullopt});
+  auto transfer = std::make_shared<HttpTransfer>(std::move(request), std::move(url), options_);
+  post([this, call, transfer = std::move(transfer)] { begin(call, transfer); });
   return call;
 }
 
 void CurlHttpClient::Engine::forget(const Call& call) {
   call->cancel();
-  post({call, nullptr, std::nullopt});
+  post([this, call] { drop(call); });
 }
 
-void CurlHttpClient::Engine::post(Order order) {
+void CurlHttpClient::Engine::post(std::function<void()> order) {
   {
     const std::lock_guard lock(mutex_);
     orders_.push_back(std::move(order));
@@ -129,14 +126,14 @@ void CurlHttpClient::Engine::run() {
 /// Whether to go on.
 bool CurlHttpClient::Engine::obeyOrders() {
   while (true) {
-    std::vector<Order> orders;
+    std::vector<std::function<void()>> orders;
     bool closing = false;
     {
       const std::lock_guard lock(mutex_);
       orders.swap(orders_);
       closing = closing_;
     }
-    for (auto& order : orders) obey(std::move(order), closing);
+    for (auto& order : orders) std::exchange(order, nullptr)();
     if (!closing) return true;
     cancelAll();
     const std::lock_guard lock(mutex_);
@@ -144,19 +141,7 @@ bool CurlHttpClient::Engine::obeyOrders() {
   }
 }
 
-void CurlHttpClient::Engine::obey(Order order, bool closing) {
-  if (order.refusal) {
-    order.call->finish(observer_, Unexpected(std::move(*order.refusal)));
-  } else if (!order.transfer) {
-    drop(order.call);
-  } else if (closing) {
-    order.call->finish(observer_, Unexpected(urlErrors::cancelled()));
-  } else {
-    begin(order.call, std::move(order.transfer));
-  }
-}
-
-void CurlHttpClient::Engine::begin(const Call& call, std::unique_ptr<HttpTransfer> transfer) {
+void CurlHttpClient::Engine::begin(const Call& call, Transfer transfer) {
   curl_easy_setopt(transfer->easy(), CURLOPT_PRIVATE, call.get());
   if (curl_multi_add_handle(multi_.get(), transfer->easy()) != CURLM_OK) {
     return call->finish(observer_, Unexpected(urlErrors::other("the request could not be started")));
@@ -215,7 +200,6 @@ int CurlHttpClient::Engine::endOverdue() {
 void CurlHttpClient::Engine::cancelAll() {
   for (auto ending = std::move(transfers_); auto& [call, transfer] : ending) {
     curl_multi_remove_handle(multi_.get(), transfer->easy());
-    transfer.reset();
     call->finish(observer_, Unexpected(urlErrors::cancelled()));
   }
   transfers_.clear();

@@ -2,15 +2,12 @@
 #include <cmath>
 
 #include "orlan/base/text.hpp"
-#include "phones/linux/Errors.hpp"
 #include "phones/linux/IsoTime.hpp"
 #include "phones/linux/Track.hpp"
 #include "phones/linux/XmlText.hpp"
 
 namespace orlan::linuxphone {
 namespace {
-
-using Why = std::string;
 
 struct Point {
   Location fix;
@@ -52,18 +49,18 @@ double accuracy(const pugi::xml_node& point) {
   return assumedAccuracy;
 }
 
-Result<Point, Why> readPoint(const pugi::xml_node& node) {
+Result<Point, std::string> readPoint(const pugi::xml_node& node) {
   const auto latitude = degrees(node, "lat", 90.0);
-  if (!latitude) return Unexpected(Why("a point without a valid latitude"));
+  if (!latitude) return Unexpected(std::string("a point without a valid latitude"));
   const auto longitude = degrees(node, "lon", 180.0);
-  if (!longitude) return Unexpected(Why("a point without a valid longitude"));
+  if (!longitude) return Unexpected(std::string("a point without a valid longitude"));
   Point point{{{*latitude, *longitude}, accuracy(node), {}}, std::nullopt};
 
   const std::string time = xml::text(childNamed(node, "time"));
   const auto trimmed = text::trimmed(time);
   if (trimmed.empty()) return point;
   point.time = parseIsoTime(trimmed);
-  if (!point.time) return Unexpected(Why("not a time: ").append(trimmed));
+  if (!point.time) return Unexpected("not a time: " + std::string(trimmed));
   return point;
 }
 
@@ -91,22 +88,19 @@ Track track(const std::vector<Point>& points) {
 
 }  // namespace
 
-Result<Track> parseGpx(std::string_view bytes) {
+Result<Track, std::string> parseGpx(std::string_view bytes) {
   pugi::xml_document document;
-  if (const auto loaded = xml::load(document, bytes); !loaded) {
-    return Unexpected(errors::track(loaded.error()));
-  }
+  if (const auto loaded = xml::load(document, bytes); !loaded) return Unexpected(loaded.error());
   const auto gpx = document.document_element();
-  if (xml::localName(gpx) != "gpx")
-    return Unexpected(errors::track(xml::place(bytes, gpx) + "not a GPX file"));
+  if (xml::localName(gpx) != "gpx") return Unexpected(xml::place(bytes, gpx) + "not a GPX file");
   const auto nodes = pointsOf(gpx);
-  if (nodes.empty()) return Unexpected(errors::track("there is no track point in it"));
+  if (nodes.empty()) return Unexpected(std::string("there is no track point in it"));
 
   std::vector<Point> points;
   points.reserve(nodes.size());
   for (const auto& node : nodes) {
     auto point = readPoint(node);
-    if (!point) return Unexpected(errors::track(xml::place(bytes, node) + point.error()));
+    if (!point) return Unexpected(xml::place(bytes, node) + point.error());
     points.push_back(*point);
   }
   return track(points);

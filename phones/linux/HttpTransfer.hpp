@@ -10,16 +10,10 @@
 
 #include "orlan/platform/HttpClient.hpp"
 #include "phones/linux/CurlHttpClient.hpp"
+#include "phones/linux/Releasing.hpp"
 
 namespace orlan::linuxphone {
 
-template <auto release>
-struct Releasing {
-  template <class T>
-  void operator()(T* held) const {
-    release(held);
-  }
-};
 using EasyHandle = std::unique_ptr<CURL, Releasing<curl_easy_cleanup>>;
 using UrlHandle = std::unique_ptr<CURLU, Releasing<curl_url_cleanup>>;
 using HeaderList = std::unique_ptr<curl_slist, Releasing<curl_slist_free_all>>;

@@ -103,12 +103,6 @@ phone::ApplicationModel& LinuxPhone::application() {
 TrackPlayer& LinuxPhone::player() {
   return parts_->player;
 }
-const std::string& LinuxPhone::cacheDirectory() const {
-  return parts_->directories.cache;
-}
-const std::string& LinuxPhone::dataDirectory() const {
-  return parts_->directories.data;
-}
 
 void LinuxPhone::setTimeScale(double scale) {
   parts_->main.assertCurrent();

@@ -61,8 +61,6 @@ class LinuxPhone {
   [[nodiscard]] phone::LocalNotificationCenter& notifications();
   [[nodiscard]] phone::ApplicationModel& application();
   [[nodiscard]] TrackPlayer& player();
-  [[nodiscard]] const std::string& cacheDirectory() const;
-  [[nodiscard]] const std::string& dataDirectory() const;
 
   /// From now on time runs at another pace; for a phone whose configuration names a pace or a wall clock, any
   /// other keeps real time. Main thread.

@@ -1,28 +1,20 @@
 #include "phones/linux/NmeaSentence.hpp"
 
-#include <cmath>
+#include <algorithm>
+#include <charconv>
 
 #include "orlan/base/text.hpp"
-#include "phones/linux/IsoTime.hpp"
 
 namespace orlan::linuxphone::nmea {
 namespace {
 
-std::optional<unsigned> hexDigit(char c) {
-  if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-  if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A' + 10);
-  if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a' + 10);
-  return std::nullopt;
-}
-
 /// `body` stands between "$" and "*".
 bool checksumMatches(std::string_view body, std::string_view digits) {
-  if (digits.size() < 2) return false;
-  const auto high = hexDigit(digits[0]);
-  const auto low = hexDigit(digits[1]);
-  unsigned sum = 0;
-  for (const char c : body) sum ^= static_cast<unsigned char>(c);
-  return high && low && sum == *high * 16 + *low;
+  unsigned stated = 0;
+  const auto two = digits.substr(0, 2);
+  const auto read = std::from_chars(two.data(), two.data() + two.size(), stated, 16);
+  for (const char c : body) stated ^= static_cast<unsigned char>(c);
+  return two.size() == 2 && read.ptr == two.data() + 2 && stated == 0;
 }
 
 /// "3725.58362" as degrees and minutes.
@@ -68,25 +60,6 @@ Line readLine(std::string_view line) {
     begin = end + 1;
   }
   return {LineKind::sentence, std::move(sentence)};
-}
-
-std::optional<Duration> timeOfDay(std::string_view text) {
-  const auto hour = takeNumber(text, 2);
-  const auto minute = takeNumber(text, 2);
-  const auto second = parseSeconds(text);
-  if (!hour || !minute || !second || *hour > 23 || *minute > 59) return std::nullopt;
-  return std::chrono::hours(*hour) + std::chrono::minutes(*minute) + *second;
-}
-
-std::optional<std::chrono::sys_days> date(std::string_view text) {
-  const auto day = takeNumber(text, 2);
-  const auto month = takeNumber(text, 2);
-  const auto year = takeNumber(text, 2);
-  if (!day || !month || !year || !text.empty()) return std::nullopt;
-  const std::chrono::year_month_day date{std::chrono::year(*year + (*year < 80 ? 2000 : 1900)),
-                                         std::chrono::month(static_cast<unsigned>(*month)),
-                                         std::chrono::day(static_cast<unsigned>(*day))};
-  return date.ok() ? std::optional(std::chrono::sys_days(date)) : std::nullopt;
 }
 
 std::optional<Coordinate> coordinate(const Sentence& sentence, std::size_t first) {

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "orlan/base/Time.hpp"
 #include "orlan/platform/Coordinate.hpp"
 
 /// One line of an NMEA 0183 stream. Pure functions.
@@ -28,12 +27,6 @@ struct Line {
 };
 
 [[nodiscard]] Line readLine(std::string_view line);
-
-/// "021417.00": time of day.
-[[nodiscard]] std::optional<Duration> timeOfDay(std::string_view text);
-
-/// "070220": the day, 1980 to 2079.
-[[nodiscard]] std::optional<std::chrono::sys_days> date(std::string_view text);
 
 /// Latitude, hemisphere, longitude and hemisphere in four fields from `first` on ("3725.58362", "N", …).
 [[nodiscard]] std::optional<Coordinate> coordinate(const Sentence& sentence, std::size_t first);

@@ -2,20 +2,19 @@
 #include <cmath>
 
 #include "orlan/base/text.hpp"
-#include "phones/linux/Errors.hpp"
+#include "phones/linux/IsoTime.hpp"
 #include "phones/linux/NmeaSentence.hpp"
 #include "phones/linux/Track.hpp"
 
 namespace orlan::linuxphone {
 namespace {
 
-using std::chrono::sys_days;
 constexpr Duration day = std::chrono::hours(24);
 
 /// What the sentences of one instant say together.
 struct Epoch {
   Duration timeOfDay{};
-  std::optional<sys_days> date;
+  std::optional<TimePoint> date;
   std::optional<Coordinate> coordinate;
   bool saysNoFix = false;
   std::optional<double> dop;
@@ -33,12 +32,18 @@ std::optional<double> positive(std::string_view text) {
   return number && std::isfinite(*number) && *number > 0 ? number : std::nullopt;
 }
 
+/// "070220".
+std::optional<TimePoint> dayOf(std::string_view text) {
+  const auto read = takeDate(text, "%d%m%y");
+  return text.empty() ? read : std::nullopt;
+}
+
 /// False for a sentence that we do not read.
 bool read(const nmea::Sentence& sentence, Epoch& epoch) {
   if (sentence.type == "RMC") {
     const bool isActive = sentence.field(2) == "A";
     if (!isActive) epoch.saysNoFix = true;
-    if (isActive) epoch.date = nmea::date(sentence.field(9));  // a receiver without a fix makes dates up
+    if (isActive) epoch.date = dayOf(sentence.field(9));  // a receiver without a fix makes dates up
     if (!epoch.coordinate) epoch.coordinate = nmea::coordinate(sentence, 3);
   } else if (sentence.type == "GGA") {
     if (sentence.field(6).empty() || sentence.field(6) == "0") epoch.saysNoFix = true;
@@ -60,8 +65,9 @@ struct Stream {
 };
 
 void add(Stream& stream, const nmea::Sentence& sentence) {
-  const auto time = nmea::timeOfDay(sentence.field(1));
-  if (!time) return;
+  std::string_view field = sentence.field(1);
+  const auto time = takeTimeOfDay(field, "%H%M%S");
+  if (!time || !field.empty()) return;
   const bool continues = !stream.epochs.empty() && stream.epochs.back().timeOfDay == *time;
   Epoch epoch = continues ? stream.epochs.back() : Epoch{};
   epoch.timeOfDay = *time;
@@ -86,16 +92,16 @@ Stream readStream(std::string_view bytes) {
 }
 
 /// The day of `time` when `neighbour` is less than half a day away from it.
-sys_days dayNextTo(Duration time, const Epoch& neighbour) {
-  if (time - neighbour.timeOfDay > day / 2) return *neighbour.date - std::chrono::days(1);
-  if (neighbour.timeOfDay - time > day / 2) return *neighbour.date + std::chrono::days(1);
+TimePoint dayNextTo(Duration time, const Epoch& neighbour) {
+  if (time - neighbour.timeOfDay > day / 2) return *neighbour.date - day;
+  if (neighbour.timeOfDay - time > day / 2) return *neighbour.date + day;
   return *neighbour.date;
 }
 
 void fillDates(std::vector<Epoch>& epochs) {
   const auto dated = std::find_if(epochs.begin(), epochs.end(), [](const Epoch& e) { return e.date; });
   const auto first = dated == epochs.end() ? epochs.begin() : dated;
-  if (!first->date) first->date = sys_days();
+  if (!first->date) first->date = TimePoint();
   for (auto it = first; it != epochs.begin(); --it) (it - 1)->date = dayNextTo((it - 1)->timeOfDay, *it);
   for (auto it = first + 1; it != epochs.end(); ++it) {
     if (!it->date) it->date = dayNextTo(it->timeOfDay, *(it - 1));
@@ -112,16 +118,16 @@ std::string nothingUsable(const Stream& stream) {
 
 }  // namespace
 
-Result<Track> parseNmea(std::string_view bytes) {
+Result<Track, std::string> parseNmea(std::string_view bytes) {
   Stream stream = readStream(bytes);
   Track track;
   if (!stream.epochs.empty()) fillDates(stream.epochs);
   for (const Epoch& epoch : stream.epochs) {
     if (epoch.hasFix()) {
-      track.fixes.push_back({*epoch.coordinate, epoch.accuracy(), TimePoint(*epoch.date) + epoch.timeOfDay});
+      track.fixes.push_back({*epoch.coordinate, epoch.accuracy(), *epoch.date + epoch.timeOfDay});
     }
   }
-  if (track.fixes.empty()) return Unexpected(errors::track(nothingUsable(stream)));
+  if (track.fixes.empty()) return Unexpected(nothingUsable(stream));
   std::stable_sort(track.fixes.begin(), track.fixes.end(),
                    [](const Location& a, const Location& b) { return a.timestamp < b.timestamp; });
   return track;

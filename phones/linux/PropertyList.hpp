@@ -9,12 +9,11 @@
 namespace orlan::linuxphone {
 
 /// The dictionary in a property list, in XML (any encoding that XML can name, with or without a byte-order
-/// mark) or binary form. Of duplicate keys the last wins. Data becomes bytes, a date its ISO 8601 text, an
-/// unsigned integer beyond the signed range a double (in the binary form, where it cannot be told from a
-/// negative one: that negative one).
+/// mark) or binary form, whose reals keep seven decimals. Of duplicate keys the last wins. Data becomes
+/// bytes, a date its ISO 8601 text, an integer beyond the signed range a double.
 ///
-/// Anything else is an error of one line: no property list, a mistake inside, a root that is no dictionary,
-/// more than `longestPropertyList` bytes, deeper than a hundred levels.
+/// Anything else is an error of one line (domain "PropertyList", code -1): no property list, a mistake
+/// inside, a root that is no dictionary, more than `longestPropertyList` bytes, deeper than a hundred levels.
 [[nodiscard]] Result<json::Object> parsePropertyList(std::string_view bytes);
 
 /// The same of a file; the error begins with `path`.

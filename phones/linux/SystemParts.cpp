@@ -5,8 +5,32 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 
 namespace orlan::linuxphone {
+namespace {
+
+/// write(2) to standard output that never raises SIGPIPE, whatever the host does about that signal.
+ssize_t writeOut(std::string_view bytes) {
+  sigset_t pipe;
+  sigset_t before;
+  sigset_t pending;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  pthread_sigmask(SIG_BLOCK, &pipe, &before);
+  sigpending(&pending);  // one that is there already is the host's
+  const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+  const int why = errno;
+  if (written < 0 && why == EPIPE && sigismember(&pending, SIGPIPE) == 0) {
+    const timespec now{};
+    sigtimedwait(&pipe, nullptr, &now);  // takes ours away before it can strike
+  }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  errno = why;
+  return written;
+}
+
+}  // namespace
 
 std::uint64_t SystemRandom::next() {
   std::uint64_t bits = 0;
@@ -20,7 +44,7 @@ void printToStandardOutput(std::span<const ConsoleLine> lines) {
   for (const ConsoleLine& line : lines) all += line.text;
   std::string_view left = all;
   while (!left.empty()) {
-    const ssize_t written = ::write(STDOUT_FILENO, left.data(), left.size());
+    const ssize_t written = writeOut(left);
     if (written < 0 && errno != EINTR) return;  // nobody reads it any more
     if (written > 0) left.remove_prefix(static_cast<std::size_t>(written));
   }

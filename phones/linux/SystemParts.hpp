@@ -20,7 +20,8 @@ class SystemRandom final : public RandomSource {
 /// Where printed lines go; one call at a time.
 using ConsoleSink = std::function<void(std::span<const ConsoleLine>)>;
 
-/// Writes all lines of a call to standard output at once, so that those of several processes do not mix.
+/// Writes all lines of a call to standard output at once, so that those of several processes do not mix. When
+/// nobody reads it any more they are lost; no SIGPIPE is raised.
 void printToStandardOutput(std::span<const ConsoleLine> lines);
 
 class HostConsole final : public Console {

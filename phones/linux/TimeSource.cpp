@@ -30,11 +30,6 @@ std::chrono::nanoseconds RealTime::realTime(Duration phoneTime) const {
 
 ReplayTime::ReplayTime(double scale, TimePoint start) : start_(start), pace_{usableScale(scale)} {}
 
-double ReplayTime::scale() const {
-  const std::lock_guard lock(mutex_);
-  return pace_.scale;
-}
-
 void ReplayTime::setScale(double scale) {
   const std::lock_guard lock(mutex_);
   pace_ = {usableScale(scale), elapsed(pace_)};
@@ -55,7 +50,8 @@ Duration ReplayTime::elapsed(const Pace& pace) const {
 }
 
 std::chrono::nanoseconds ReplayTime::realTime(Duration phoneTime) const {
-  const double nanoseconds = std::ceil(static_cast<double>(phoneTime.count()) * 1000.0 / scale());
+  const std::lock_guard lock(mutex_);
+  const double nanoseconds = std::ceil(static_cast<double>(phoneTime.count()) * 1000.0 / pace_.scale);
   if (!(nanoseconds > 0)) return std::chrono::nanoseconds(0);
   if (nanoseconds >= static_cast<double>(longestSleep.count())) return longestSleep;
   return std::chrono::nanoseconds(static_cast<std::chrono::nanoseconds::rep>(nanoseconds));

@@ -40,8 +40,6 @@ class ReplayTime final : public TimeSource {
   /// `scale` is clamped to 0.001 … 1,000,000 (not-a-number: 1); the wall clock starts at `start`.
   ReplayTime(double scale, TimePoint start);
 
-  [[nodiscard]] double scale() const;
-
   /// Time goes on from where it is at another pace. On the main thread of the loop that sleeps by it.
   void setScale(double scale);
 

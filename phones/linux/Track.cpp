@@ -1,6 +1,6 @@
 #include "phones/linux/Track.hpp"
 
-#include "phones/linux/Errors.hpp"
+#include "orlan/base/text.hpp"
 #include "phones/linux/disk.hpp"
 
 namespace orlan::linuxphone {
@@ -19,12 +19,15 @@ bool looksLikeXml(std::string_view bytes) {
 }  // namespace
 
 Result<Track> readTrack(const std::string& path) {
+  auto wrong = [&](const std::string& what) {
+    return Unexpected(Error{"Track", -1, text::escapedControls(path + ": " + what)});
+  };
   const auto bytes = disk::read(path, longestTrack);
-  if (!bytes) return Unexpected(errors::track(path + ": " + bytes.error().message()));
-  if (bytes->empty()) return Unexpected(errors::track(path + ": the file is empty"));
+  if (!bytes) return wrong(bytes.error().message());
+  if (bytes->empty()) return wrong("the file is empty");
   auto track = looksLikeXml(*bytes) ? parseGpx(*bytes) : parseNmea(*bytes);
-  if (!track) return Unexpected(errors::track(path + ": " + track.error().description));
-  return track;
+  if (!track) return wrong(track.error());
+  return std::move(*track);
 }
 
 std::vector<TimePoint> filledTimes(const std::vector<std::optional<TimePoint>>& times) {

@@ -20,8 +20,8 @@ struct Track {
 inline constexpr double metresPerDop = 5.0;
 inline constexpr double assumedAccuracy = 5.0;
 
-/// A file in GPX or NMEA form, whatever its name says. The error is one line, `path: line 12: what is wrong`.
-/// A track without any fix is an error.
+/// A file in GPX or NMEA form, whatever its name says. The error (domain "Track", code -1) is one line,
+/// `path: line 12: what is wrong`. A track without any fix is an error.
 [[nodiscard]] Result<Track> readTrack(const std::string& path);
 
 /// GPX 1.0 and 1.1: the points of all tracks, or of all routes where there is no track point.
@@ -30,7 +30,7 @@ inline constexpr double assumedAccuracy = 5.0;
 ///   before the first and after the last timed one, and where there is none at all, they are a second apart.
 /// - Accuracy: `hAcc` or `accuracy` in the extensions (negative: the fix is not valid), else from `hdop`.
 /// - A coordinate or a time that cannot be read is an error, as is a document that is not well-formed.
-[[nodiscard]] Result<Track> parseGpx(std::string_view bytes);
+[[nodiscard]] Result<Track, std::string> parseGpx(std::string_view bytes);
 
 /// NMEA 0183: RMC, GGA and GST sentences of any talker; other lines, and those whose checksum is missing or
 /// wrong, are skipped. Sentences of the same time make one epoch.
@@ -39,7 +39,7 @@ inline constexpr double assumedAccuracy = 5.0;
 /// - Dates come from RMC; epochs without one continue from their neighbours, over midnight where needed, and
 ///   a file without any date begins on 1970-01-01.
 /// - Accuracy: the root of the squared standard deviations of GST, else from the HDOP of GGA.
-[[nodiscard]] Result<Track> parseNmea(std::string_view bytes);
+[[nodiscard]] Result<Track, std::string> parseNmea(std::string_view bytes);
 
 /// Fills what is missing by the rule above: as many times as given.
 [[nodiscard]] std::vector<TimePoint> filledTimes(const std::vector<std::optional<TimePoint>>& times);

@@ -14,23 +14,22 @@ std::string absolute(const std::string& path) {
   return whole;
 }
 
-}  // namespace
-
-std::optional<std::string> environmentVariable(const char* name) {
+std::string environment(const char* name) {
   const char* value = std::getenv(name);
-  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+  return value == nullptr ? "" : value;
 }
 
-Directories directories(const std::string& home, const std::string& application,
-                        const Environment& environment) {
+}  // namespace
+
+Directories directories(const std::string& home, const std::string& application) {
   if (!home.empty()) {
     const std::string base = absolute(home);
     return {base + "/cache", base + "/data"};
   }
   auto base = [&](const char* variable, const char* belowHome) {
-    const auto stated = environment(variable);
-    if (stated && stated->starts_with('/')) return absolute(*stated);
-    return absolute(environment("HOME").value_or("/") + "/" + belowHome);
+    const std::string stated = environment(variable);
+    if (stated.starts_with('/')) return absolute(stated);
+    return absolute(environment("HOME") + "/" + belowHome);
   };
   return {base("XDG_CACHE_HOME", ".cache") + "/" + application,
           base("XDG_DATA_HOME", ".local/share") + "/" + application};

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <optional>
 #include <string>
 
 namespace orlan::linuxphone {
@@ -12,13 +10,8 @@ struct Directories {
   std::string data;   // must not: the store, the device's identity
 };
 
-/// Reads a variable of the environment; nothing when it is not set.
-using Environment = std::function<std::optional<std::string>(const char* name)>;
-[[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
-
 /// `home`/cache and `home`/data; for an empty `home` those of the XDG base directories with `application` as
 /// the last part (a relative one there counts as not set).
-[[nodiscard]] Directories directories(const std::string& home, const std::string& application,
-                                      const Environment& environment = environmentVariable);
+[[nodiscard]] Directories directories(const std::string& home, const std::string& application);
 
 }  // namespace orlan::linuxphone

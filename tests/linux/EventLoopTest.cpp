@@ -225,7 +225,6 @@ TEST(ReplayTime, NeverSleepsTooShortAndTakesAnyScale) {
               {std::nan(""), 1.0}, {1e300, 1e6}, {600.0, 600.0}};
   for (const auto& row : rows) {
     const ReplayTime time(row.scale, {});
-    EXPECT_EQ(time.scale(), row.used);
     for (const Duration wait : {Duration(0), Duration(1), Duration(999'983), Duration::max(), Duration(-5)}) {
       const auto sleep = time.realTime(wait);
       EXPECT_GE(sleep.count(), 0);

@@ -213,11 +213,11 @@ TEST(Directories, FollowHomeOrTheUsersOwn) {
        "/u/.local/share/app"},
   };
   for (const auto& row : rows) {
-    const auto found = directories(row.home, "app", [&](const char* name) -> std::optional<std::string> {
-      const auto it = row.environment.find(name);
-      if (it == row.environment.end()) return std::nullopt;
-      return it->second;
-    });
+    for (const char* name : {"HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+      const auto stated = row.environment.find(name);
+      ::setenv(name, stated == row.environment.end() ? "" : stated->second.c_str(), 1);
+    }
+    const auto found = directories(row.home, "app");
     EXPECT_EQ(found.cache, row.cache) << row.name;
     EXPECT_EQ(found.data, row.data) << row.name;
   }
@@ -293,6 +293,19 @@ TEST(HostConsole, PrintsALinesTextAndTellsItsMessage) {
   EXPECT_EQ(printed, "[t] [INFO] one\n[t] [WARN] a\nb\n");
   HostConsole({}, watcher).print(lines);
   EXPECT_EQ(watcher.seen, "INFO|one;WARN|a\nb;INFO|one;WARN|a\nb;");
+}
+
+TEST(HostConsole, AReaderThatGoesAwayCostsTheHostNothing) {
+  const auto host = [] {
+    int ends[2];
+    if (::pipe(ends) != 0 || ::close(ends[0]) != 0 || ::dup2(ends[1], STDOUT_FILENO) < 0) ::_exit(1);
+    const ConsoleLine lines[] = {{"INFO", "one", "one\n"}};
+    for (int i = 0; i < 2; ++i) printToStandardOutput(lines);
+    (void)!::write(STDERR_FILENO, "alive", 5);
+    (void)!::write(STDOUT_FILENO, "x", 1);  // the host's own: what it does about the signal is as it was
+    ::_exit(2);
+  };
+  EXPECT_EXIT(host(), ::testing::KilledBySignal(SIGPIPE), "alive");
 }
 
 }  // namespace

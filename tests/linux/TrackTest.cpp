@@ -100,7 +100,7 @@ TEST(RecordedTracks, WhatCannotBeWalkedIsOneLineWithFileAndPlace) {
 std::vector<std::string> gpxFixes(const std::string& points) {
   const auto track =
       parseGpx("<g:gpx xmlns:g=\"x\"><g:trk><g:trkseg>" + points + "</g:trkseg></g:trk></g:gpx>");
-  if (!track) return {track.error().description};
+  if (!track) return {track.error()};
   std::vector<std::string> fixes;
   for (const auto& fix : track->fixes) {
     fixes.push_back(std::to_string(secondsSince1970(fix.timestamp)).substr(0, 4) + " " +
@@ -144,7 +144,7 @@ TEST(GpxTrack, TakesRoutesWhenThereIsNoTrackAndAnyEncoding) {
                                     {"byte-order mark", "\xef\xbb\xbf" + text},
                                     {"UTF-16", utf16}}) {
     const auto track = parseGpx(bytes);
-    ASSERT_TRUE(track) << name << ": " << track.error().description;
+    ASSERT_TRUE(track) << name << ": " << track.error();
     EXPECT_EQ(track->fixes.size(), 1U) << name;
   }
 }

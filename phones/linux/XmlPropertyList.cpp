@@ -1,17 +1,32 @@
+#include "phones/linux/XmlPropertyList.hpp"
+
 #include <algorithm>
 
 #include "orlan/base/Time.hpp"
 #include "orlan/base/text.hpp"
 #include "phones/linux/IsoTime.hpp"
-#include "phones/linux/PropertyListForms.hpp"
 #include "phones/linux/XmlText.hpp"
 
 // A property list's XML is read here and not by libplist, which takes "abc" for the number 0, gives negative
 // integers back unsigned, obeys the process's locale and cannot say where a mistake stands.
-namespace orlan::linuxphone::plist {
+namespace orlan::linuxphone {
 namespace {
 
 using Read = Result<json::Value, std::string>;
+
+constexpr int deepest = 100;  // levels
+
+pugi::xml_node firstElement(pugi::xml_node node) {
+  while (node && node.type() != pugi::node_element) node = node.next_sibling();
+  return node;
+}
+
+std::optional<json::Value> integer(std::string_view digits) {
+  if (const auto number = text::toInteger(digits)) return json::Value(*number);
+  if (digits.find_first_not_of("+-0123456789") != digits.npos) return std::nullopt;
+  const auto beyondRange = text::toDouble(digits);
+  return beyondRange ? std::optional(json::Value(*beyondRange)) : std::nullopt;
+}
 
 class Reader {
  public:
@@ -56,12 +71,17 @@ class Reader {
     return json::Value(std::move(elements));
   }
 
-  Read scalar(const pugi::xml_node& node, std::string_view kind, const std::string& content) const {
-    const std::string_view trimmed = text::trimmed(content);
+  Read scalar(const pugi::xml_node& node, std::string_view kind, std::string content) const {
     if (kind == "string") {
       if (!text::isUtf8(content)) return wrong(node, "not valid text");
-      return json::Value(content);
+      return json::Value(std::move(content));
     }
+    if (kind == "data") {
+      std::erase_if(content, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+      if (auto bytes = text::fromBase64(content)) return json::Value(Bytes{std::move(*bytes)});
+      return wrong(node, "not base64");
+    }
+    const std::string_view trimmed = text::trimmed(content);
     if (kind == "integer") {
       if (const auto number = integer(trimmed)) return *number;
       return wrong(node, "not an integer");
@@ -74,35 +94,7 @@ class Reader {
       if (const auto time = parseIsoTime(trimmed)) return json::Value(isoDateTime(*time));
       return wrong(node, "not a date");
     }
-    if (kind == "data") return data(node, content);
     return wrong(node, "not an element of a property list: <" + std::string(kind) + ">");
-  }
-
-  Read data(const pugi::xml_node& node, std::string content) const {
-    std::erase_if(content, [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
-    auto bytes = text::fromBase64(content);
-    if (!bytes) return wrong(node, "not base64");
-    return json::Value(Bytes{std::move(*bytes)});
-  }
-
-  static std::optional<json::Value> integer(std::string_view digits) {
-    if (const auto number = text::toInteger(digits)) return json::Value(*number);
-    // What is left: hexadecimal, or beyond the range of an integer.
-    const bool isHexadecimal = digits.find_first_of("xX") != digits.npos;
-    const auto allowed = isHexadecimal ? "+-0123456789abcdefABCDEFxX" : "+-0123456789";
-    if (digits.find_first_not_of(allowed) != digits.npos) return std::nullopt;
-    const auto number = text::toDouble(digits);
-    if (!number) return std::nullopt;
-    constexpr double exact = 9007199254740992.0;  // 2^53
-    if (isHexadecimal && *number >= -exact && *number <= exact) {
-      return json::Value(static_cast<std::int64_t>(*number));
-    }
-    return json::Value(*number);
-  }
-
-  static pugi::xml_node firstElement(pugi::xml_node node) {
-    while (node && node.type() != pugi::node_element) node = node.next_sibling();
-    return node;
   }
 
   std::string_view bytes_;
@@ -110,16 +102,15 @@ class Reader {
 
 }  // namespace
 
-Read readXml(std::string_view bytes) {
+Read readXmlPropertyList(std::string_view bytes) {
   pugi::xml_document document;
   if (const auto loaded = xml::load(document, bytes); !loaded) return Unexpected(loaded.error());
   const auto root = document.document_element();
   const Reader reader(bytes);
   if (std::string_view(root.name()) != "plist") return reader.wrong(root, "not a property list");
-  const auto content =
-      root.find_child([](const pugi::xml_node& node) { return node.type() == pugi::node_element; });
+  const auto content = firstElement(root.first_child());
   if (!content) return reader.wrong(root, "the property list is empty");
   return reader.value(content, 1);
 }
 
-}  // namespace orlan::linuxphone::plist
+}  // namespace orlan::linuxphone

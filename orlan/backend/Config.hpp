@@ -38,23 +38,33 @@ struct RawValues<OrlanEnvironment> {
 /// By meaning, not by position. Any integer outside 0 to 3 selects `staging`.
 [[nodiscard]] Config::Environment environmentFromBridged(std::int64_t raw);
 
-/// The base URLs of both backend families, one an environment. An endpoint's URL is base + path, as they are.
-struct BaseUrls {
-  using Family = std::array<std::string, 4>;  // in the order of `allCases<Config::Environment>()`
-  Family platform;
-  Family transmission;
-
+/// The base URLs of both backend families, one an environment, each checked when it is set: what is in here
+/// forms a URL with every endpoint's path put behind it as it is.
+class BaseUrls {
+ public:
   /// The built-in hosts under the reserved domain `.example`, which answer nobody.
   static BaseUrls builtIn();
 
-  /// Replaces one address after checking it: an absolute http or https URL with a host; for the platform
-  /// family and the transmission layer's `development` and `production` without path or trailing slash, for
-  /// its `nightly` with the path "/api/", for its `staging` with the path "/api".
+  /// Replaces one address, or says why not and keeps the old one. An address is "https://HOST" or
+  /// "https://HOST:PORT"; plain http is for the loopback only. Nothing stands behind it, not even a slash,
+  /// but for the transmission layer's `nightly`, which has the path "/api/", and its `staging`, which has
+  /// "/api".
   Result<void> setPlatform(Config::Environment environment, std::string url);
   Result<void> setTransmission(Config::Environment environment, std::string url);
 
   [[nodiscard]] const std::string& platformUrl(Config::Environment environment) const;
   [[nodiscard]] const std::string& transmissionUrl(Config::Environment environment) const;
+
+ private:
+  BaseUrls() = default;
+
+  // In the order of `allCases<Config::Environment>()`.
+  std::array<std::string, 4> platform_{
+      "https://platform.development.orlan.example", "https://platform.nightly.orlan.example",
+      "https://platform.staging.orlan.example", "https://platform.orlan.example"};
+  std::array<std::string, 4> transmission_{
+      "https://transmission.development.orlan.example", "https://transmission.nightly.orlan.example/api/",
+      "https://transmission.staging.orlan.example/api", "https://transmission.orlan.example"};
 };
 
 }  // namespace orlan

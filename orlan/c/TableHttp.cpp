@@ -7,6 +7,7 @@
 
 #include "orlan/c/Guard.hpp"
 #include "orlan/c/Values.hpp"
+#include "orlan/platform/Url.hpp"
 #include "orlan/platform/httpRules.hpp"
 
 namespace orlan::c {
@@ -80,7 +81,7 @@ SerialQueue& TableHttp::queue() {
 }
 
 bool TableHttp::isUrl(std::string_view text) const {
-  return phone::isAcceptableUrl(text);
+  return isSecureUrl(text);
 }
 
 Subscription TableHttp::send(HttpRequest request, HttpDone done) {

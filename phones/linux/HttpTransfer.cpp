@@ -6,7 +6,7 @@
 
 #include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
-#include "orlan/platform/httpRules.hpp"
+#include "orlan/platform/Url.hpp"
 
 namespace orlan::linuxphone {
 namespace {
@@ -41,7 +41,7 @@ std::string withoutBrackets(std::string host) {
 }  // namespace
 
 CheckedUrl checkedUrl(std::string_view text) {
-  if (!phone::isAcceptableUrl(text)) return {};
+  if (!isSecureUrl(text)) return {};
   UrlHandle url(curl_url());
   // The path goes out as it was given, dots included.
   const unsigned flags = CURLU_PATH_AS_IS | CURLU_DISALLOW_USER;
@@ -49,7 +49,7 @@ CheckedUrl checkedUrl(std::string_view text) {
     return {};
   }
   const bool isPlain = part(url.get(), CURLUPART_SCHEME) != "https";
-  if (isPlain && !phone::isLoopback(withoutBrackets(part(url.get(), CURLUPART_HOST)))) return {};
+  if (isPlain && !isLoopback(withoutBrackets(part(url.get(), CURLUPART_HOST)))) return {};
   return {std::move(url), isPlain};
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "orlan/platform/Url.hpp"
 #include "orlan/platform/httpRules.hpp"
 
 namespace orlan::sim {
@@ -33,7 +34,7 @@ SimulatedHttp::~SimulatedHttp() {
 }
 
 bool SimulatedHttp::isUrl(std::string_view text) const {
-  return phone::isAcceptableUrl(text);
+  return isSecureUrl(text);
 }
 
 Subscription SimulatedHttp::send(HttpRequest request, HttpDone done) {
@@ -63,7 +64,7 @@ void SimulatedHttp::endProcess() {
 }
 
 HttpAnswer SimulatedHttp::answerFor(const HttpRequest& request) {
-  const std::string path(phone::parseUrl(request.url)->path);
+  const std::string path(parseUrl(request.url)->path);
   const auto found = routes_.find({request.method, path});
   if (found == routes_.end() || found->second.answers.empty()) return HttpAnswer::unreachable();
   Route& route = found->second;

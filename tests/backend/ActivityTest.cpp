@@ -178,17 +178,6 @@ TEST(Activity, DeviceIsNamedByWhatIsKnownOfIt) {
   }
 }
 
-TEST(Activity, AddressThatIsNoUrlEndsBeforeTheNetwork) {
-  BaseUrls urls = BaseUrls::builtIn();
-  urls.platform.fill("http://plain.example");  // plain http stays on the loopback
-  Bed bed({}, urls);
-  reportMedia(*bed.api);
-  EXPECT_THAT(bed.settle(), IsEmpty());
-  reportEntry(*bed.api);
-  EXPECT_THAT(bed.settle(), ElementsAre("ERROR ❌ Geo activity failed: " + urlErrors::badURL().description));
-  EXPECT_THAT(bed.tape.requests, IsEmpty());
-}
-
 const std::string kPluginUrl = "https://platform.nightly.orlan.example/api/plugin-activity/create";
 
 TEST(PluginActivity, GoesOutUnescapedInTheGivenEnvironment) {
@@ -229,13 +218,7 @@ TEST(PluginActivity, OutcomesAreOnlyLogged) {
   }
 }
 
-TEST(PluginActivity, UnusableAddressOrTextEndsBeforeTheNetwork) {
-  BaseUrls urls = BaseUrls::builtIn();
-  urls.platform.fill("nowhere");
-  Bed lost({}, urls);
-  lost.api->createPluginActivity("plugin_started", "K", Config::Environment::staging);
-  EXPECT_THAT(lost.settle(), ElementsAre("• Preparing to create plugin activity", "• Invalid URL"));
-
+TEST(PluginActivity, UnusableTextEndsBeforeTheNetwork) {
   sim::PhoneSettings settings;
   settings.device.vendorIdentifier.reset();
   Bed bed(std::move(settings));

@@ -46,6 +46,21 @@ class Tape final : public phone::PhoneObserver {
   Events take() { return std::exchange(events, {}); }
 };
 
+/// Takes no text for a URL.
+class NowhereHttp final : public HttpClient {
+ public:
+  [[nodiscard]] bool isUrl(std::string_view) const override { return false; }
+  [[nodiscard]] Subscription send(HttpRequest request, HttpDone) override {
+    ADD_FAILURE() << request.url;
+    return {};
+  }
+};
+
+inline Platform with(const Platform& p, HttpClient& http) {
+  return {p.main,      p.queues,        p.clock,       p.random, p.store,  p.files,   http,
+          p.locations, p.notifications, p.application, p.device, p.bundle, p.console, p.systemLog};
+}
+
 /// A client on a simulated phone whose clock stands at 2025-03-14 09:26:53 UTC.
 struct Bed {
   explicit Bed(sim::PhoneSettings settings = {}, BaseUrls urls = BaseUrls::builtIn())

@@ -224,16 +224,24 @@ TEST(Segments, AFailureLeavesTheStoredOnes) {
 }
 
 TEST(HostCalls, WhatCannotBeSentFailsAtOnceAndSendsNothing) {
-  BaseUrls nowhere = BaseUrls::builtIn();
-  nowhere.platform.fill("nowhere");
-  nowhere.transmission.fill("nowhere");
-  Bed lost({}, nowhere);
+  Bed lost(stored(identity));
+  test::NowhereHttp nowhere;
+  lost.api.emplace(test::with(lost.phone.platform(), nowhere), BaseUrls::builtIn(), lost.logger,
+                   lost.reliability);
+  const auto segments = "Invalid URL: " + platform + "/api/segments";
+  const auto configuration = "Invalid URL: " + configUrl;
   const auto a = note(lost, lost.api->updateSegments({"a"}));
   const auto b = note(lost, lost.api->fetchConfiguration(false));
-  EXPECT_THAT(
-      lost.tape.take(),
-      ElementsAre("ERROR Invalid URL: nowhere/api/segments", "fail URL -1 Invalid URL: nowhere/api/segments",
-                  "ERROR Invalid URL: nowhere/get-config", "fail URL -1 Invalid URL: nowhere/get-config"));
+  lost.api->updateFCMToken("new");
+  lost.api->createPluginActivity("plugin_started", "K", lost.api->env());
+  lost.api->reportActivity(ActivityType::mediaViewed, 1, 2, NotificationType::notification);
+  lost.api->reportGeoActivity(ActivityType::geofence_entry, 1, 2, NotificationType::geofence, 0, 0);
+  EXPECT_THAT(lost.tape.take(),
+              ElementsAre("ERROR " + segments, "fail URL -1 " + segments, "ERROR " + configuration,
+                          "fail URL -1 " + configuration, "• 🔥 Stored FCM token new…",
+                          "WARN Skipping token sync - invalid URL: " + registrationUrl,
+                          "• Preparing to create plugin activity", "• Invalid URL",
+                          "ERROR ❌ Geo activity failed: " + urlErrors::badURL().description));
 
   Bed bed;
   const auto c = note(bed, bed.api->updateSegments({"fine", "\xff"}));
@@ -251,7 +259,6 @@ TEST(HostCalls, WhatCannotBeSentFailsAtOnceAndSendsNothing) {
                           "ERROR SURVEY-TRACK-02 ❌ Event tracking failed: a text is not UTF-8",
                           "fail JSON -1 a text is not UTF-8"));
   EXPECT_THAT(bed.tape.requests, IsEmpty());
-  EXPECT_THAT(lost.tape.requests, IsEmpty());
 }
 
 TEST(CorrelationId, IsKeptTrimmedAndSentWithTheRecordAgain) {

@@ -158,15 +158,5 @@ TEST(TokenSync, EnvironmentOfTheLastStartCountsBeforeTheClientsOwn) {
   }
 }
 
-TEST(TokenSync, AddressThatIsNoUrlIsSkippedWithAWarning) {
-  BaseUrls urls = BaseUrls::builtIn();
-  urls.platform.fill("nowhere");
-  Bed bed(registered(), urls);
-  bed.api->updateFCMToken("new");
-  EXPECT_EQ(bed.settle().back(),
-            "WARN Skipping token sync - invalid URL: nowhere/api/device-registerd/create");
-  EXPECT_THAT(bed.tape.requests, IsEmpty());
-}
-
 }  // namespace
 }  // namespace orlan

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "orlan/platform/httpRules.hpp"
+#include "orlan/platform/Url.hpp"
 
 namespace orlan::report {
 
@@ -16,7 +16,7 @@ const std::string& identifierOf(const Notification& notification) {
 }
 
 std::string pathOf(const std::string& url) {
-  const auto parts = phone::parseUrl(url);
+  const auto parts = parseUrl(url);
   if (!parts) return url;  // a phone refuses it, which the report shows
   return parts->path.empty() ? "/" : std::string(parts->path);
 }

@@ -1,7 +1,7 @@
 #include "tools/orlan/run/Addresses.hpp"
 
 #include "orlan/base/text.hpp"
-#include "orlan/platform/httpRules.hpp"
+#include "orlan/platform/Url.hpp"
 
 namespace orlan::run {
 
@@ -15,7 +15,7 @@ std::string withoutTrailingSlash(std::string url) {
 /// What stands behind the host in the built-in address of the transmission layer.
 std::string transmissionPath(Config::Environment environment) {
   const std::string url = BaseUrls::builtIn().transmissionUrl(environment);
-  const auto parts = phone::parseUrl(url);
+  const auto parts = parseUrl(url);
   return parts ? std::string(parts->path) : "";
 }
 

@@ -38,14 +38,15 @@ class Application final : public orlan::OrlanPluginDelegate {
 
   /// The person taps five stars.
   void show(const orlan::OrlanNotificationDetails& details) {
-    std::cout << "tapped: " << details.headline << '\n';
+    std::cout << "tapped: " << details.headline() << '\n';
     std::vector<orlan::SurveyAnswer> answers;
-    for (const auto& question : details.questions.value_or(std::vector<orlan::SurveyQuestion>())) {
+    for (const auto& question : details.questions().value_or(std::vector<orlan::SurveyQuestion>())) {
       std::cout << "  " << question.question << " 5\n";
       answers.push_back(question.toAnswer("5"));
     }
     orlan::OrlanPlugin::shared().submitSurveyResponse(
-        std::to_string(details.notifID), std::to_string(details.locationID), answers, [](const auto& result) {
+        std::to_string(details.notifID()), std::to_string(details.locationID()), answers,
+        [](const auto& result) {
           std::cout << (result ? "  thank you\n" : "  not sent: " + result.error().description + '\n');
         });
   }

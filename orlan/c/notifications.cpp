@@ -13,20 +13,20 @@ using orlan::OrlanNotificationDetails;
 
 void emit(orlan_details_handler handler, void* context, const OrlanNotificationDetails& details) {
   std::optional<std::string> questions;
-  if (details.questions) questions = orlan::json::encodeText(*details.questions);
+  if (details.questions()) questions = orlan::json::encodeText(*details.questions());
   orlan_notification_details out{};
   out.struct_size = sizeof out;
-  out.id = lent(details.id);
-  out.headline = lent(details.headline);
-  out.body = lent(details.body);
-  out.media_type = lent(details.mediaType);
-  out.media_url = lent(details.mediaURL);
-  out.cta_label = lent(details.ctaLabel);
-  out.cta_url = lent(details.ctaURL);
-  out.notification_id = details.notifID;
-  out.location_id = details.locationID;
+  out.id = lent(details.id());
+  out.headline = lent(details.headline());
+  out.body = lent(details.body());
+  out.media_type = lent(details.mediaType());
+  out.media_url = lent(details.mediaURL());
+  out.cta_label = lent(details.ctaLabel());
+  out.cta_url = lent(details.ctaURL());
+  out.notification_id = details.notifID();
+  out.location_id = details.locationID();
   out.questions = lent(questions);
-  out.completion_message = lent(details.completionMessage);
+  out.completion_message = lent(details.completionMessage());
   call(handler, context, static_cast<const orlan_notification_details*>(&out));
 }
 
@@ -38,8 +38,7 @@ void emit(orlan_details_handler handler, void* context,
 
 OrlanNotificationDetails detailsFrom(const orlan_notification_details& given) {
   const auto in = tableFrom(&given, "details");
-  OrlanNotificationDetails details{
-      .id = std::string(text(in.id, "id")),
+  OrlanNotificationDetails::Content content{
       .headline = std::string(text(in.headline, "headline")),
       .body = std::string(text(in.body, "body")),
       .mediaType = optionalText(in.media_type, "media_type"),
@@ -53,9 +52,9 @@ OrlanNotificationDetails detailsFrom(const orlan_notification_details& given) {
   if (const auto questions = optionalText(in.questions, "questions")) {
     auto decoded = orlan::json::decodeText<std::vector<orlan::SurveyQuestion>>(*questions);
     if (!decoded) throw Misuse{ORLAN_INVALID_ARGUMENT, "questions: " + decoded.error().description};
-    details.questions = std::move(decoded).value();
+    content.questions = std::move(decoded).value();
   }
-  return details;
+  return OrlanNotificationDetails(std::move(content));
 }
 
 orlan::NotificationManager& manager() {

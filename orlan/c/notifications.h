@@ -39,7 +39,8 @@ ORLAN_API orlan_status orlan_subscribe_latest_notification(orlan_details_handler
 ORLAN_API orlan_status orlan_latest_notification(orlan_details_handler handler, void* context);
 ORLAN_API orlan_status orlan_clear_latest_notification(void);
 
-/// Makes a record of the host's the latest one, as it is, NULL none; nothing else is done with it.
+/// Makes a record of the host's the latest one, NULL none; nothing else is done with it. It gets an `id` of
+/// its own, as every record does: that of `details` is not read.
 ORLAN_API orlan_status orlan_set_latest_notification(const orlan_notification_details* details);
 
 /// Reports what the person did with a notification. Identifiers go out as they are.

@@ -173,7 +173,7 @@ orlan_status orlan_survey_answer_is_valid(orlan_string answer, bool* valid) {
   return guarded(__func__, [&] {
     needed(valid, "valid");
     const auto decoded = orlan::json::decodeText<orlan::SurveyAnswer>(bytes(answer, "answer"));
-    *valid = decoded && !orlan::isInvalid(*decoded);
+    *valid = decoded && orlan::isValid(*decoded);
   });
 }
 

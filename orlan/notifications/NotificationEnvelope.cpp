@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <utility>
 
 #include "orlan/base/ascii.hpp"
 
@@ -51,11 +50,6 @@ std::optional<std::string> textAt(const json::Object& info, std::string_view key
 }
 
 }  // namespace
-
-NotificationEnvelope NotificationEnvelope::make(std::string title, std::string body, json::Object userInfo,
-                                                RandomSource& random) {
-  return {randomUuid(random), std::move(title), std::move(body), std::move(userInfo)};
-}
 
 std::optional<std::string> NotificationEnvelope::mediaType() const {
   return textAt(userInfo, "mediaType");

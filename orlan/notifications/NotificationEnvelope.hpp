@@ -2,21 +2,22 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "orlan/base/json.hpp"
 #include "orlan/platform/RandomSource.hpp"
 
 namespace orlan {
 
-/// A notification as a plain value, with the media that its payload names.
+/// A notification as a plain value, with the media that its payload names. Any thread.
 struct NotificationEnvelope {
-  std::string id;  // a random UUID
+  NotificationEnvelope(std::string withTitle, std::string withBody, json::Object withUserInfo)
+      : title(std::move(withTitle)), body(std::move(withBody)), userInfo(std::move(withUserInfo)) {}
+
+  std::string id = randomUuid();
   std::string title;
   std::string body;
   json::Object userInfo;
-
-  [[nodiscard]] static NotificationEnvelope make(std::string title, std::string body, json::Object userInfo,
-                                                 RandomSource& random);
 
   /// "mediaType", if it is a text.
   [[nodiscard]] std::optional<std::string> mediaType() const;

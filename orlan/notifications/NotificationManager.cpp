@@ -11,9 +11,6 @@
 
 namespace orlan {
 
-using diagnostics::shown;
-using diagnostics::shownOrNil;
-
 NotificationManager::NotificationManager(const Platform& phone, Logger& logger, Lazy<APIService>& api,
                                          CampaignSource& campaigns)
     : main_(phone.main),
@@ -72,7 +69,7 @@ void NotificationManager::sendTestNotificationWithPayload(json::Object userInfo)
 
 void NotificationManager::schedule(json::Object userInfo) {
   const auto note = [this](const Result<void>& outcome) {
-    if (!outcome) return logger_.log("Test notification error: " + shown(outcome.error().description));
+    if (!outcome) return logger_.log("Test notification error: " + outcome.error().description);
     logger_.breadcrumb("🔔 Test notification scheduled successfully");
   };
   center_.add(
@@ -103,15 +100,14 @@ void NotificationManager::willPresent(const NotificationRequest& request,
                                       std::function<void(std::uint32_t)> completion) {
   using namespace notificationOptions;
   const Turn turn = main_.enter();
-  logger_.breadcrumb("🔔 willPresent notification - identifier: " + shown(request.identifier));
+  logger_.breadcrumb("🔔 willPresent notification - identifier: " + request.identifier);
   receive(request.content, "willPresent");
   completion(banner | sound | badge);
 }
 
 void NotificationManager::didReceive(const NotificationResponse& response, std::function<void()> completion) {
   const Turn turn = main_.enter();
-  logger_.breadcrumb("🔔 didReceive notification response - identifier: " +
-                     shown(response.request.identifier));
+  logger_.breadcrumb("🔔 didReceive notification response - identifier: " + response.request.identifier);
   receive(response.request.content, "didReceive");
   completion();
 }
@@ -126,7 +122,7 @@ void NotificationManager::handle(const NotificationContent& content) {
   logger_.breadcrumb("🔔 NotificationManager.handle() - Processing notification");
   const auto details = detailsOf(content);
   logger_.breadcrumb(diagnostics::processed(details));
-  reportNotification(ActivityType::notificationDelivered, details.locationID, details.notifID,
+  reportNotification(ActivityType::notificationDelivered, details.locationID(), details.notifID(),
                      NotificationType::notification);
   publish(details);
 }
@@ -135,24 +131,24 @@ OrlanNotificationDetails NotificationManager::detailsOf(const NotificationConten
   const auto payload = ReceivedPayload::parse(content.userInfo);
   if (const auto& nested = payload.nested) {
     logger_.breadcrumb(fmt::format("🔔 Extracted from notification_data: notifID={}, mediaURL={}, type={}",
-                                   nested->notifID, shownOrNil(nested->mediaURL),
-                                   shownOrNil(nested->mediaType)));
+                                   nested->notifID, nested->mediaURL.value_or("nil"),
+                                   nested->mediaType.value_or("nil")));
   }
-  return {.id = randomUuid(random_),
-          .headline = content.title,
-          .body = content.body,
-          .mediaType = payload.mediaType,
-          .mediaURL = payload.mediaURL,
-          .ctaLabel = payload.ctaLabel,
-          .ctaURL = payload.ctaURL,
-          .notifID = payload.notifID,
-          .locationID = payload.locationID,
-          .questions = questions_.find(content.userInfo, payload.notifID),
-          .completionMessage = payload.completionMessage};
+  return OrlanNotificationDetails({.headline = content.title,
+                                   .body = content.body,
+                                   .mediaType = payload.mediaType,
+                                   .mediaURL = payload.mediaURL,
+                                   .ctaLabel = payload.ctaLabel,
+                                   .ctaURL = payload.ctaURL,
+                                   .notifID = payload.notifID,
+                                   .locationID = payload.locationID,
+                                   .questions = questions_.find(content.userInfo, payload.notifID),
+                                   .completionMessage = payload.completionMessage},
+                                  random_);
 }
 
 void NotificationManager::publish(const OrlanNotificationDetails& details) {
-  logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID));
+  logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID()));
   subject_.send(details);
   setLatest(details);
 }

@@ -5,16 +5,13 @@
 
 #include "orlan/base/text.hpp"
 #include "orlan/notifications/NotificationManager.hpp"
-#include "orlan/notifications/diagnostics.hpp"
 
 namespace orlan {
 namespace {
 
-using diagnostics::shown;
-
 std::string keysOf(const json::Object& userInfo) {
   std::vector<std::string> keys;
-  for (const auto& member : userInfo) keys.push_back(shown(member.first));
+  for (const auto& member : userInfo) keys.push_back(member.first);
   return text::joined(keys, ", ");
 }
 
@@ -72,8 +69,7 @@ void NotificationPermissionManager::willPresent(const NotificationRequest& reque
   const Turn turn = main_.enter();
   systemLog_.write("[Orlan] 🔔 NotificationPermissionManager.willPresent - Received foreground notification");
   logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Received foreground notification");
-  logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Notification ID: " +
-                     shown(request.identifier));
+  logger_.breadcrumb("🔔 NotificationPermissionManager.willPresent - Notification ID: " + request.identifier);
   logger_.breadcrumb("🔔 NotificationPermissionManager - Forwarding to NotificationManager.willPresent");
   manager_->willPresent(request, [](std::uint32_t) {});
   completion(banner | sound);
@@ -82,8 +78,8 @@ void NotificationPermissionManager::willPresent(const NotificationRequest& reque
 void NotificationPermissionManager::didReceive(const NotificationResponse& response,
                                                std::function<void()> completion) {
   const Turn turn = main_.enter();
-  const std::string action = shown(response.actionIdentifier);
-  const std::string identifier = shown(response.request.identifier);
+  const std::string& action = response.actionIdentifier;
+  const std::string& identifier = response.request.identifier;
   systemLog_.write(
       "[Orlan] 🔔 NotificationPermissionManager.didReceive - User tapped notification - Action: " + action);
   systemLog_.write("[Orlan] 🔔 NotificationPermissionManager.didReceive - Notification ID: " + identifier);

@@ -15,7 +15,6 @@ using Keys = std::initializer_list<std::string_view>;
 
 std::optional<std::int64_t> wholeNumber(const json::Value& value) {
   if (const auto* integer = value.integer()) return *integer;
-  if (const auto* flag = value.boolean()) return *flag ? 1 : 0;
   const auto* real = value.real();
   if (real && *real >= -0x1p63 && *real < 0x1p63 && *real == std::trunc(*real)) {
     return static_cast<std::int64_t>(*real);

@@ -12,9 +12,8 @@ namespace orlan {
 /// missing or have a value of another type never fail: identifiers become -1, texts stay absent.
 ///
 /// An identifier is a text (optional sign and ASCII digits within 64 bits, nothing else) or a whole number. A
-/// text ends the search, also when it is no number. Numbers count as a phone's bridged numbers do: a double
-/// that is whole and within 64 bits is that integer, true is 1 and false is 0; every other value is passed
-/// over.
+/// text ends the search, also when it is no number. A double that is whole and within 64 bits is that
+/// integer; every other value, true and false among them, is passed over.
 struct ReceivedPayload {
   /// What stands under "notification_data".
   struct Nested {

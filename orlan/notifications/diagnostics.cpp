@@ -6,8 +6,6 @@
 #include <array>
 #include <functional>
 
-#include "orlan/base/text.hpp"
-
 namespace orlan::diagnostics {
 namespace {
 
@@ -25,11 +23,11 @@ std::string frame(std::string_view header, std::string_view title, const Lines& 
 }
 
 std::string quoted(std::string_view text) {
-  return '"' + shown(text) + '"';
+  return fmt::format("\"{}\"", text);
 }
 
 std::string soundOf(const NotificationContent& content) {
-  if (content.sound) return shown(*content.sound);
+  if (content.sound) return *content.sound;
   return content.defaultSound ? "default" : "nil";
 }
 
@@ -50,7 +48,7 @@ Lines detailLines(const NotificationContent& content) {
 std::string textForm(const json::Value* value) {
   if (!value) return "nil";
   const auto* text = value->string();
-  return shown(text ? *text : json::describe(*value));
+  return text ? *text : json::describe(*value);
 }
 
 Lines campaignLines(const json::Object& userInfo) {
@@ -80,20 +78,12 @@ bool isCustomKey(std::string_view key) {
 Lines entryLines(const json::Object& userInfo, const std::function<bool(std::string_view)>& wanted) {
   Lines lines;
   for (const auto& [key, value] : userInfo) {
-    if (wanted(key)) lines.push_back(shown(key) + ": " + shown(json::describe(value)));
+    if (wanted(key)) lines.push_back(key + ": " + json::describe(value));
   }
   return lines;
 }
 
 }  // namespace
-
-std::string shown(std::string_view text) {
-  return text::escapedControls(text);
-}
-
-std::string shownOrNil(const std::optional<std::string>& text) {
-  return text ? shown(*text) : "nil";
-}
 
 std::vector<std::string> received(const NotificationContent& content, std::string_view context) {
   const json::Object& info = content.userInfo;
@@ -113,14 +103,15 @@ std::vector<std::string> received(const NotificationContent& content, std::strin
 }
 
 std::string processed(const OrlanNotificationDetails& details) {
-  const std::size_t questions = details.questions ? details.questions->size() : 0;
+  const std::size_t questions = details.questions() ? details.questions()->size() : 0;
   return frame(
       "🔔 NOTIFICATION PROCESSING COMPLETE", "📊 Parsed Notification Data:",
-      {fmt::format("Notification ID: {}", details.notifID),
-       fmt::format("Location ID: {}", details.locationID), "Media Type: " + shownOrNil(details.mediaType),
-       "Media URL: " + shownOrNil(details.mediaURL), "CTA Label: " + shownOrNil(details.ctaLabel),
-       "CTA URL: " + shownOrNil(details.ctaURL), "Title: " + quoted(details.headline),
-       "Body: " + quoted(details.body), fmt::format("Survey Questions: {}", questions)});
+      {fmt::format("Notification ID: {}", details.notifID()),
+       fmt::format("Location ID: {}", details.locationID()),
+       "Media Type: " + details.mediaType().value_or("nil"),
+       "Media URL: " + details.mediaURL().value_or("nil"), "CTA Label: " + details.ctaLabel().value_or("nil"),
+       "CTA URL: " + details.ctaURL().value_or("nil"), "Title: " + quoted(details.headline()),
+       "Body: " + quoted(details.body()), fmt::format("Survey Questions: {}", questions)});
 }
 
 }  // namespace orlan::diagnostics

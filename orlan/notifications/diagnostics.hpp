@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +15,8 @@
 ///     │ …
 ///     └────────────────────────────────────────────
 ///
-/// Each value stays on its line: control characters and bytes that are not UTF-8 are escaped, so that no
-/// payload can close a frame, begin a line of the log or keep one out of its file.
+/// Texts stand there as they came, line breaks and control characters included: whoever shows a log makes
+/// them safe to look at. Values of the user info are in JSON's notation.
 namespace orlan::diagnostics {
 
 /// The blocks of a notification that arrived, in order; those about foreign fields only when there are some.
@@ -26,9 +25,5 @@ namespace orlan::diagnostics {
 
 /// What was understood of it.
 [[nodiscard]] std::string processed(const OrlanNotificationDetails& details);
-
-/// A text from a payload as it stands on a line of the log.
-[[nodiscard]] std::string shown(std::string_view text);
-[[nodiscard]] std::string shownOrNil(const std::optional<std::string>& text);
 
 }  // namespace orlan::diagnostics

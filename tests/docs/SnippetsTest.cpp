@@ -40,7 +40,7 @@ void draw(std::span<const Coordinate> ring) {
   heard.push_back("ring of " + std::to_string(ring.size()));
 }
 void showScreen(const OrlanNotificationDetails& details) {
-  heard.push_back(details.headline);
+  heard.push_back(details.headline());
 }
 void open(const json::Object& userInfo) {
   heard.push_back(json::print(userInfo));
@@ -67,9 +67,9 @@ struct Taps : OrlanNotificationDelegate {
 };
 
 void ask(const OrlanNotificationDetails& details) {
-  if (!details.questions) return;
+  if (!details.questions()) return;
   std::vector<SurveyAnswer> answers;
-  for (const SurveyQuestion& question : *details.questions) {
+  for (const SurveyQuestion& question : *details.questions()) {
     if (question.choices && !question.choices->empty()) {
       const std::int64_t chosen = question.choices->front().id;  // what the person chose
       answers.push_back(question.toAnswer("", std::vector{chosen}));
@@ -78,7 +78,7 @@ void ask(const OrlanNotificationDetails& details) {
     }
   }
   OrlanPlugin::shared().submitSurveyResponse(
-      std::to_string(details.notifID), std::to_string(details.locationID), answers,
+      std::to_string(details.notifID()), std::to_string(details.locationID()), answers,
       [](const Result<bool>& sent) { std::puts(sent ? "thank you" : sent.error().description.c_str()); });
 }
 
@@ -206,8 +206,8 @@ TEST_F(Guides, ShowWhatIsTapped) {
   EXPECT_THAT(heard, ElementsAre("Hello"));
 
   const OrlanNotificationDetails details = *NotificationManager::shared().latest();
-  NotificationManager::shared().trackMediaView(details.notifID, details.locationID);
-  NotificationManager::shared().trackCTAEngagement(details.notifID, details.locationID);
+  NotificationManager::shared().trackMediaView(details.notifID(), details.locationID());
+  NotificationManager::shared().trackCTAEngagement(details.notifID(), details.locationID());
   EXPECT_EQ(asked("/api/activities"), 3);
 
   const auto taps = std::make_shared<Taps>();
@@ -219,9 +219,9 @@ TEST_F(Guides, ShowWhatIsTapped) {
 
 TEST_F(Guides, AnswerASurvey) {
   start();
-  OrlanNotificationDetails details;
-  details.notifID = 1;
-  details.questions = {{.id = 3, .question = "How was it?", .questionType = QuestionType::rating}};
+  const OrlanNotificationDetails details(
+      {.notifID = 1,
+       .questions = {{{.id = 3, .question = "How was it?", .questionType = QuestionType::rating}}}});
   testing::internal::CaptureStdout();
   ask(details);
   world.runFor(1s);
@@ -233,7 +233,7 @@ TEST_F(Guides, AnswerASurvey) {
   // As orlan/surveys shows it.
   const std::string notificationId = "1";
   const std::optional<std::string> locationId;
-  const auto& questions = *details.questions;
+  const auto& questions = *details.questions();
   std::vector<SurveyAnswer> answers;
   for (const SurveyQuestion& question : questions) answers.push_back(question.toAnswer(ask(question)));
   OrlanPlugin::shared().submitSurveyResponse(notificationId, locationId, answers,

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "notifications/NotificationBed.hpp"
+#include "orlan/notifications/QuestionLookup.hpp"
+#include "support/FloorHost.hpp"
 
 namespace orlan::test {
 namespace {
@@ -8,6 +9,11 @@ namespace {
 using testing::ElementsAreArray;
 
 constexpr char oneQuestion[] = R"([{"id":1,"question":"Why?","has_choices":false,"position":0}])";
+
+struct Campaigns final : CampaignSource {
+  [[nodiscard]] std::shared_ptr<const CampaignData> current() override { return data; }
+  std::shared_ptr<const CampaignData> data;
+};
 
 CampaignData::Notification withQuestions(std::int64_t id,
                                          std::optional<std::vector<CampaignData::Question>> list) {
@@ -28,9 +34,8 @@ CampaignData campaigns() {
 }
 
 TEST(Questions, ComeFromThePayloadElseFromTheCampaigns) {
-  const Lines looking{"• 🔍 Questions not in payload, looking up in cached campaigns...",
-                      "looked at the campaigns"};
-  const Lines cached{"• 🔍 Looking up questions for notification ID 42 in cached campaigns",
+  const Lines cached{"• 🔍 Questions not in payload, looking up in cached campaigns...",
+                     "• 🔍 Looking up questions for notification ID 42 in cached campaigns",
                      "• ✅ Found notification 42 in campaign 20",
                      "• ✅ Found 1 question(s) for notification 42"};
   const auto list = [](std::string_view text) { return *json::parse(text); };
@@ -47,36 +52,29 @@ TEST(Questions, ComeFromThePayloadElseFromTheCampaigns) {
   const Row rows[] = {
       {"text", oneQuestion, {inText, "• ✅ Successfully parsed 1 question(s) from payload"}, {{1}}},
       {"empty list as text", "[]", {inText, "• ✅ Successfully parsed 0 question(s) from payload"}, {{}}},
-      {"empty text", "", {inText, failed + "the text is empty"}, {}},
       {"no JSON", "Why?", {inText, failed + "not valid JSON"}, {}},
-      {"no list", "{}", {inText, failed + "expected an array, found an object"}, {}},
       {"deep", deep, {inText, failed + "arrays or objects are nested too deeply at line 1, column 513"}, {}},
       {"unknown type",
        R"([{"id":1,"question":"Why?","question_type":"ESSAY","has_choices":false,"position":0}])",
        {inText, failed + "[0].question_type: expected a known value, found a string"},
        {}},
-      {"one of two is bad",
-       R"([{"id":1,"question":"","has_choices":false,"position":0},{"id":2}])",
-       {inText, failed + "[1].question: missing"},
-       {}},
       {"list", list(oneQuestion), {inList, "• ✅ Successfully parsed 1 question(s) from array"}, {{1}}},
       {"empty list", json::Array{}, {inList, "• ✅ Successfully parsed 0 question(s) from array"}, {{}}},
       {"list that does not decode, silently", list(R"([{"id":true}])"), {inList}, {}},
       {"list with something else in it", list(R"([{"id":1},7])"), {}, {}},
-      {"a number", 7, {}, {}},
       {"null", nullptr, {}, {}},
   };
   for (const Row& row : rows) {
-    NotificationBed bed;
-    bed.campaigns.data = std::make_shared<CampaignData>(campaigns());
-    QuestionLookup lookup(bed.logger, bed.campaigns);
+    FloorHost host;
+    Campaigns source;
+    source.data = std::make_shared<CampaignData>(campaigns());
+    QuestionLookup lookup(host.logger, source);
     const auto found = lookup.find({{"questions", row.questions}}, 42);
     Lines expected = row.before;
     if (!row.carried) {
-      expected.insert(expected.end(), looking.begin(), looking.end());
       expected.insert(expected.end(), cached.begin(), cached.end());
     }
-    EXPECT_THAT(bed.seen(), ElementsAreArray(expected)) << row.name;
+    EXPECT_THAT(host.seen(), ElementsAreArray(expected)) << row.name;
     ASSERT_TRUE(found) << row.name;
     std::vector<std::int64_t> identifiers;
     for (const auto& question : *found) identifiers.push_back(question.id);
@@ -116,12 +114,13 @@ TEST(Questions, OfTheCampaignsBelongToTheFirstNotificationWithTheIdentifier) {
        true},
   };
   for (const Row& row : rows) {
-    NotificationBed bed;
-    bed.campaigns.data = row.data;
-    QuestionLookup lookup(bed.logger, bed.campaigns);
+    FloorHost host;
+    Campaigns source;
+    source.data = row.data;
+    QuestionLookup lookup(host.logger, source);
     EXPECT_EQ(lookup.find({}, row.identifier).has_value(), row.found) << row.name;
-    Lines seen = bed.seen();
-    seen.erase(seen.begin(), seen.begin() + 2);
+    Lines seen = host.seen();
+    seen.erase(seen.begin());
     EXPECT_THAT(seen, ElementsAreArray(row.lines)) << row.name;
   }
 }

@@ -43,14 +43,13 @@ TEST(Notifications, WhatTheLibraryPostsComesBackAsDetailsWithItsQuestions) {
   ASSERT_TRUE(latest);
   const std::vector<SurveyQuestion> questions{
       {5, "Why?", QuestionType::rating, false, 1, std::vector<SurveyChoice>{}}};
-  EXPECT_EQ(*latest, (OrlanNotificationDetails{.id = latest->id,
-                                               .headline = "Hello",
-                                               .body = "Come in",
-                                               .mediaType = "image",
-                                               .mediaURL = "M",
-                                               .notifID = 42,
-                                               .locationID = 7,
-                                               .questions = questions}));
+  EXPECT_EQ(latest->content(), (OrlanNotificationDetails::Content{.headline = "Hello",
+                                                                  .body = "Come in",
+                                                                  .mediaType = "image",
+                                                                  .mediaURL = "M",
+                                                                  .notifID = 42,
+                                                                  .locationID = 7,
+                                                                  .questions = questions}));
 }
 
 TEST(Notifications, ATapBeforeStartFindsTheCachedCampaigns) {
@@ -63,8 +62,8 @@ TEST(Notifications, ATapBeforeStartFindsTheCachedCampaigns) {
   response.request.content.userInfo = {{"id", "42"}};
   host.phone.notifications().tap(response);
   const auto latest = NotificationManager::shared().latest();
-  ASSERT_TRUE(latest && latest->questions);
-  EXPECT_EQ(latest->questions->front().question, "Why?");
+  ASSERT_TRUE(latest && latest->questions());
+  EXPECT_EQ(latest->questions()->front().question, "Why?");
   EXPECT_THAT(host.seen.lines,
               Contains("request POST https://platform.staging.orlan.example/api/activities"));
   EXPECT_THAT(host.seen.lines, Not(Contains("log • Push status = 2")));

@@ -9,7 +9,7 @@ namespace orlan::run {
 
 void DetailsScreen::open(OrlanNotificationDetails details) {
   narrator_.opened(details, collector_.elapsed());
-  survey_ = SurveyDialog(details.questions.value_or(std::vector<SurveyQuestion>()));
+  survey_ = SurveyDialog(details.questions().value_or(std::vector<SurveyQuestion>()));
   details_ = std::move(details);
   ask();
 }
@@ -27,28 +27,28 @@ void DetailsScreen::answer(std::string_view text) {
 }
 
 void DetailsScreen::submit() {
-  const auto location = details_->locationID == OrlanNotificationDetails::none
+  const auto location = details_->locationID() == OrlanNotificationDetails::none
                             ? std::nullopt
-                            : std::optional(std::to_string(details_->locationID));
+                            : std::optional(std::to_string(details_->locationID()));
   sending_ = true;
   services_.plugin->submitSurveyResponse(
-      std::to_string(details_->notifID), location, survey_.answers(),
-      [this, thanks = details_->completionMessage.value_or("thank you")](const Result<bool>& sent) {
+      std::to_string(details_->notifID()), location, survey_.answers(),
+      [this, thanks = details_->completionMessage().value_or("thank you")](const Result<bool>& sent) {
         sending_ = false;
         collector_.note("survey", sent ? "sent: " + thanks : "not sent: " + sent.error().description);
       });
 }
 
 void DetailsScreen::openLink() {
-  if (!details_ || !details_->ctaURL) return say("there is no call to action to open");
-  say("opens " + *details_->ctaURL);
-  services_.notificationManager->trackCTAEngagement(details_->notifID, details_->locationID);
+  if (!details_ || !details_->ctaURL()) return say("there is no call to action to open");
+  say("opens " + *details_->ctaURL());
+  services_.notificationManager->trackCTAEngagement(details_->notifID(), details_->locationID());
 }
 
 void DetailsScreen::openMedia() {
-  if (!details_ || !details_->mediaURL) return say("there are no media to open");
-  say("opens " + *details_->mediaURL);
-  services_.notificationManager->trackMediaView(details_->notifID, details_->locationID);
+  if (!details_ || !details_->mediaURL()) return say("there are no media to open");
+  say("opens " + *details_->mediaURL());
+  services_.notificationManager->trackMediaView(details_->notifID(), details_->locationID());
 }
 
 void DetailsScreen::close() {

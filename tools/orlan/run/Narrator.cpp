@@ -100,21 +100,21 @@ bool Narrator::isOldNews(const report::Moment& moment) {
 void Narrator::opened(const OrlanNotificationDetails& details, Duration at) {
   if (voice_.json) {
     return object(at, "details",
-                  {{"headline", details.headline},
-                   {"body", details.body},
-                   {"mediaType", json::encode(details.mediaType)},
-                   {"mediaURL", json::encode(details.mediaURL)},
-                   {"ctaLabel", json::encode(details.ctaLabel)},
-                   {"ctaURL", json::encode(details.ctaURL)},
-                   {"notifID", details.notifID},
-                   {"locationID", details.locationID},
-                   {"questions", json::encode(details.questions)},
-                   {"completionMessage", json::encode(details.completionMessage)}});
+                  {{"headline", details.headline()},
+                   {"body", details.body()},
+                   {"mediaType", json::encode(details.mediaType())},
+                   {"mediaURL", json::encode(details.mediaURL())},
+                   {"ctaLabel", json::encode(details.ctaLabel())},
+                   {"ctaURL", json::encode(details.ctaURL())},
+                   {"notifID", details.notifID()},
+                   {"locationID", details.locationID()},
+                   {"questions", json::encode(details.questions())},
+                   {"completionMessage", json::encode(details.completionMessage())}});
   }
-  row(at, yellow, "opened", text::escapedControls(details.headline));
-  std::string out = detailLine("", details.body);
-  if (details.mediaURL) out += detailLine(details.mediaType.value_or("media") + " ", *details.mediaURL);
-  if (details.ctaURL) out += detailLine(details.ctaLabel.value_or("link") + " → ", *details.ctaURL);
+  row(at, yellow, "opened", text::escapedControls(details.headline()));
+  std::string out = detailLine("", details.body());
+  if (details.mediaURL()) out += detailLine(details.mediaType().value_or("media") + " ", *details.mediaURL());
+  if (details.ctaURL()) out += detailLine(details.ctaLabel().value_or("link") + " → ", *details.ctaURL());
   say(out);
 }
 

@@ -97,7 +97,7 @@ Result<void> SurveyDialog::answer(std::string_view text) {
     const auto ids = selected(question, text);
     if (ids) given = question.toAnswer("", ids);
   }
-  if (isInvalid(given)) return refused(fmt::format("that is no answer: {}", manner(question)));
+  if (!isValid(given)) return refused(fmt::format("that is no answer: {}", manner(question)));
   answers_.push_back(std::move(given));
   return {};
 }

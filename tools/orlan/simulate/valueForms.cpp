@@ -46,17 +46,17 @@ json::Value formOf(const NotificationResponse& response) {
 }
 
 json::Value formOf(const OrlanNotificationDetails& details) {
-  return json::Object{{"id", details.id},
-                      {"headline", details.headline},
-                      {"body", details.body},
-                      {"mediaType", details.mediaType},
-                      {"mediaURL", details.mediaURL},
-                      {"ctaLabel", details.ctaLabel},
-                      {"ctaURL", details.ctaURL},
-                      {"notifID", details.notifID},
-                      {"locationID", details.locationID},
-                      {"questions", details.questions ? json::encode(*details.questions) : json::Value()},
-                      {"completionMessage", details.completionMessage}};
+  return json::Object{{"id", details.id()},
+                      {"headline", details.headline()},
+                      {"body", details.body()},
+                      {"mediaType", details.mediaType()},
+                      {"mediaURL", details.mediaURL()},
+                      {"ctaLabel", details.ctaLabel()},
+                      {"ctaURL", details.ctaURL()},
+                      {"notifID", details.notifID()},
+                      {"locationID", details.locationID()},
+                      {"questions", details.questions() ? json::encode(*details.questions()) : json::Value()},
+                      {"completionMessage", details.completionMessage()}};
 }
 
 }  // namespace orlan::simulate

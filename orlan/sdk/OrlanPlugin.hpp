@@ -105,7 +105,7 @@ class OrlanPlugin : public NotificationCounter {
 
   // Surveys. Refused before anything is sent, in this order: -1 not started, -2 the device is not registered,
   // -3 `notificationId` is no whole decimal number; answers also -4 when there are none, -5 when some are
-  // invalid (`isInvalid`). A `locationId` that is absent or no whole number is left out of what is sent. A
+  // invalid (`isValid`). A `locationId` that is absent or no whole number is left out of what is sent. A
   // status outside 200 to 299 is an error of the domain "OrlanSDK" with the status as its code.
 
   /// Sends a person's answers to the questions of a notification, made with `SurveyQuestion::toAnswer`; true

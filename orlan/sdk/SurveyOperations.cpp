@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "orlan/backend/StoreKeys.hpp"
@@ -89,7 +90,8 @@ Result<void> SurveyOperations::checkAnswers(const std::vector<SurveyAnswer>& ans
   if (answers.empty()) {
     return Unexpected(refusal("submitSurveyResponse: Empty answers list", errors::emptyAnswers()));
   }
-  const auto invalid = countInvalid(answers, logger_);
+  const auto invalid = static_cast<std::size_t>(std::count_if(
+      answers.begin(), answers.end(), [&](const auto& one) { return isInvalid(one, logger_); }));
   if (invalid == 0) return {};
   return Unexpected(refusal(fmt::format("submitSurveyResponse: {} invalid answers", invalid),
                             errors::invalidAnswers(invalid)));

@@ -40,19 +40,16 @@ bool isValid(QuestionType type, const SurveyAnswer& answer) {
 
 }  // namespace
 
-bool isInvalid(const SurveyAnswer& answer) {
+bool isValid(const SurveyAnswer& answer) {
   const auto type = fromRawValue<QuestionType>(answer.type);
-  return !type || !isValid(*type, answer);
+  return type && isValid(*type, answer);
 }
 
-std::size_t countInvalid(std::span<const SurveyAnswer> answers, Logger& logger) {
-  return static_cast<std::size_t>(
-      std::count_if(answers.begin(), answers.end(), [&](const SurveyAnswer& answer) {
-        if (!fromRawValue<QuestionType>(answer.type)) {
-          logger.error("submitSurveyResponse: Unknown question type '" + answer.type + "'");
-        }
-        return isInvalid(answer);
-      }));
+bool isInvalid(const SurveyAnswer& answer, Logger& logger) {
+  if (!fromRawValue<QuestionType>(answer.type)) {
+    logger.error("submitSurveyResponse: Unknown question type '" + answer.type + "'");
+  }
+  return !isValid(answer);
 }
 
 }  // namespace orlan

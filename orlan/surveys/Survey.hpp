@@ -27,6 +27,7 @@ struct ChoiceSelection {
   friend bool operator==(const ChoiceSelection&, const ChoiceSelection&) = default;
 };
 
+/// What a person answered to one question; `SurveyQuestion::toAnswer` makes it.
 struct SurveyAnswer {
   std::int64_t questionId = 0;
   std::string type;   // raw value of the question's type; kept as text, since a host may fill it in itself
@@ -36,6 +37,7 @@ struct SurveyAnswer {
   friend bool operator==(const SurveyAnswer&, const SurveyAnswer&) = default;
 };
 
+/// One question of a notification's survey.
 struct SurveyQuestion {
   std::int64_t id = 0;
   std::string question;
@@ -45,7 +47,7 @@ struct SurveyQuestion {
   std::optional<std::vector<SurveyChoice>> choices;
 
   /// The answer to this question: `value` as it is (not trimmed), one selection for each of
-  /// `selectedChoices` in their order. Nothing is checked here: see `isInvalid`. A question without a type
+  /// `selectedChoices` in their order. Nothing is checked here: see `isValid`. A question without a type
   /// gives an answer with an empty type, which is never valid. Any thread.
   [[nodiscard]] SurveyAnswer toAnswer(
       std::string value,
@@ -54,9 +56,10 @@ struct SurveyQuestion {
   friend bool operator==(const SurveyQuestion&, const SurveyQuestion&) = default;
 };
 
-/// What is posted for answers (`activity` "survey_activity") and for events (no `responses`).
+/// What is posted for answers (`activity` "survey_activity") and for events (no `responses`). Absent members
+/// are left out of its JSON.
 struct SurveyResponseRequest {
-  std::string deviceRegisteredId;
+  std::string deviceRegisteredId;  // the identity that registration gave this device
   std::int64_t curatedNotificationId = 0;
   std::string activity;
   std::optional<std::int64_t> locationId;

@@ -128,6 +128,11 @@ BackgroundRegionMonitor::BackgroundRegionMonitor(MainLoop& main, LocationService
 
 BackgroundRegionMonitor::~BackgroundRegionMonitor() = default;
 
+std::shared_ptr<BackgroundGeofenceDelegate> BackgroundRegionMonitor::delegate() const {
+  const Turn turn = parts_->main.enter();
+  return parts_->delegate.lock();
+}
+
 void BackgroundRegionMonitor::setDelegate(std::weak_ptr<BackgroundGeofenceDelegate> delegate) {
   const Turn turn = parts_->main.enter();
   parts_->delegate = std::move(delegate);

@@ -32,7 +32,8 @@ class BackgroundRegionMonitor : public PolygonSink {
 
   static BackgroundRegionMonitor& shared();
 
-  /// Held weakly.
+  /// Held weakly; null when nobody is set or is there any more.
+  [[nodiscard]] std::shared_ptr<BackgroundGeofenceDelegate> delegate() const;
   void setDelegate(std::weak_ptr<BackgroundGeofenceDelegate> delegate);
 
   [[nodiscard]] Publisher<Crossing>& enterPublisher();

@@ -148,6 +148,11 @@ ForegroundGeofenceMonitor::ForegroundGeofenceMonitor(MainLoop& main, LocationSer
 
 ForegroundGeofenceMonitor::~ForegroundGeofenceMonitor() = default;
 
+std::shared_ptr<ForegroundGeofenceDelegate> ForegroundGeofenceMonitor::delegate() const {
+  const Turn turn = parts_->main.enter();
+  return parts_->delegate.lock();
+}
+
 void ForegroundGeofenceMonitor::setDelegate(std::weak_ptr<ForegroundGeofenceDelegate> delegate) {
   const Turn turn = parts_->main.enter();
   parts_->delegate = std::move(delegate);

@@ -33,7 +33,8 @@ class ForegroundGeofenceMonitor : public PolygonSink {
 
   static ForegroundGeofenceMonitor& shared();
 
-  /// Held weakly.
+  /// Held weakly; null when nobody is set or is there any more.
+  [[nodiscard]] std::shared_ptr<ForegroundGeofenceDelegate> delegate() const;
   void setDelegate(std::weak_ptr<ForegroundGeofenceDelegate> delegate);
 
   [[nodiscard]] Publisher<Crossing>& enterPublisher();

@@ -30,8 +30,17 @@ void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
 
   const std::uint64_t round = ++round_;
   const auto preserved = campaignsInside();
-  forgetAll(preserved);
+  for (const auto& region : manager_.monitoredRegions()) manager_.stopMonitoring(region.identifier);
+  idMap_.clear();
+  circles_.clear();
+  circlesSubject_.send(circles_);
   if (round != round_) return;
+  if (preserved.empty()) {
+    exitDetection_.stop();
+  } else {
+    logger_.breadcrumb(
+        fmt::format("🔄 Keeping location updates active (user inside {} regions)", preserved.size()));
+  }
   logger_.breadcrumb(fmt::format(
       "🧲 BG-Monitor setting up {} campaigns (iOS limit: 20 circular regions max)", polygons.size()));
   std::size_t registered = 0;
@@ -51,20 +60,6 @@ std::vector<std::int64_t> WatchedRegions::campaignsInside() {
     logger_.breadcrumb(fmt::format("🔄 Preserving state: user inside campaigns {}", campaigns));
   }
   return campaigns;
-}
-
-void WatchedRegions::forgetAll(const std::vector<std::int64_t>& preserved) {
-  for (const auto& region : manager_.monitoredRegions()) manager_.stopMonitoring(region.identifier);
-  idMap_.clear();
-  inside_.clear();
-  circles_.clear();
-  circlesSubject_.send(circles_);
-  if (preserved.empty()) {
-    exitDetection_.stop();
-  } else {
-    logger_.breadcrumb(
-        fmt::format("🔄 Keeping location updates active (user inside {} regions)", preserved.size()));
-  }
 }
 
 std::vector<CampaignPolygon> WatchedRegions::chosen(const std::vector<CampaignPolygon>& polygons) {
@@ -103,6 +98,7 @@ bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std
 
 void WatchedRegions::conclude(std::size_t offered, std::size_t registered,
                               const std::weak_ptr<LocationManagerDelegate>& delegate) {
+  std::erase_if(inside_, [this](const auto& identifier) { return !idMap_.contains(identifier); });
   if (inside_.empty()) {
     exitDetection_.stop();  // kept so far, but who was inside is inside nothing that is watched
   } else if (!exitDetection_.isRunning()) {

@@ -43,7 +43,6 @@ class WatchedRegions {
   using CampaignIds = std::set<std::int64_t>;
 
   [[nodiscard]] std::vector<std::int64_t> campaignsInside();
-  void forgetAll(const std::vector<std::int64_t>& preserved);
   [[nodiscard]] std::vector<CampaignPolygon> chosen(const std::vector<CampaignPolygon>& polygons);
   bool watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved, std::uint64_t round);
   void conclude(std::size_t offered, std::size_t registered,
@@ -55,7 +54,7 @@ class WatchedRegions {
   std::vector<Circle> circles_;
   CurrentValue<std::vector<Circle>> circlesSubject_;
   std::unordered_map<std::string, SharedCampaign> idMap_;
-  std::set<std::string> inside_;
+  std::set<std::string> inside_;  // of what is watched no more only once an update is through
   CampaignIds lastCampaignIds_;
   std::uint64_t round_ = 0;  // a subscriber of the circles may begin a new one in the middle of an update
 };

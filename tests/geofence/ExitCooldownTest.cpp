@@ -1,16 +1,16 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <limits>
-#include <optional>
-
+#include "geofence/Campaigns.hpp"
+#include "orlan/geofence/BackgroundRegionMonitor.hpp"
 #include "orlan/geofence/CooldownStore.hpp"
 #include "orlan/geofence/ExitCooldown.hpp"
-#include "phones/simulated/SimulatedStore.hpp"
+#include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
+#include "support/FloorHost.hpp"
 
-namespace orlan {
+namespace orlan::test {
 namespace {
 
-using namespace std::chrono_literals;
+using testing::ElementsAre;
 using Verdict = ExitCooldown::Verdict;
 
 constexpr TimePoint now = std::chrono::sys_days(std::chrono::January / 1 / 2026);
@@ -26,15 +26,11 @@ TEST(ExitCooldown, DecidesByTheLastAnnouncementAndTheRun) {
   const Row rows[] = {
       {"first check ever", start, {}, {}, {Verdict::allowed, 0s}},
       {"first check ever, announced before", start, {}, now - 10s, {Verdict::denied, 10s}},
-      {"same run, just announced", start, start, now, {Verdict::denied, 0s}},
-      {"899.9 s", start, start, now - 899'900ms, {Verdict::denied, 899'900ms}},
       {"a microsecond short", start, start, now - 900s + 1us, {Verdict::denied, 900s - 1us}},
       {"exactly 900 s", start, start, now - 900s, {Verdict::allowed, 0s}},
       {"in the future", start, start, now + 7500ms, {Verdict::denied, -7500ms}},
       {"later run", start, start - 1us, now - 10s, {Verdict::restarted, 0s}},
-      {"later run, nothing announced", start, start - 24h, {}, {Verdict::restarted, 0s}},
       {"the other monitor started later", start, start + 2s, now - 10s, {Verdict::denied, 10s}},
-      {"the other monitor started later, cooldown over", start, start + 2s, now - 2h, {Verdict::allowed, 0s}},
       {"as far back as times go", start, start, TimePoint::min(), {Verdict::allowed, 0s}},
       {"as far ahead as times go", start, start, TimePoint::max(), {Verdict::denied, now - TimePoint::max()}},
   };
@@ -44,36 +40,19 @@ TEST(ExitCooldown, DecidesByTheLastAnnouncementAndTheRun) {
   }
 }
 
-class CooldownStoreTest : public testing::Test {
+class Cooldown : public testing::Test {
  protected:
-  phone::PhoneObserver nobody_;
-  sim::SimulatedStore values_{nobody_, {}};
+  FloorHost host_;
+  sim::SimulatedStore& values_ = host_.phone.store();
   CooldownStore store_{values_};
 };
 
-TEST_F(CooldownStoreTest, KeepsTimesAsSecondsSince2001UnderTheirKeys) {
-  store_.setAppStartTime(now);
-  store_.setLastNotification(42, "ON_EXIT", now + 1500ms);
-  EXPECT_EQ(values_.contents(), (json::Object{{"Orlan_AppStartTime", Bytes{"788918400.0"}},
-                                              {"Orlan_LastNotification_42_ON_EXIT", Bytes{"788918401.5"}}}));
-  EXPECT_EQ(store_.appStartTime(), now);
-  EXPECT_EQ(store_.lastNotification(42, "ON_EXIT"), now + 1500ms);
-  EXPECT_EQ(store_.lastNotification(4, "ON_EXIT"), std::nullopt);
-  EXPECT_EQ(cooldownKeys::lastNotification(std::numeric_limits<std::int64_t>::min(), "ON_EXIT"),
-            "Orlan_LastNotification_-9223372036854775808_ON_EXIT");
-}
-
-TEST_F(CooldownStoreTest, WhatIsNoTimeCountsAsAbsent) {
+TEST_F(Cooldown, WhatIsNoTimeCountsAsAbsent) {
   const std::pair<const char*, json::Value> rows[] = {
       {"text instead of bytes", "788918400.0"},
-      {"number instead of bytes", 788918400.0},
-      {"empty", Bytes{""}},
       {"no JSON", Bytes{"tomorrow"}},
-      {"two numbers", Bytes{"1 2"}},
       {"a JSON text", Bytes{"\"788918400\""}},
-      {"an array", Bytes{"[788918400]"}},
       {"out of range", Bytes{"1e999"}},
-      {"not UTF-8", Bytes{"\xff\xfe"}},
   };
   for (const auto& [name, value] : rows) {
     values_.set(cooldownKeys::appStartTime, value);
@@ -83,15 +62,67 @@ TEST_F(CooldownStoreTest, WhatIsNoTimeCountsAsAbsent) {
   EXPECT_EQ(store_.appStartTime(), now);
 }
 
-TEST_F(CooldownStoreTest, ClearForgetsEveryAnnouncementButNotTheStart) {
+TEST_F(Cooldown, ClearForgetsEveryAnnouncementButNotTheStart) {
   values_.set("Orlan_LastNotification_7_ON_EXIT", "whatever stands there");
   values_.set("Orlan_LastNotifications", 1);
-  store_.setLastNotification(42, "ON_EXIT", now);
+  store_.setLastNotification(42, "ON_EXIT", now + 1500ms);
   store_.setAppStartTime(now);
+  EXPECT_EQ(store_.lastNotification(42, "ON_EXIT"), now + 1500ms);
+  EXPECT_EQ(store_.lastNotification(4, "ON_EXIT"), std::nullopt);
   store_.clear();
   EXPECT_EQ(values_.contents(),
             (json::Object{{"Orlan_AppStartTime", Bytes{"788918400.0"}}, {"Orlan_LastNotifications", 1}}));
 }
 
+TEST_F(Cooldown, IsSharedByBothMonitorsButCampaignByCampaign) {
+  ForegroundGeofenceMonitor foreground(host_.platform.main, host_.platform.locations, host_.services(),
+                                       host_.reliability);
+  BackgroundRegionMonitor background(host_.platform.main, host_.platform.locations, host_.services());
+  EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_ENTER"));
+  EXPECT_TRUE(background.shouldSendNotification(42, "on_exit"));
+  EXPECT_THAT(host_.seen(),
+              ElementsAre("• 🔔 Allowing ON_ENTER notification for campaign 42 - no cooldown on entry",
+                          "• 🔔 BG Allowing on_exit notification for campaign 42 - no cooldown on entry"));
+  EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_EXIT"));
+  EXPECT_TRUE(background.shouldSendNotification(43, "ON_EXIT"));
+  EXPECT_FALSE(background.shouldSendNotification(42, "ON_EXIT"));
+  EXPECT_FALSE(foreground.shouldSendNotification(43, "ON_EXIT"));
+  background.clearCooldown();
+  EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_EXIT"));
+}
+
+TEST_F(Cooldown, ALaterRunIsRecognisedOnce) {
+  const auto make = [&] {
+    return std::make_unique<BackgroundRegionMonitor>(host_.platform.main, host_.platform.locations,
+                                                     host_.services());
+  };
+  auto before = make();
+  EXPECT_TRUE(before->shouldSendNotification(42, "ON_EXIT"));
+  (void)host_.seenAfter(5s);
+  auto later = make();
+  (void)host_.seenAfter(60s);
+  EXPECT_TRUE(later->shouldSendNotification(42, "ON_EXIT"));
+  EXPECT_THAT(host_.seen(), ElementsAre("• 🔔 BG App restarted, clearing cooldown for campaign 42",
+                                        "remove Orlan_LastNotification_42_ON_EXIT",
+                                        "store Orlan_LastNotification_42_ON_EXIT = 788918465.0",
+                                        "store Orlan_AppStartTime = 788918405.0"));
+  EXPECT_FALSE(later->shouldSendNotification(42, "ON_EXIT"));
+  EXPECT_FALSE(before->shouldSendNotification(42, "ON_EXIT")) << "the earlier start is no restart";
+  EXPECT_EQ(store_.appStartTime(), now) << "of the monitor that checked last";
+}
+
+TEST_F(Cooldown, NotificationsArePostedOnDemandAndTheirOutcomeForgottenWithTheMonitor) {
+  auto monitor = std::make_unique<BackgroundRegionMonitor>(host_.platform.main, host_.platform.locations,
+                                                           host_.services());
+  const auto shop =
+      campaign(1, 10, {notification(5, "on_exit", "Bye"), notification(6, "ON_EXIT", "See you")});
+  monitor->sendLocalNotifications(shop, "ON_EXIT");
+  ASSERT_EQ(host_.phone.scheduled().size(), 2U);
+  EXPECT_NE(host_.phone.scheduled()[0].identifier, host_.phone.scheduled()[1].identifier);
+  monitor.reset();
+  (void)host_.transcript.take();
+  EXPECT_THAT(host_.seen(), testing::IsEmpty());
+}
+
 }  // namespace
-}  // namespace orlan
+}  // namespace orlan::test

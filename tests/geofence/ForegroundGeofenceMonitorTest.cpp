@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "geofence/Campaigns.hpp"
-#include "geofence/GeofenceHost.hpp"
 #include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
+#include "support/FloorHost.hpp"
 
 namespace orlan::test {
 namespace {
@@ -10,6 +10,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
@@ -21,9 +22,8 @@ constexpr char found[] = "• 🎯 Enhanced detection - accuracy: 5.0m, confiden
 
 class Delegate final : public ForegroundGeofenceDelegate {
  public:
-  std::function<void(bool entered)> heard = [](bool) {};
-  void didEnterCampaign(std::int64_t, std::int64_t) override { heard(true); }
-  void didExitCampaign(std::int64_t, std::int64_t) override { heard(false); }
+  std::function<void()> heard;
+  void didEnterCampaign(std::int64_t, std::int64_t) override { heard(); }
 };
 
 /// A location service that has a fix on its way when it is told to stop.
@@ -60,64 +60,29 @@ class ForegroundMonitor : public testing::Test {
     (void)host_.seen();
   }
 
-  std::vector<std::string> go(Coordinate to, double accuracy = 5.0) {
-    host_.phone.moveTo(to, accuracy);
+  Lines go(Coordinate to) {
+    host_.phone.moveTo(to);
     return host_.seen();
   }
 
-  GeofenceHost host_;
+  FloorHost host_;
   std::unique_ptr<ForegroundGeofenceMonitor> monitor_ = std::make_unique<ForegroundGeofenceMonitor>(
       host_.platform.main, host_.platform.locations, host_.services(), host_.reliability);
 };
 
-TEST_F(ForegroundMonitor, StartsAndStopsItsOwnLocationManager) {
-  monitor_->stop();
-  monitor_->start(nullptr);
-  monitor_->start(nullptr);
-  EXPECT_THAT(host_.seen(),
-              ElementsAre("updates foreground off 10/10", "• 🔴 FG-Monitor stopped",
-                          "updates foreground on 10/10", "• 🟢 FG-Monitor started (live GPS)",
-                          "updates foreground on 10/10", "• 🟢 FG-Monitor started (live GPS)"));
-}
-
-TEST_F(ForegroundMonitor, SaysHowManyPolygonsItLoaded) {
-  monitor_->takePolygons({{square(shop), campaign(1, 10)}});
-  EXPECT_THAT(host_.seen(), ElementsAre("• 🎯 FG-Monitor loaded 1 polygon geofences"));
-}
-
-TEST_F(ForegroundMonitor, AnEntryAndAnExit) {
-  EXPECT_THAT(go(street), ElementsAre(found));
-  EXPECT_THAT(
-      go(shop, 40.0),
-      ElementsAre("• 🟢 FG didEnterPolygon camp 1 at 00:00:00.000 (accuracy: 40m)",
-                  "• 🔔 FG sendLocalNotifications - activation: ON_ENTER, campaign: 1", "count FG ON_ENTER",
-                  "• 🟢 Reporting Geo", "report geofence_entry as location of -1 at 10 (51.5,-0.12)",
-                  "report location_update as location of -1 at 10 (51.5,-0.12)",
-                  "• 🎯 Enhanced detection - accuracy: 40.0m, confidence: 0.6"));
-  EXPECT_THAT(go({51.5005, -0.12}), ElementsAre(found)) << "still inside";
-  EXPECT_THAT(
-      go(street),
-      ElementsAre("• 🔴 FG didExitPolygon camp 1 at 00:00:00.000 (dwell: 0.0s) (accuracy: 5m)",
-                  "store Orlan_AppStartTime = 788918400.0",
-                  "store Orlan_LastNotification_1_ON_EXIT = 788918400.0",
-                  "• 🔔 Allowing ON_EXIT notification for campaign 1 - cooldown passed",
-                  "• 🔔 FG sendLocalNotifications - activation: ON_EXIT, campaign: 1", "count FG ON_EXIT",
-                  "• 🟢 Reporting Geo", "report geofence_exit as location of -1 at 10 (51.51,-0.12)",
-                  "report location_update as location of -1 at 10 (51.51,-0.12)", found));
-  EXPECT_THAT(go({51.511, -0.12}), ElementsAre(found)) << "still outside";
-}
-
 TEST_F(ForegroundMonitor, RecordsACrossingAsAPendingEvent) {
-  go(shop, 30.0);
+  host_.phone.moveTo(shop, 30.0);
+  (void)host_.seen();
   // What becomes of an event is drawn at random, but it is kept before it is attempted.
   struct Writes final : phone::PhoneObserver {
-    std::vector<std::string> texts;
+    Lines texts;
     void storeWritten(std::string_view key, const json::Value& value) override {
       if (key == "Orlan_PendingEvents" && value.bytes() != nullptr) texts.push_back(value.bytes()->data);
     }
   } observer;
   host_.phone.observe(observer);
-  go(street, 30.0);
+  host_.phone.moveTo(street, 30.0);
+  (void)host_.seen();
   EXPECT_THAT(
       observer.texts,
       Contains(HasSubstr(R"("eventType":"geofence_exit","data":{"campaign_id":"1","confidence":"0.7",)"
@@ -131,10 +96,10 @@ TEST_F(ForegroundMonitor, ABatchIsProcessedOnceByItsFirstFix) {
   EXPECT_THAT(host_.seen(), ElementsAre(found));
 }
 
-TEST_F(ForegroundMonitor, FixesWhileStoppedAreIgnoredAndNoSecondEntryFollows) {
+TEST_F(ForegroundMonitor, WhileStoppedNothingHappensAndNoSecondEntryFollows) {
   go(shop);
   monitor_->stop();
-  EXPECT_THAT(go(street), Not(Contains(found)));
+  go(street);
   go(shop);
   monitor_->start(nullptr);
   (void)host_.seen();
@@ -151,13 +116,7 @@ TEST_F(ForegroundMonitor, AFixThatComesTooLateAndAnEmptyBatchAreNothing) {
   (void)host_.seen();
   const Location fix = host_.phone.fixAt(shop);
   delegate->didUpdateLocations(*late.manager, {&fix, 1});
-  EXPECT_THAT(host_.seen(), ElementsAre());
-}
-
-TEST_F(ForegroundMonitor, WithoutPolygonsAFixStillLogsItsLine) {
-  monitor_->updatePolygons({});
-  (void)host_.seen();
-  EXPECT_THAT(go(shop), ElementsAre("• 🎯 Enhanced detection - accuracy: 5.0m, confidence: 0.0"));
+  EXPECT_THAT(host_.seen(), IsEmpty());
 }
 
 TEST_F(ForegroundMonitor, ACampaignThatIsGoneIsLeftSilently) {
@@ -165,6 +124,8 @@ TEST_F(ForegroundMonitor, ACampaignThatIsGoneIsLeftSilently) {
   monitor_->updatePolygons({{square(park), campaign(2, 20)}});
   (void)host_.seen();
   EXPECT_THAT(go(street), ElementsAre(found));
+  monitor_->updatePolygons({});
+  EXPECT_THAT(go(park), Contains("• 🎯 Enhanced detection - accuracy: 5.0m, confidence: 0.0"));
   monitor_->updatePolygons({{square(shop), campaign(1, 10)}});
   EXPECT_THAT(go(shop), Contains(StartsWith("• 🟢 FG didEnterPolygon camp 1")))
       << "so it can be entered anew";
@@ -183,50 +144,26 @@ TEST_F(ForegroundMonitor, EveryHundredthHopIsLoggedBeforeDetection) {
   EXPECT_THAT(go(street), ElementsAre("INFO 📍 hop #100 → 51.510000,-0.120000", found));
 }
 
-TEST_F(ForegroundMonitor, TellsDelegateAndPublishersInOrder) {
-  const auto delegate = std::make_shared<Delegate>();
-  delegate->heard = [&](bool entered) {
-    host_.transcript.note(entered ? "delegate enter" : "delegate exit");
-  };
-  monitor_->setDelegate(delegate);
-  const auto enters = monitor_->enterPublisher().subscribe([&](const Crossing& at) {
-    EXPECT_EQ(at, Crossing(1, 10));
-    host_.transcript.note("publish enter");
-  });
-  const auto exits =
-      monitor_->exitPublisher().subscribe([&](const Crossing&) { host_.transcript.note("publish exit"); });
-  const auto in = go(shop);
-  EXPECT_EQ(in.at(1), "delegate enter");
-  EXPECT_EQ(in.at(2), "publish enter");
-  const auto out = go(street);
-  EXPECT_EQ(out.at(1), "delegate exit");
-  EXPECT_EQ(out.at(2), "publish exit");
-}
-
-TEST_F(ForegroundMonitor, ADelegateIsHeldWeakly) {
-  auto delegate = std::make_shared<Delegate>();
-  delegate->heard = [](bool) { ADD_FAILURE(); };
-  monitor_->setDelegate(delegate);
-  delegate.reset();
-  go(shop);
-}
-
 TEST_F(ForegroundMonitor, WhoReactsMayStopAndReplaceWhatIsTracked) {
   monitor_->updatePolygons({{square(shop), campaign(1, 10, {notification(5, "ON_ENTER", "Hello")})},
                             {square(shop), campaign(2, 20)}});
-  const auto delegate = std::make_shared<Delegate>();
-  delegate->heard = [&](bool) {
+  auto delegate = std::make_shared<Delegate>();
+  delegate->heard = [&] {
     monitor_->stop();
     monitor_->updatePolygons({});
     monitor_->setDelegate({});
     monitor_->clearCooldown();
   };
   monitor_->setDelegate(delegate);
+  EXPECT_EQ(monitor_->delegate(), delegate);
   (void)host_.seen();
   const auto seen = go(shop);
   EXPECT_THAT(seen, Contains("scheduled Hello")) << "the reaction goes on with its campaign";
   EXPECT_THAT(seen, Not(Contains(HasSubstr("camp 2")))) << "which is tracked no more";
   EXPECT_THAT(seen, Contains(found));
+  monitor_->setDelegate(delegate);
+  delegate.reset();
+  EXPECT_EQ(monitor_->delegate(), nullptr) << "held weakly";
 }
 
 TEST_F(ForegroundMonitor, ASubscriberMayBringTheNextFixInTheMiddleOfOne) {
@@ -241,16 +178,7 @@ TEST_F(ForegroundMonitor, ASubscriberMayBringTheNextFixInTheMiddleOfOne) {
 
 TEST_F(ForegroundMonitor, IsNotReachedByFixesAfterItsEnd) {
   monitor_.reset();
-  EXPECT_THAT(go(shop), ElementsAre());
-}
-
-TEST_F(ForegroundMonitor, PostsAndChecksOnDemand) {
-  monitor_->sendLocalNotifications(campaign(1, 10, {notification(5, "on_exit", "Bye")}), "ON_EXIT");
-  EXPECT_TRUE(monitor_->shouldSendNotification(1, "ON_EXIT"));
-  EXPECT_FALSE(monitor_->shouldSendNotification(1, "ON_EXIT"));
-  monitor_->clearCooldown();
-  EXPECT_TRUE(monitor_->shouldSendNotification(1, "ON_EXIT"));
-  EXPECT_THAT(host_.seen(), Contains("scheduled Bye"));
+  EXPECT_THAT(go(shop), IsEmpty());
 }
 
 }  // namespace

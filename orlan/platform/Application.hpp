@@ -7,8 +7,12 @@
 
 namespace orlan {
 
+/// Whether the application is in front and takes input (active), in front without (inactive, as on the way
+/// there or back), or out of sight.
 enum class ApplicationState : std::int64_t { active = 0, inactive = 1, background = 2 };
 
+/// What a phone says when that changes, in the order in which it comes: out of sight, on the way back, in
+/// front, about to leave.
 enum class ApplicationSignal { didEnterBackground, willEnterForeground, didBecomeActive, willResignActive };
 
 /// The host application's life cycle. Main thread.

@@ -7,12 +7,7 @@ namespace orlan {
 
 struct MainGate::State {
   std::mutex mutex;
-  MainLoop* main = nullptr;  // null once the gate is closed
-
-  bool isOpen() {
-    const std::lock_guard lock(mutex);
-    return main != nullptr;
-  }
+  MainLoop* main = nullptr;  // null once the gate is closed; only the main thread changes it
 };
 
 MainGate::MainGate(MainLoop& main) : state_(std::make_shared<State>()) {
@@ -32,7 +27,7 @@ void MainGate::Pass::operator()(std::function<void()> task) const {
     if (state_->main == nullptr) return;
     if (!state_->main->isCurrent()) {
       state_->main->async([state = state_, task = std::move(task)] {
-        if (state->isOpen()) task();
+        if (state->main != nullptr) task();
       });
       return;
     }

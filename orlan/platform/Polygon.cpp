@@ -16,10 +16,6 @@ std::span<const Coordinate> Polygon::coordinates() const {
   return shape_->vertices;
 }
 
-Polygon::LongitudeRange Polygon::longitudeRange() const {
-  return shape_->box.longitude;
-}
-
 Polygon::Box Polygon::box() const {
   return shape_->box;
 }

@@ -33,16 +33,14 @@ class Polygon {
   /// The same with the bounds computed beforehand, for asking many polygons (`VertexDistance.hpp`).
   [[nodiscard]] bool hasVertexIn(const Vicinity& vicinity) const;
 
-  /// The half-open interval of longitudes outside of which nothing is inside: `minLongitude <= longitude <
-  /// maxLongitude` is necessary for `rayCastingContains`. Empty (min 0, max 0) when nothing can be inside.
   struct LongitudeRange {
     double min = 0.0;
     double max = 0.0;
   };
-  [[nodiscard]] LongitudeRange longitudeRange() const;
 
-  /// A box outside of which nothing is inside, exact for the formula; latitudes are unbounded (infinite) for
-  /// a ring whose edges are too steep or not finite for the shortcut.
+  /// A box outside of which nothing is inside, exact for the formula. Half-open: `min <= longitude < max` is
+  /// necessary for `rayCastingContains`, and empty (0 to 0) when nothing can be inside. Latitudes are
+  /// unbounded (infinite) for a ring whose edges are too steep or not finite for the shortcut.
   struct Box {
     LongitudeRange longitude;
     double minLatitude = 0.0;

@@ -1,45 +1,63 @@
 #include "orlan/logging/Logger.hpp"
 
-#include <algorithm>
-#include <array>
-#include <chrono>
-#include <cstddef>
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "orlan/base/Time.hpp"
 #include "orlan/base/text.hpp"
-#include "orlan/logging/LogFile.hpp"
 
 namespace orlan {
-namespace {
 
-/// Formatting a date costs more than the rest of a line, and most lines share their second with the one
-/// before. A plain record, so that threads and late static destructors may log too.
-struct Stamp {
-  std::chrono::sys_seconds second;
-  std::array<char, 40> text;
-  std::size_t length = 0;
+/// The file behind the logger. Callers only append to a text in memory; a task on `io` takes it as a whole
+/// and opens the file once for all that has gathered.
+class Logger::File {
+ public:
+  /// Creates an empty file when there is none; an existing one is continued.
+  File(FileSystem& files, Queues& queues)
+      : fileURL(files.cachesDirectory() + "/orlan-sdk.log"),
+        files_(files),
+        io_(queues.make("com.orlan.logger")) {
+    if (!files_.exists(fileURL)) (void)files_.writeAtomically(fileURL, "");
+  }
+
+  /// Text that does not reach the file (missing file, full disk) is dropped.
+  void append(std::string_view text) {
+    const std::lock_guard lock(mutex_);
+    if (pending_.empty()) io_->async([this] { save(); });
+    pending_ += text;
+  }
+
+  /// Lines that come before this has run are deleted with the rest: they would find no file.
+  void clear() {
+    io_->async([this] {
+      save();
+      (void)files_.remove(fileURL);
+    });
+  }
+
+  const std::string fileURL;
+
+ private:
+  void save() {
+    std::string text;
+    {
+      const std::lock_guard lock(mutex_);
+      text.swap(pending_);
+    }
+    if (!text.empty()) (void)files_.append(fileURL, text);
+  }
+
+  FileSystem& files_;
+  std::mutex mutex_;
+  std::string pending_;                    // guarded by mutex_
+  const std::unique_ptr<SerialQueue> io_;  // last: its end waits for a task that still uses the rest
 };
 
-/// "[2025-03-14T09:26:53Z] [", valid until the next call on the same thread.
-std::string_view lineStart(TimePoint now) {
-  thread_local Stamp stamp;
-  const auto second = std::chrono::floor<std::chrono::seconds>(now);
-  if (stamp.length == 0 || stamp.second != second) {
-    const std::string text = "[" + isoDateTime(now) + "] [";
-    stamp.second = second;
-    stamp.length = std::min(text.size(), stamp.text.size());
-    std::copy_n(text.begin(), stamp.length, stamp.text.begin());
-  }
-  return {stamp.text.data(), stamp.length};
-}
-
-constexpr std::string_view kLevelEnd = "] ";
-
-}  // namespace
-
 Logger::Logger(Clock& clock, Console& console, FileSystem& files, Queues& queues)
-    : clock_(clock), console_(console), files_(files), queues_(queues) {}
+    : clock_(clock),
+      console_(console),
+      file_([&files, &queues] { return std::make_shared<File>(files, queues); }) {}
 
 Logger::~Logger() = default;
 
@@ -60,35 +78,38 @@ void Logger::breadcrumbs(std::span<const std::string_view> messages) {
 }
 
 std::string Logger::logFileURL() {
-  return file().path();
+  return file_->fileURL;
 }
 
 void Logger::clear() {
-  file().clear();
+  file_->clear();
 }
 
-Logger::File& Logger::file() {
-  std::call_once(opened_, [this] { file_ = std::make_unique<File>(files_, queues_); });
-  return *file_;
+std::string Logger::lineStart() {
+  const TimePoint now = clock_.now();
+  const auto second = std::chrono::floor<std::chrono::seconds>(now);
+  const std::lock_guard lock(mutex_);
+  if (start_.empty() || second != second_) {
+    second_ = second;
+    start_ = "[" + isoDateTime(now) + "] [";
+  }
+  return start_;
 }
 
 void Logger::write(std::string_view level, std::span<const std::string_view> messages) {
   if (messages.empty()) return;
-  File& file = this->file();
-  const auto start = lineStart(clock_.now());
-
-  const std::string prefix = std::string(start).append(level).append(kLevelEnd);
+  File& file = *file_;
+  const std::string prefix = lineStart().append(level).append("] ");
   std::size_t size = messages.size() * (prefix.size() + 1);
   for (const auto message : messages) size += message.size();
-  std::string text(size, '\n');
-  std::vector<ConsoleLine> lines(messages.size());
-  char* at = text.data();
-  auto* next = lines.data();
+  std::string text;
+  text.reserve(size);
+  std::vector<ConsoleLine> lines;
+  lines.reserve(messages.size());
   for (const auto message : messages) {
-    char* const from = at;
-    at = std::copy_n(prefix.data(), prefix.size(), at);
-    at = std::copy_n(message.data(), message.size(), at) + 1;
-    *next++ = {level, message, {from, static_cast<std::size_t>(at - from)}};
+    const std::size_t from = text.size();
+    text.append(prefix).append(message).append("\n");
+    lines.push_back({level, message, std::string_view(text).substr(from)});
   }
 
   console_.print(lines);

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <memory>
+#include <chrono>
 #include <mutex>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "orlan/base/Lazy.hpp"
 #include "orlan/platform/Clock.hpp"
 #include "orlan/platform/Console.hpp"
 #include "orlan/platform/FileSystem.hpp"
@@ -19,7 +20,7 @@ namespace orlan {
 /// lines of one thread reach the file in the order written. The caller never waits for disk, and no failure
 /// is reported.
 ///
-/// The first use of any operation opens the log: it creates the file when there is none.
+/// The first use of `shared` or of any operation opens the log: it creates the file when there is none.
 class Logger {
  public:
   Logger(Clock& clock, Console& console, FileSystem& files, Queues& queues);
@@ -27,6 +28,7 @@ class Logger {
   Logger(const Logger&) = delete;
   Logger& operator=(const Logger&) = delete;
 
+  /// The process's logger, for as long as the library is installed. Any thread.
   static Logger& shared();
 
   void log(std::string_view message);         // "INFO"
@@ -47,14 +49,18 @@ class Logger {
  private:
   class File;
   void write(std::string_view level, std::span<const std::string_view> messages);
-  File& file();
+  std::string lineStart();
 
   Clock& clock_;
   Console& console_;
-  FileSystem& files_;
-  Queues& queues_;
-  std::once_flag opened_;
-  std::unique_ptr<File> file_;
+
+  // Formatting a date costs more than the rest of a line, and most lines share their second with the one
+  // before.
+  std::mutex mutex_;
+  std::chrono::sys_seconds second_;  // guarded by mutex_
+  std::string start_;                // guarded by mutex_: "[2025-03-14T09:26:53Z] [" of that second
+
+  Lazy<File> file_;
 };
 
 }  // namespace orlan

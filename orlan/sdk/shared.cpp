@@ -13,7 +13,9 @@ OrlanServices& services() {
 }  // namespace
 
 Logger& Logger::shared() {
-  return services().logger;
+  Logger& logger = services().logger;
+  (void)*logger.file_;  // opens the log
+  return logger;
 }
 LocationTrackingReliability& LocationTrackingReliability::shared() {
   return *services().reliability;

@@ -7,10 +7,10 @@
 #include <thread>
 
 #include "backend/Bed.hpp"
-#include "logging/RealThreads.hpp"
 #include "orlan/backend/ClientState.hpp"
 #include "orlan/backend/RequestLayer.hpp"
 #include "orlan/backend/StoreKeys.hpp"
+#include "phones/common/ThreadQueue.hpp"
 
 namespace orlan {
 namespace {
@@ -79,7 +79,7 @@ class EchoClient final : public HttpClient {
     std::recursive_mutex mutex;
     bool cancelled = false;
   };
-  test::ThreadQueue queue_;
+  phone::ThreadQueue queue_{"http"};
 };
 
 TEST(RequestLayer, AnswersEachRequestOnceAndKeepsNoHandle) {

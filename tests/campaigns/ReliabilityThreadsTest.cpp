@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "campaigns/Fixtures.hpp"
-#include "logging/RealThreads.hpp"
 #include "orlan/campaigns/LocationTrackingReliability.hpp"
+#include "phones/common/ThreadQueue.hpp"
 
 namespace orlan {
 namespace {
@@ -20,7 +20,7 @@ TEST_F(ReliabilityThreads, TakeCallsFromAnywhereAndFinishThemAtTheEnd) {
   constexpr int callers = 3;
   constexpr int calls = 150;
   const Platform parts = phone.platform();
-  test::ThreadQueues queues;  // real ones, while the main loop's time is driven here
+  phone::ThreadQueues queues;  // real ones, while the main loop's time is driven here
   auto service = std::make_unique<LocationTrackingReliability>(parts.main, queues, parts.clock, parts.random,
                                                                phone.store(), logger);
   std::atomic<int> statuses = 0;

@@ -51,24 +51,17 @@ struct LoggerTest : ::testing::Test, phone::PhoneObserver {
   std::optional<Logger> logger;
 };
 
-TEST_F(LoggerTest, EachLevelHasItsTagAndItsLine) {
-  logger->log("a");
+TEST_F(LoggerTest, EachLevelHasItsTagAndMessagesStandUnchanged) {
+  const std::string start = "[2025-01-02T03:04:05Z] [";
+  const auto raw = std::string_view("two\nlines\r\n\0 \x1B 100% {} \\n", 24);
+  logger->log("");
   logger->warn("b");
   logger->error("c");
-  logger->breadcrumb("x");
-  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "INFO|a", "WARN|b", "ERROR|c", "•|x"));
-  EXPECT_EQ(file(),
-            "[2025-01-02T03:04:05Z] [INFO] a\n[2025-01-02T03:04:05Z] [WARN] b\n"
-            "[2025-01-02T03:04:05Z] [ERROR] c\n[2025-01-02T03:04:05Z] [•] x\n");
-}
-
-TEST_F(LoggerTest, MessagesStandUnchanged) {
-  logger->log("");
-  logger->log("two\nlines\r\n");
-  logger->log(std::string_view("nul\0 and 100% {} \\n", 19));
-  EXPECT_EQ(file(),
-            std::string("[2025-01-02T03:04:05Z] [INFO] \n[2025-01-02T03:04:05Z] [INFO] two\nlines\r\n\n") +
-                std::string("[2025-01-02T03:04:05Z] [INFO] nul\0 and 100% {} \\n\n", 50));
+  logger->breadcrumb(raw);
+  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "INFO|", "WARN|b", "ERROR|c",
+                                   std::string("•|").append(raw)));
+  EXPECT_EQ(file(), start + "INFO] \n" + start + "WARN] b\n" + start + "ERROR] c\n" + start + "•] " +
+                        std::string(raw) + "\n");
 }
 
 TEST_F(LoggerTest, BlockEqualsAsManyBreadcrumbs) {
@@ -76,13 +69,10 @@ TEST_F(LoggerTest, BlockEqualsAsManyBreadcrumbs) {
   logger->breadcrumbs({});
   EXPECT_TRUE(printed.empty());
   logger->breadcrumbs(block);
-  const auto asBlock = std::exchange(printed, {});
-  const auto text = file();
-  phone.files().change(kFile, std::nullopt);
-  relaunch();
-  for (const auto message : block) logger->breadcrumb(message);
-  EXPECT_EQ(printed, asBlock);
-  EXPECT_EQ(file(), text);
+  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "•|🔍 one", "•|", "•|three"));
+  EXPECT_EQ(
+      file(),
+      "[2025-01-02T03:04:05Z] [•] 🔍 one\n[2025-01-02T03:04:05Z] [•] \n[2025-01-02T03:04:05Z] [•] three\n");
 }
 
 TEST_F(LoggerTest, TimeIsThatOfTheCallInWholeSecondsWhereverTheClockJumps) {
@@ -90,13 +80,12 @@ TEST_F(LoggerTest, TimeIsThatOfTheCallInWholeSecondsWhereverTheClockJumps) {
     Duration fromStart;
     const char* time;
   };
-  using namespace std::chrono;
+  using namespace std::chrono_literals;
   std::string expected;
   for (const auto& [fromStart, time] :
        {Row{0us, "2025-01-02T03:04:05Z"}, Row{999999us, "2025-01-02T03:04:05Z"},
-        Row{1s, "2025-01-02T03:04:06Z"}, Row{-1us, "2025-01-02T03:04:04Z"}, Row{0us, "2025-01-02T03:04:05Z"},
-        Row{-hours(24 * 365 * 60), "1965-01-17T03:04:05Z"},
-        Row{hours(24 * 365 * 60), "2084-12-18T03:04:05Z"}}) {
+        Row{1s, "2025-01-02T03:04:06Z"}, Row{-1us, "2025-01-02T03:04:04Z"},
+        Row{0us, "2025-01-02T03:04:05Z"}}) {
     phone.clock().set(at(5) + fromStart);
     logger->log("x");
     expected += "[" + std::string(time) + "] [INFO] x\n";
@@ -120,52 +109,22 @@ TEST_F(LoggerTest, EveryOperationOpensTheLogAndConstructionDoesNot) {
   EXPECT_EQ(file(), "");
 }
 
-TEST_F(LoggerTest, SecondLaunchContinuesTheFile) {
+TEST_F(LoggerTest, SecondLaunchContinuesTheFileAndAClearedOneStaysAwayUntilThen) {
   logger->log("first");
   (void)file();
   relaunch();
-  printed.clear();
   logger->log("second");
-  EXPECT_THAT(printed, ElementsAre("INFO|second"));
   EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] first\n[2025-01-02T03:04:05Z] [INFO] second\n");
-}
-
-TEST_F(LoggerTest, ClearedFileStaysAwayUntilTheNextLaunch) {
-  logger->log("before");
   logger->clear();
+  EXPECT_NE(phone.files().content(kFile), std::nullopt);  // not inside the call
   logger->log("after");
   EXPECT_EQ(file(), std::nullopt);
   logger->log("printed only");
-  logger->clear();
   EXPECT_EQ(file(), std::nullopt);
   EXPECT_EQ(printed.back(), "INFO|printed only");
-
   relaunch();
   logger->log("new");
   EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] new\n");
-}
-
-TEST_F(LoggerTest, ClearTakesEffectInItsPlaceAmongTheLines) {
-  logger->log("before");
-  logger->clear();
-  EXPECT_NE(phone.files().content(kFile), std::nullopt);  // not inside the call
-  EXPECT_EQ(file(), std::nullopt);
-}
-
-TEST_F(LoggerTest, ClearThatTheDiskRefusesIsOverAndDone) {
-  logger->log("before");
-  (void)file();
-  phone.files().fail(sim::StorageFault::writes);
-  logger->log("lost");
-  logger->clear();
-  (void)file();
-  phone.files().fail(sim::StorageFault::none);
-  logger->log("after");
-  (void)file();
-  logger->log("later");
-  EXPECT_EQ(file(),
-            "[2025-01-02T03:04:05Z] [INFO] before\n[2025-01-02T03:04:05Z] [INFO] after\n"
-            "[2025-01-02T03:04:05Z] [INFO] later\n");
 }
 
 TEST_F(LoggerTest, DiskThatRefusesTheFileLeavesPrintingAlone) {

@@ -1,15 +1,16 @@
 // The log under real threads: nothing here depends on which thread is faster.
 #include <gtest/gtest.h>
 
-#include <future>
+#include <atomic>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "logging/RealThreads.hpp"
 #include "orlan/logging/Logger.hpp"
+#include "phones/common/ThreadQueue.hpp"
 
 namespace orlan {
 namespace {
@@ -26,70 +27,48 @@ class CountingConsole final : public Console {
   std::atomic<std::size_t> printed = 0;
 };
 
-/// Files in memory whose appends wait while the gate is shut.
-class GatedFiles final : public FileSystem {
+/// One file in memory whose appends wait while the gate is shut.
+class GatedFile final : public FileSystem {
  public:
   [[nodiscard]] std::string cachesDirectory() const override { return "/caches"; }
-  [[nodiscard]] bool exists(const std::string& path) const override {
-    const std::lock_guard lock(mutex_);
-    return files_.contains(path);
-  }
-  [[nodiscard]] Result<std::string> read(const std::string& path) const override {
-    const std::lock_guard lock(mutex_);
-    const auto file = files_.find(path);
-    if (file == files_.end()) return missing();
-    return file->second;
-  }
-  Result<void> writeAtomically(const std::string& path, std::string_view bytes) override {
-    const std::lock_guard lock(mutex_);
-    files_[path] = bytes;
+  [[nodiscard]] bool exists(const std::string&) const override { return content.has_value(); }
+  [[nodiscard]] Result<std::string> read(const std::string&) const override { return content.value_or(""); }
+  Result<void> writeAtomically(const std::string&, std::string_view bytes) override {
+    content = bytes;
     return {};
   }
-  Result<void> append(const std::string& path, std::string_view bytes) override {
-    std::unique_lock lock(mutex_);
-    opened_.wait(lock, [this] { return open_; });
+  Result<void> append(const std::string&, std::string_view bytes) override {
+    open.wait(false);
     ++appends;
-    const auto file = files_.find(path);
-    if (file == files_.end()) return missing();
-    file->second += bytes;
+    if (content) content->append(bytes);
     return {};
   }
-  Result<void> remove(const std::string& path) override {
-    const std::lock_guard lock(mutex_);
-    files_.erase(path);
+  Result<void> remove(const std::string&) override {
+    content.reset();
     return {};
   }
 
-  void setOpen(bool open) {
-    {
-      const std::lock_guard lock(mutex_);
-      open_ = open;
-    }
-    opened_.notify_all();
+  void setOpen(bool isOpen) {
+    open = isOpen;
+    open.notify_all();
   }
 
-  std::atomic<int> appends = 0;
-
- private:
-  static Unexpected<Error> missing() { return Unexpected(Error{"test", 2, "missing"}); }
-
-  mutable std::mutex mutex_;
-  std::condition_variable opened_;
-  bool open_ = true;
-  std::map<std::string, std::string> files_;
+  std::optional<std::string> content;  // of the queue, once the logger is open
+  std::atomic<bool> open = true;
+  int appends = 0;
 };
 
 struct LoggerThreads : ::testing::Test {
   StoppedClock clock;
   CountingConsole console;
-  GatedFiles files;
-  test::ThreadQueues queues;
+  GatedFile files;
+  phone::ThreadQueues queues;
   std::unique_ptr<Logger> logger = std::make_unique<Logger>(clock, console, files, queues);
 
   /// Ends the logger, which writes out what is pending.
   std::vector<std::string> linesAtEnd() {
     logger.reset();
-    std::istringstream text(files.read("/caches/orlan-sdk.log").value_or("(no file)\n"));
+    std::istringstream text(files.content.value_or("(no file)\n"));
     std::vector<std::string> lines;
     for (std::string line; std::getline(text, line);) lines.push_back(line);
     return lines;
@@ -140,21 +119,6 @@ TEST_F(LoggerThreads, ClearWhileTheDiskIsBusyRemovesExactlyWhatWasWrittenBefore)
   logger = std::make_unique<Logger>(clock, console, files, queues);
   logger->log("next launch");
   EXPECT_EQ(linesAtEnd(), std::vector<std::string>{"[1970-01-01T00:00:00Z] [INFO] next launch"});
-}
-
-TEST_F(LoggerThreads, FirstUseFromManyThreadsOpensOneLog) {
-  std::promise<void> start;
-  const auto started = start.get_future().share();
-  std::vector<std::thread> writers;
-  for (int i = 0; i < 8; ++i) {
-    writers.emplace_back([this, started] {
-      started.wait();
-      logger->breadcrumb("x");
-    });
-  }
-  start.set_value();
-  for (auto& writer : writers) writer.join();
-  EXPECT_EQ(linesAtEnd().size(), 8u);
 }
 
 }  // namespace

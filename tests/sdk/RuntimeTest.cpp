@@ -30,9 +30,11 @@ TEST(Runtime, TheInnermostScopeIsCurrent) {
   EXPECT_EQ(&OrlanPlugin::shared(), &outer.plugin());
   {
     SimulatedHost inner;
+    EXPECT_EQ(inner.phone.files().content("orlan-sdk.log"), std::nullopt);
+    EXPECT_EQ(&Logger::shared(), &inner.services().logger);
+    EXPECT_EQ(inner.phone.files().content("orlan-sdk.log"), "") << "the first use opens the log";
     EXPECT_EQ(&OrlanPlugin::shared(), &inner.plugin());
     EXPECT_EQ(&GeofenceService::shared(), &*inner.services().geofence);
-    EXPECT_EQ(&Logger::shared(), &inner.services().logger);
   }
   EXPECT_EQ(&OrlanPlugin::shared(), &outer.plugin());
 }

@@ -4,9 +4,9 @@
 #include <deque>
 #include <thread>
 
-#include "logging/RealThreads.hpp"
 #include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/Runtime.hpp"
+#include "phones/common/ThreadQueue.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
 
 namespace orlan {
@@ -85,7 +85,7 @@ TEST(RuntimeThreads, MayEndAtAnyMoment) {
   sim::World world;
   sim::SimulatedPhone phone(world, {.location = {.position = Location{{51.5, -0.12}, 5.0, {}}}});
   ThreadedHttp http;
-  test::ThreadQueues queues;
+  phone::ThreadQueues queues;
   const Platform simulated = phone.platform();
   const Platform threaded{simulated.main,
                           queues,

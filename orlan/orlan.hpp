@@ -2,6 +2,7 @@
 
 /// Everything a host application needs: install a phone with `Runtime::install`, then start the library
 /// through `OrlanPlugin::shared()`.
+#include "orlan/campaigns/CampaignFields.hpp"
 #include "orlan/geofence/BackgroundRegionMonitor.hpp"
 #include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
 #include "orlan/geofence/GeofenceService.hpp"

@@ -48,7 +48,7 @@ DeviceRecord DeviceRecords::common(const std::string& apiKey, const std::string&
 }
 
 HttpRequest deviceRecordRequest(std::string url, const DeviceRecord& record) {
-  HttpRequest request{.method = "POST", .url = std::move(url), .body = json::encodeText(record)};
+  HttpRequest request{.method = "POST", .url = std::move(url), .body = json::print(json::encode(record))};
   request.addHeader("Content-Type", "application/json");
   request.addHeader("Accept", "application/json");
   request.addHeader("ApiKey", record.apiKey);

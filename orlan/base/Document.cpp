@@ -7,8 +7,10 @@
 #include <cmath>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <type_traits>
 
+#include "orlan/base/ascii.hpp"
 #include "orlan/base/json.hpp"
 #include "orlan/base/text.hpp"
 
@@ -25,6 +27,10 @@ constexpr std::size_t deepest = 512;
 constexpr std::size_t largestCount = 0xFFFFFF;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// What stands in the tree for a number beyond every double. Nobody else sends this one.
+constexpr std::string_view beyondText = "1.7976931348623157e308";
+constexpr double beyond = std::numeric_limits<double>::max();
 
 std::string_view reason(simdjson::error_code code) {
   switch (code) {
@@ -50,11 +56,65 @@ std::string_view reason(simdjson::error_code code) {
   }
 }
 
+/// Whether the characters of a number stand as the grammar wants them. What is left to look at is what the
+/// C library reads besides.
+bool isNumber(std::string_view token) {
+  const std::string_view digits = token.substr(token.starts_with('-') ? 1 : 0);
+  const auto isDigitAt = [&](std::size_t at) { return at < digits.size() && ascii::isDigit(digits[at]); };
+  const auto point = digits.find('.');
+  return text::toDouble(token) && isDigitAt(0) && !(digits[0] == '0' && isDigitAt(1)) &&
+         (point == std::string_view::npos || isDigitAt(point + 1));
+}
+
 /// Walks a text that the tree's parser refused until the other parser stumbles as well: only that one knows
-/// where it is.
+/// where it is, and goes on behind a number that no 64-bit type holds.
 class Walk {
  public:
-  simdjson::error_code value(ondemand::value value, std::size_t depth = 1) {
+  explicit Walk(std::string_view text) : padded_(text), all_(text) {}
+
+  /// What is wrong with the text; nothing when only numbers are too large, unless `exact`.
+  simdjson::error_code run(bool exact) {
+    exact_ = exact;
+    ondemand::value root;
+    if (const auto code = parser_.iterate(padded_).get(document_)) return code;
+    if (const auto code = document_.get_value().get(root)) return code;
+    isUnderWay_ = true;
+    return value(root, 1);
+  }
+
+  /// " at line 3, column 7" (in characters, from 1) of what is wrong, where that can be told.
+  [[nodiscard]] std::string place(simdjson::error_code code) {
+    const char* at = string_;  // of a faulty string the parser knows only the end
+    if (!isUnderWay_) return {};
+    if (code != simdjson::STRING_ERROR && document_.current_location().get(at)) {
+      return " at the end of the text";  // a fault behind the value leaves the parser there
+    }
+    const auto offset = static_cast<std::size_t>(at - padded_.data());
+    if (offset > all_.size()) return {};
+    const std::string_view before = all_.substr(0, offset);
+    const auto lineStart = static_cast<std::ptrdiff_t>(before.rfind('\n') + 1);  // none: npos + 1 is 0
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const auto column =
+        std::count_if(before.begin() + lineStart, before.end(), [](char c) { return (c & 0xC0) != 0x80; }) +
+        1;
+    return " at line " + std::to_string(line) + ", column " + std::to_string(column);
+  }
+
+  /// The text with numbers that the tree can hold in the place of those that are too large.
+  [[nodiscard]] std::string fitting() const {
+    std::string out;
+    const char* from = padded_.data();
+    for (const std::string_view token : large_) {
+      out.append(from, token.data());
+      const bool isBeyond = std::isinf(*text::toDouble(token));
+      out.append(isBeyond ? beyondText : token).append(isBeyond ? "" : "e0");  // a large integer is a double
+      from = token.data() + token.size();
+    }
+    return out.append(from, padded_.data() + padded_.size());
+  }
+
+ private:
+  simdjson::error_code value(ondemand::value value, std::size_t depth) {
     if (depth > deepest) return simdjson::DEPTH_ERROR;
     ondemand::json_type type{};
     if (const auto code = value.type().get(type)) return code;
@@ -67,7 +127,7 @@ class Walk {
         if (const auto code = value.current_location().get(string_)) return code;
         return value.get_string().error();
       case ondemand::json_type::number:
-        return value.get_number().error();
+        return number(value);
       case ondemand::json_type::boolean:
         return value.get_bool().error();
       case ondemand::json_type::null:
@@ -76,10 +136,14 @@ class Walk {
     return value.is_null().error();
   }
 
-  /// Where the last string began: of a faulty one the parser knows only the end.
-  [[nodiscard]] const char* string() const { return string_; }
+  simdjson::error_code number(ondemand::value& value) {
+    const auto code = value.get_number().error();
+    const std::string_view token = text::trimmed(value.raw_json_token());
+    if (code != simdjson::NUMBER_ERROR || exact_ || !isNumber(token)) return code;
+    large_.push_back(token);
+    return simdjson::SUCCESS;
+  }
 
- private:
   simdjson::error_code array(ondemand::value& value, std::size_t depth) {
     ondemand::array array;
     if (const auto code = value.get_array().get(array)) return code;
@@ -105,33 +169,15 @@ class Walk {
     return simdjson::SUCCESS;
   }
 
-  const char* string_ = nullptr;
+  simdjson::padded_string padded_;
+  std::string_view all_;
+  ondemand::parser parser_;
+  ondemand::document document_;
+  bool exact_ = false;
+  bool isUnderWay_ = false;
+  const char* string_ = nullptr;  // where the last one began
+  std::vector<std::string_view> large_;
 };
-
-/// " at line 3, column 7" (in characters, from 1) for a text that is not valid, where that can be told.
-std::string place(std::string_view text) {
-  const simdjson::padded_string padded(text);
-  ondemand::parser parser;
-  ondemand::document document;
-  ondemand::value root;
-  if (parser.iterate(padded).get(document) || document.get_value().get(root)) return {};
-  Walk walk;
-  const char* at = nullptr;
-  if (walk.value(root) == simdjson::STRING_ERROR) {
-    at = walk.string();
-  } else if (document.current_location().get(at)) {  // a fault behind the value leaves the parser there
-    return " at the end of the text";
-  }
-  const auto offset = static_cast<std::size_t>(at - padded.data());
-  if (offset > text.size()) return {};
-  const std::string_view before = text.substr(0, offset);
-  const auto lineStart = before.rfind('\n') + 1;  // none: npos + 1 is 0
-  const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-  const auto column = std::count_if(before.begin() + static_cast<std::ptrdiff_t>(lineStart), before.end(),
-                                    [](char c) { return (c & 0xC0) != 0x80; }) +
-                      1;
-  return " at line " + std::to_string(line) + ", column " + std::to_string(column);
-}
 
 using Storage = std::byte[2 * sizeof(void*)];
 
@@ -143,6 +189,13 @@ dom::element element(const Storage& cursor) {
 
 struct Document::Tree {
   dom::document parsed;  // cursors point here: never moves
+
+  simdjson::error_code read(std::string_view text) {
+    dom::parser parser;
+    const auto capacity = std::max(text.size(), dom::MINIMAL_DOCUMENT_CAPACITY);
+    if (const auto code = parser.allocate(capacity, deepest)) return code;
+    return parser.parse_into_document(parsed, text.data(), text.size()).error();
+  }
 };
 
 Document::Document(std::unique_ptr<Tree> tree) : tree_(std::move(tree)) {}
@@ -150,17 +203,29 @@ Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
 
-Result<Document> Document::parse(std::string_view text) {
+Result<Document> Document::read(std::string_view text, bool exact) {
   if (text.empty()) text = "";  // the parser copies even nothing, but not from a null pointer
   if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
   auto tree = std::make_unique<Tree>();
-  dom::parser parser;
-  auto code = parser.allocate(std::max(text.size(), dom::MINIMAL_DOCUMENT_CAPACITY), deepest);
-  if (code == simdjson::SUCCESS) {
-    code = parser.parse_into_document(tree->parsed, text.data(), text.size()).error();
+  if (const auto code = tree->read(text)) {
+    Walk walk(text);
+    const auto stumbled = walk.run(exact);
+    const bool isTooLarge = code == simdjson::NUMBER_ERROR && stumbled == simdjson::SUCCESS;
+    if (!isTooLarge || tree->read(walk.fitting()) != simdjson::SUCCESS) {
+      return Unexpected(error(std::string(reason(code)) + walk.place(stumbled)));
+    }
   }
-  if (code != simdjson::SUCCESS) return Unexpected(error(std::string(reason(code)) + place(text)));
   return Document(std::move(tree));
+}
+
+Result<Document> Document::parse(std::string_view text) {
+  return read(text, false);
+}
+
+Result<Value> parse(std::string_view text) {
+  const auto document = Document::read(text, true);
+  if (!document) return Unexpected(document.error());
+  return document->root().value();
 }
 
 Node Document::root() const {
@@ -207,14 +272,14 @@ std::optional<std::int64_t> Node::integer() const {
   if (self.get_int64().get(whole) == simdjson::SUCCESS) return whole;
   if (self.type() != dom::element_type::DOUBLE) return std::nullopt;
   constexpr double end = 9223372036854775808.0;  // 2^63, the first that does not fit
-  const double real = *number();
+  const double real = number().value_or(end);
   if (!(real >= -end && real < end) || std::trunc(real) != real) return std::nullopt;
   return static_cast<std::int64_t>(real);
 }
 
 std::optional<double> Node::number() const {
   double value = 0.0;
-  if (element(cursor_).get_double().get(value) != simdjson::SUCCESS) return std::nullopt;
+  if (element(cursor_).get_double().get(value) != simdjson::SUCCESS || value == beyond) return std::nullopt;
   return value;
 }
 
@@ -224,7 +289,7 @@ std::optional<std::string_view> Node::string() const {
   return value;
 }
 
-bool Node::elements(FunctionRef<bool(Node)> visit) const {
+bool Node::elements(const std::function<bool(Node)>& visit) const {
   dom::array array;
   if (element(cursor_).get_array().get(array) != simdjson::SUCCESS) return true;
   for (const dom::element child : array) {
@@ -233,7 +298,7 @@ bool Node::elements(FunctionRef<bool(Node)> visit) const {
   return true;
 }
 
-bool Node::members(FunctionRef<bool(std::string_view, Node)> visit) const {
+bool Node::members(const std::function<bool(std::string_view, Node)>& visit) const {
   dom::object object;
   if (element(cursor_).get_object().get(object) != simdjson::SUCCESS) return true;
   for (const dom::key_value_pair member : object) {
@@ -243,18 +308,16 @@ bool Node::members(FunctionRef<bool(std::string_view, Node)> visit) const {
 }
 
 std::size_t Node::size() const {
-  const dom::element self = element(cursor_);
+  const auto counted = [](const auto& children) {
+    const std::size_t count = children.size();
+    if (count < largestCount) return count;
+    return static_cast<std::size_t>(std::distance(children.begin(), children.end()));
+  };
   dom::array array;
   dom::object object;
-  std::size_t count = 0;
-  if (self.get_array().get(array) == simdjson::SUCCESS) {
-    count = array.size();
-    if (count == largestCount) count = static_cast<std::size_t>(std::distance(array.begin(), array.end()));
-  } else if (self.get_object().get(object) == simdjson::SUCCESS) {
-    count = object.size();
-    if (count == largestCount) count = static_cast<std::size_t>(std::distance(object.begin(), object.end()));
-  }
-  return count;
+  if (element(cursor_).get_array().get(array) == simdjson::SUCCESS) return counted(array);
+  if (element(cursor_).get_object().get(object) == simdjson::SUCCESS) return counted(object);
+  return 0;
 }
 
 }  // namespace orlan::json

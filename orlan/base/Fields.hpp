@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -51,12 +52,22 @@ struct Failure {
   [[nodiscard]] Error error() const;
 };
 
-struct Standard;  // the form that follows from the member's type
-
 template <class T>
 bool decode(Node node, T& out, Failure& failure);
 template <class T>
 Value encode(const T& value);
+
+/// The form that follows from the member's type.
+struct Standard {
+  template <class T>
+  static bool decode(Node node, T& out, Failure& failure) {
+    return json::decode(node, out, failure);
+  }
+  template <class T>
+  static Value encode(const T& value) {
+    return json::encode(value);
+  }
+};
 
 }  // namespace json
 
@@ -94,19 +105,6 @@ bool decodeScalar(Node node, bool& out, Failure& failure);
 bool decodeScalar(Node node, std::int64_t& out, Failure& failure);
 bool decodeScalar(Node node, double& out, Failure& failure);
 bool decodeScalar(Node node, std::string& out, Failure& failure);
-bool decodeScalar(Node node, std::string_view& out, Failure& failure);  // lives as long as the document
-
-template <class R, class M, class Codec>
-bool decodeField(const Field<R, M, Codec>& field, Node node, R& record, Failure& failure) {
-  bool ok = false;
-  if constexpr (std::is_same_v<Codec, Standard>) {
-    ok = decode(node, record.*field.member, failure);
-  } else {
-    ok = Codec::decode(node, record.*field.member, failure);
-  }
-  if (!ok) failure.under(field.key);
-  return ok;
-}
 
 /// `Fields<R>::list` as rows that a loop can walk.
 template <class R>
@@ -120,16 +118,20 @@ struct FieldRows {
   template <std::size_t I>
   static constexpr Row row() {
     constexpr auto& field = std::get<I>(Fields<R>::list);
-    using Member = std::remove_cvref_t<decltype(std::declval<R&>().*field.member)>;
-    return {field.key, IsOptional<Member>::value, &decodeRow<I, Member>};
+    return []<class Member, class Codec>(const Field<R, Member, Codec>& known) -> Row {
+      return {known.key, IsOptional<Member>::value, &decodeRow<I, Member, Codec>};
+    }(field);
   }
 
   /// `again`: the key is there a second time, and nothing of the first value may shine through.
-  template <std::size_t I, class Member>
+  template <std::size_t I, class Member, class Codec>
   static bool decodeRow(Node node, R& record, Failure& failure, bool again) {
     constexpr auto& field = std::get<I>(Fields<R>::list);
-    if (again) record.*field.member = Member{};
-    return decodeField(field, node, record, failure);
+    Member& member = record.*field.member;
+    if (again) member = Member{};
+    const bool ok = Codec::decode(node, member, failure);
+    if (!ok) failure.under(field.key);
+    return ok;
   }
 
   static constexpr std::size_t count = std::tuple_size_v<std::remove_cvref_t<decltype(Fields<R>::list)>>;
@@ -145,7 +147,7 @@ bool decodeRecord(Node node, R& record, Failure& failure) {
   constexpr auto& rows = FieldRows<R>::rows;
   std::bitset<rows.size()> seen;
   std::size_t next = 0;  // members mostly come in the order of the list
-  const bool ok = node.members([&](std::string_view key, Node value) {
+  const auto take = [&](std::string_view key, Node value) {
     for (std::size_t tried = 0; tried < rows.size(); ++tried) {
       const std::size_t at = (next + tried) % rows.size();
       if (rows[at].key != key) continue;
@@ -155,8 +157,8 @@ bool decodeRecord(Node node, R& record, Failure& failure) {
       return rows[at].decode(value, record, failure, again);
     }
     return true;
-  });
-  if (!ok) return false;
+  };
+  if (!node.members(std::ref(take))) return false;  // by reference: there is a record in every vertex
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (seen[i] || rows[i].isOptional) continue;
     failure.reason = "missing";
@@ -199,9 +201,6 @@ bool decode(Node node, T& out, Failure& failure) {
     if (!known) return failure.expected("a known value", node);
     out = *known;
     return true;
-  } else if constexpr (std::is_same_v<T, Value>) {
-    out = node.value();
-    return true;
   } else if constexpr (Record<T>) {
     return decodeRecord(node, out, failure);
   } else {
@@ -217,11 +216,7 @@ Value encodeRecord(const R& record) {
     if constexpr (IsOptional<M>::value) {
       if (!member) return;
     }
-    if constexpr (std::is_same_v<Codec, Standard>) {
-      object.set(field.key, encode(member));
-    } else {
-      object.set(field.key, Codec::encode(member));
-    }
+    object.set(field.key, Codec::encode(member));
   };
   std::apply([&](const auto&... field) { (add(field), ...); }, Fields<R>::list);
   return object;
@@ -262,9 +257,10 @@ template <class T>
   return out;
 }
 
+/// A record (or a list or map of records) as a text; an error where JSON has no form for what is in it.
 template <class T>
-[[nodiscard]] std::string encodeText(const T& value) {
-  return print(encode(value));
+[[nodiscard]] Result<std::string> encodeText(const T& value) {
+  return serialised(encode(value));
 }
 
 }  // namespace json

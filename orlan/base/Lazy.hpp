@@ -30,12 +30,6 @@ class Lazy {
   /// Runs `hook` right after the object is made, before its first user sees it. Register before first use.
   void onBuilt(std::function<void(T&)> hook) { hooks_.push_back(std::move(hook)); }
 
-  /// Destroys the object; for the owner of the slot, when nobody uses it any more.
-  void reset() {
-    ready_.store(nullptr, std::memory_order_release);
-    object_.reset();
-  }
-
  private:
   T& get() {
     if (T* object = ifBuilt()) return *object;

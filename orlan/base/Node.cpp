@@ -1,26 +1,14 @@
+#include <limits>
+
 #include "orlan/base/json.hpp"
 
 /// What of a node follows from the rest, whatever the parser.
 namespace orlan::json {
 
 std::string_view Node::kindName() const {
-  switch (kind()) {
-    case Kind::boolean:
-      return "a boolean";
-    case Kind::integer:
-      return "an integer";
-    case Kind::real:
-      return "a number";
-    case Kind::string:
-      return "a string";
-    case Kind::array:
-      return "an array";
-    case Kind::object:
-      return "an object";
-    case Kind::null:
-      break;
-  }
-  return "null";
+  constexpr std::string_view names[] = {"null",     "a boolean", "an integer", "a number",
+                                        "a string", "an array",  "an object"};
+  return names[static_cast<std::size_t>(kind())];
 }
 
 Value Node::value() const {
@@ -30,7 +18,7 @@ Value Node::value() const {
     case Kind::integer:
       return *integer();
     case Kind::real:
-      return *number();
+      return number().value_or(std::numeric_limits<double>::max());  // which may be meant in an exact text
     case Kind::string:
       return *string();
     case Kind::array: {
@@ -55,12 +43,6 @@ Value Node::value() const {
       break;
   }
   return {};
-}
-
-Result<Value> parse(std::string_view text) {
-  const auto document = Document::parse(text);
-  if (!document) return Unexpected(document.error());
-  return document->root().value();
 }
 
 }  // namespace orlan::json

@@ -19,6 +19,9 @@ using TimePoint = std::chrono::sys_time<Duration>;
 /// A duration from seconds, rounded to the microsecond. NaN gives zero; beyond the range, its ends.
 [[nodiscard]] Duration fromSeconds(double seconds);
 
+/// `to - from`, or the end of the range where that would overflow: a stored time may be anything.
+[[nodiscard]] Duration elapsed(TimePoint from, TimePoint to);
+
 /// Seconds since 1970-01-01 and since 2001-01-01, both UTC, and back. Going there and back gives the same
 /// microsecond for every time between the years 1800 and 2200. NaN gives the epoch; beyond the range, its
 /// ends.

@@ -21,23 +21,17 @@ auto* findIn(Members& members, std::string_view key) {
 Object::Object(std::initializer_list<Member> members) : Object(std::vector<Member>(members)) {}
 
 Object::Object(std::vector<Member> members) {
-  if (members.size() <= smallObject) {
-    members_.reserve(members.size());
-    for (Member& member : members) set(member.first, std::move(member.second));
-    return;
-  }
-  std::unordered_map<std::string_view, std::size_t> places;  // views into `members`, which stays as it is
-  places.reserve(members.size());
-  for (std::size_t i = 0; i < members.size(); ++i) {
-    const auto [known, isNew] = places.try_emplace(members[i].first, i);
-    if (!isNew) members[known->second].second = std::move(members[i].second);
-  }
-  members_.reserve(places.size());
-  std::vector<bool> first(members.size());
-  for (const auto& [key, place] : places) first[place] = true;
-  places.clear();  // its views end here
-  for (std::size_t i = 0; i < members.size(); ++i) {
-    if (first[i]) members_.push_back(std::move(members[i]));
+  const bool isLarge = members.size() > smallObject;
+  std::unordered_map<std::string, std::size_t> places;
+  members_.reserve(members.size());
+  for (Member& member : members) {
+    if (!isLarge) {
+      set(member.first, std::move(member.second));
+    } else if (const auto [known, isNew] = places.try_emplace(member.first, members_.size()); isNew) {
+      members_.push_back(std::move(member));
+    } else {
+      members_[known->second].second = std::move(member.second);
+    }
   }
 }
 

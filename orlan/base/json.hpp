@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -12,7 +13,6 @@
 #include <vector>
 
 #include "orlan/base/Bytes.hpp"
-#include "orlan/base/FunctionRef.hpp"
 #include "orlan/base/Result.hpp"
 
 /// Values of the kind that JSON, property lists, user-info dictionaries and the key-value store have in
@@ -104,12 +104,16 @@ class Value {
 /// `/` and characters beyond ASCII are written as they are.
 [[nodiscard]] std::string print(const Value& value);
 
+/// The same, or an error where JSON has no form for the value: a number that is not finite, or a text that is
+/// not UTF-8.
+[[nodiscard]] Result<std::string> serialised(const Value& value);
+
 /// A readable rendering for log lines: like JSON, with `, ` and `: ` as separators.
 [[nodiscard]] std::string describe(const Value& value);
 
 /// Reads one JSON text. Of duplicate keys the last wins, in the place of the first. A byte-order mark in
-/// front is skipped. The error (domain "JSON") says what is wrong and at which line and column where that is
-/// known.
+/// front is skipped. A number that no 64-bit type holds is refused. The error (domain "JSON") says what is
+/// wrong and at which line and column where that is known.
 [[nodiscard]] Result<Value> parse(std::string_view text);
 
 enum class Kind { null, boolean, integer, real, string, array, object };
@@ -121,8 +125,8 @@ class Node {
   [[nodiscard]] std::string_view kindName() const;
 
   /// Each holds a value only when the node is of that kind. `integer` also takes a number with a zero
-  /// fraction
-  /// (`42.0`) inside the 64-bit range; `number` takes integers and doubles.
+  /// fraction (`42.0`) inside the 64-bit range; `number` takes integers, those beyond that range too, and
+  /// doubles, but none as large as the largest double.
   [[nodiscard]] std::optional<bool> boolean() const;
   [[nodiscard]] std::optional<std::int64_t> integer() const;
   [[nodiscard]] std::optional<double> number() const;
@@ -130,8 +134,8 @@ class Node {
 
   /// Visits the elements or members in order until `visit` returns false; returns false if it did.
   /// On a node of another kind nothing is visited.
-  bool elements(FunctionRef<bool(Node)> visit) const;
-  bool members(FunctionRef<bool(std::string_view key, Node value)> visit) const;
+  bool elements(const std::function<bool(Node)>& visit) const;
+  bool members(const std::function<bool(std::string_view key, Node value)>& visit) const;
   [[nodiscard]] std::size_t size() const;
 
   [[nodiscard]] Value value() const;
@@ -144,7 +148,8 @@ class Node {
   alignas(void*) std::byte cursor_[2 * sizeof(void*)];
 };
 
-/// A parsed JSON text, owned. Records decode straight from it (`Fields.hpp`).
+/// A parsed JSON text, owned. Records decode straight from it (`Fields.hpp`). Unlike `parse`, a number of any
+/// size does no harm where nobody reads it.
 class Document {
  public:
   [[nodiscard]] static Result<Document> parse(std::string_view text);
@@ -157,6 +162,8 @@ class Document {
  private:
   struct Tree;
   explicit Document(std::unique_ptr<Tree> tree);
+  friend Result<Value> parse(std::string_view text);
+  static Result<Document> read(std::string_view text, bool exact);
   std::unique_ptr<Tree> tree_;
 };
 

@@ -58,15 +58,17 @@ class Printer {
 
   std::string take() { return std::move(out_); }
 
+  /// Why the text is not what the value is; empty when it is.
+  [[nodiscard]] std::string_view loss() const { return loss_; }
+
  private:
   void number(double value) {
-    if (std::isnan(value)) {
-      out_ += "\"NaN\"";
-    } else if (std::isinf(value)) {
-      out_ += value < 0 ? "\"-Infinity\"" : "\"Infinity\"";
-    } else {
+    if (std::isfinite(value)) {
       out_ += text::fromDouble(value);
+      return;
     }
+    out_ += std::isnan(value) ? "\"NaN\"" : value < 0 ? "\"-Infinity\"" : "\"Infinity\"";
+    loss_ = "a number is not finite";
   }
 
   void string(std::string_view value) {
@@ -75,6 +77,7 @@ class Printer {
       const text::CodePoint next = text::firstCodePoint(value);
       if (!next.valid()) {
         out_ += replacement;
+        loss_ = "a text is not UTF-8";
       } else if (const auto escape = shortEscape(value.front()); !escape.empty()) {
         out_ += escape;
       } else if (next.value < 0x20) {
@@ -121,6 +124,7 @@ class Printer {
 
   std::string out_;
   std::string_view gap_;
+  std::string_view loss_;
 };
 
 }  // namespace
@@ -128,6 +132,13 @@ class Printer {
 std::string print(const Value& value) {
   Printer printer("");
   printer.value(value);
+  return printer.take();
+}
+
+Result<std::string> serialised(const Value& value) {
+  Printer printer("");
+  printer.value(value);
+  if (!printer.loss().empty()) return Unexpected(error(std::string(printer.loss())));
   return printer.take();
 }
 

@@ -39,12 +39,13 @@ std::string_view trimmed(std::string_view text) {
     if (!isWhiteSpace(first.value)) break;
     text.remove_prefix(first.length);
   }
-  while (!text.empty()) {
-    const CodePoint last = lastCodePoint(text);
-    if (!isWhiteSpace(last.value)) break;
-    text.remove_suffix(last.length);
+  std::size_t end = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const CodePoint next = firstCodePoint(text.substr(at));
+    at += next.length;
+    if (!isWhiteSpace(next.value)) end = at;
   }
-  return text;
+  return text.substr(0, end);
 }
 
 std::string escapedControls(std::string_view text) {

@@ -20,14 +20,6 @@ CodePoint firstCodePoint(std::string_view text) {
   return {value, static_cast<std::size_t>(length)};
 }
 
-CodePoint lastCodePoint(std::string_view text) {
-  for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
-    const CodePoint candidate = firstCodePoint(text.substr(text.size() - length));
-    if (candidate.valid() && candidate.length == length) return candidate;
-  }
-  return {};
-}
-
 void appendCodePoint(std::string& out, std::int32_t codePoint) {
   std::array<utf8proc_uint8_t, 4> bytes;
   const auto length = utf8proc_encode_char(codePoint, bytes.data());

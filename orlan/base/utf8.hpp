@@ -19,9 +19,6 @@ struct CodePoint {
 /// The first code point of `text`, which must not be empty.
 [[nodiscard]] CodePoint firstCodePoint(std::string_view text);
 
-/// The last code point of `text`, which must not be empty.
-[[nodiscard]] CodePoint lastCodePoint(std::string_view text);
-
 void appendCodePoint(std::string& out, std::int32_t codePoint);
 
 }  // namespace orlan::text

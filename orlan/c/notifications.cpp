@@ -13,7 +13,7 @@ using orlan::OrlanNotificationDetails;
 
 void emit(orlan_details_handler handler, void* context, const OrlanNotificationDetails& details) {
   std::optional<std::string> questions;
-  if (details.questions()) questions = orlan::json::encodeText(*details.questions());
+  if (details.questions()) questions = orlan::json::print(orlan::json::encode(*details.questions()));
   orlan_notification_details out{};
   out.struct_size = sizeof out;
   out.id = lent(details.id());

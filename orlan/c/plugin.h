@@ -95,8 +95,8 @@ typedef void (*orlan_polygons_handler)(void* context, const orlan_polygon* polyg
 ORLAN_API orlan_status orlan_subscribe_polygons(orlan_polygons_handler handler, void* context,
                                                 orlan_subscription** subscription);
 
-/// The campaigns around the phone as JSON text: {"geoCampaign": […], "pushCampaign": […]} as the library
-/// keeps them; NULL while there are none.
+/// The campaigns around the phone as JSON text, {"campaignsArray": […]}, as the library keeps them; a
+/// coordinate that is not finite is a text there. NULL while there are none.
 ORLAN_API orlan_status orlan_subscribe_campaigns(orlan_text_handler handler, void* context,
                                                  orlan_subscription** subscription);
 

@@ -93,7 +93,7 @@ orlan_status orlan_subscribe_campaigns(orlan_text_handler handler, void* context
       __func__, handler != nullptr, subscription,
       [] { return std::ref(Host::services().geofence->currentPublisher()); },
       [=](const Current& data) {
-        const std::string json = data ? orlan::json::encodeText(*data) : std::string();
+        const std::string json = data ? orlan::json::print(orlan::json::encode(*data)) : std::string();
         const orlan_string out = lent(json);
         call(handler, context, data ? &out : static_cast<const orlan_string*>(nullptr));
       });

@@ -21,8 +21,8 @@ std::size_t std::hash<orlan::GeofencePoint>::operator()(const orlan::GeofencePoi
   const auto feed = [&seed](std::size_t value) {
     seed ^= value + 0x9e3779b97f4a7c15U + (seed << 6) + (seed >> 2);
   };
-  feed(std::hash<std::int64_t>{}(point.position));
-  feed(std::hash<double>{}(point.latitude));  // the standard's hash treats both zeros alike
-  feed(std::hash<double>{}(point.longitude));
+  feed(std::hash<std::int64_t>{}(point.position()));
+  feed(std::hash<double>{}(point.latitude()));  // the standard's hash treats both zeros alike
+  feed(std::hash<double>{}(point.longitude()));
   return seed;
 }

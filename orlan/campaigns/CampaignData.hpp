@@ -10,21 +10,39 @@
 
 #include "orlan/platform/Polygon.hpp"
 
-/// What the backend says about campaigns, in the form that everything above works on. The JSON form of each
-/// record is in `CampaignFields.hpp`.
+/// What the backend says about campaigns, in the form that everything above works on: plain values, which a
+/// host may make, change and read as well. `CampaignFields.hpp` has the JSON form of each record.
 namespace orlan {
 
-/// One vertex of a campaign's polygon. Its JSON form is not symmetric: coordinates are read from texts, the
-/// way the backend sends them (a text that is no number reads as 0.0), and written as numbers.
-struct GeofencePoint {
-  std::int64_t position = 0;  // the vertex's ordinal as sent; nothing is ordered by it
-  double latitude = 0.0;      // degrees
-  double longitude = 0.0;     // degrees
+template <class R>
+struct Fields;
+
+/// One vertex of a campaign's polygon; never changes.
+class GeofencePoint {
+ public:
+  GeofencePoint() = default;
+  GeofencePoint(std::int64_t position, double latitude, double longitude)
+      : position_(position), latitude_(latitude), longitude_(longitude) {}
+
+  /// The vertex's ordinal as sent; nothing is ordered by it.
+  [[nodiscard]] std::int64_t position() const { return position_; }
+
+  /// Degrees; any double, also one that is not finite.
+  [[nodiscard]] double latitude() const { return latitude_; }
+  [[nodiscard]] double longitude() const { return longitude_; }
 
   friend bool operator==(const GeofencePoint&, const GeofencePoint&) = default;
+
+ private:
+  friend struct Fields<GeofencePoint>;
+  std::int64_t position_ = 0;
+  double latitude_ = 0.0;
+  double longitude_ = 0.0;
 };
 
+/// All campaigns around a place.
 struct CampaignData {
+  /// A picture or film of a notification.
   struct MediaDetail {
     std::string type;  // such as "image"
     std::string url;
@@ -33,14 +51,16 @@ struct CampaignData {
     friend bool operator==(const MediaDetail&, const MediaDetail&) = default;
   };
 
+  /// A button of a notification ("call to action").
   struct CTADetail {
-    std::optional<std::string> url;
+    std::optional<std::string> url;  // where it leads
     std::string label;
     std::string _id;
 
     friend bool operator==(const CTADetail&, const CTADetail&) = default;
   };
 
+  /// One answer that a question offers. What comes from the backend has all three.
   struct Choice {
     std::optional<std::int64_t> id;
     std::optional<std::string> name;
@@ -49,9 +69,10 @@ struct CampaignData {
     friend bool operator==(const Choice&, const Choice&) = default;
   };
 
+  /// One question of the survey that comes with a notification.
   struct Question {
     std::int64_t id = 0;
-    std::string name;
+    std::string name;  // the question itself
     std::string type;  // such as "SINGLE_CHOICE"
     std::int64_t position = 0;
     std::optional<std::vector<Choice>> choices;
@@ -59,9 +80,11 @@ struct CampaignData {
     friend bool operator==(const Question&, const Question&) = default;
   };
 
+  /// What a person gets to see where the campaign is, and when: `activation` is "ON_ENTER", "ON_EXIT" or, of
+  /// a campaign to be pushed, "PUSH".
   struct Notification {
     std::int64_t id = 0;
-    std::vector<std::int64_t> campaignId;
+    std::vector<std::int64_t> campaignId;  // of all the campaigns that it belongs to
     std::string headline;
     std::string body;
     std::string type;
@@ -72,12 +95,13 @@ struct CampaignData {
     std::string testIds;
     std::string start;  // validity as sent, not interpreted here
     std::string end;
-    std::string activation;  // "ON_ENTER", "ON_EXIT" or "PUSH"
-    std::string _id;         // empty when the backend sent none
+    std::string activation;
+    std::string _id;  // empty when the backend sent none
 
     friend bool operator==(const Notification&, const Notification&) = default;
   };
 
+  /// One campaign: its name, its area, and what it has to say there.
   struct Campaign {
     struct CampaignDetails {
       std::string campaignName;
@@ -86,6 +110,7 @@ struct CampaignData {
       friend bool operator==(const CampaignDetails&, const CampaignDetails&) = default;
     };
 
+    /// The one area that a campaign is bound to.
     struct Location {
       std::int64_t locationId = 0;          // 0: the campaign has no location
       std::vector<GeofencePoint> geofence;  // ring in the backend's order, not closed; may be empty

@@ -3,10 +3,13 @@
 #include "orlan/base/Fields.hpp"
 #include "orlan/campaigns/CampaignData.hpp"
 
-/// The JSON form of the campaign records.
+/// The JSON form of the campaign records, for `json::encodeText` and `json::decodeText<CampaignData>`:
+/// objects whose keys are the names of the members. Decoding fails, and says where, on a missing member that
+/// is not optional and on a wrong type.
 namespace orlan {
 
-/// Degrees as the backend sends them: read from a text (0.0 when it is no number), written as a number.
+/// Degrees as the backend sends them: read from a text (0.0 when it is no number), written as a number. So an
+/// area that was written does not read back, and one with a coordinate that is not finite is not written.
 struct DegreesText {
   static bool decode(json::Node node, double& degrees, json::Failure& failure);
   static json::Value encode(const double& degrees) { return degrees; }
@@ -15,9 +18,9 @@ struct DegreesText {
 template <>
 struct Fields<GeofencePoint> {
   using R = GeofencePoint;
-  static constexpr std::tuple list{field("position", &R::position),
-                                   field("latitude", &R::latitude, DegreesText{}),
-                                   field("longitude", &R::longitude, DegreesText{})};
+  static constexpr std::tuple list{field("position", &R::position_),
+                                   field("latitude", &R::latitude_, DegreesText{}),
+                                   field("longitude", &R::longitude_, DegreesText{})};
 };
 
 template <>

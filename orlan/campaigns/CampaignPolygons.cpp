@@ -9,7 +9,7 @@ std::optional<Polygon> polygonOf(const CampaignData::Campaign& campaign) {
   if (ring.size() < 3) return std::nullopt;
   std::vector<Coordinate> vertices;
   vertices.reserve(ring.size());
-  for (const GeofencePoint& point : ring) vertices.push_back({point.latitude, point.longitude});
+  for (const GeofencePoint& point : ring) vertices.push_back({point.latitude(), point.longitude()});
   return Polygon(std::move(vertices));
 }
 

@@ -7,21 +7,40 @@
 #include "orlan/campaigns/RetryPolicy.hpp"
 
 namespace orlan::reliability {
+namespace {
+
+constexpr std::string_view pendingKey = "Orlan_PendingEvents";
+constexpr std::string_view failedKey = "Orlan_FailedEvents";
+
+template <class Event>
+void load(const KeyValueStore& store, std::string_view key, std::vector<Event>& events) {
+  const auto bytes = store.bytes(key);
+  if (!bytes) return;
+  if (auto stored = json::decodeText<std::vector<Event>>(*bytes)) events = std::move(*stored);
+}
+
+/// Events that have no form as JSON change nothing in the store.
+template <class Event>
+void save(KeyValueStore& store, std::string_view key, const std::vector<Event>& events) {
+  if (auto text = json::encodeText(events)) store.set(key, Bytes{std::move(*text)});
+}
+
+}  // namespace
 
 EventAttempts::EventAttempts(RandomSource& random, KeyValueStore& store, StartTimer startTimer)
     : random_(random), store_(store), startTimer_(std::move(startTimer)) {}
 
 void EventAttempts::loadPending() {
-  if (auto stored = store_.pending()) pendingEvents_ = std::move(*stored);
+  load(store_, pendingKey, pendingEvents_);
 }
 
 void EventAttempts::loadFailed() {
-  if (auto stored = store_.failed()) failedEvents_ = std::move(*stored);
+  load(store_, failedKey, failedEvents_);
 }
 
 void EventAttempts::add(PendingEvent event) {
   pendingEvents_.push_back(std::move(event));
-  store_.savePending(pendingEvents_);
+  save(store_, pendingKey, pendingEvents_);
   process();
 }
 
@@ -62,7 +81,7 @@ void EventAttempts::giveUp(const PendingEvent& event) {
   failedEvents_.push_back({event.id, event.eventType, event.data, event.timestamp,
                            "Max retry attempts exceeded", event.retryCount});
   finish(event);
-  store_.saveFailed(failedEvents_);
+  save(store_, failedKey, failedEvents_);
 }
 
 void EventAttempts::finish(const PendingEvent& event) {
@@ -71,7 +90,7 @@ void EventAttempts::finish(const PendingEvent& event) {
     due_.erase(timer->second);
     retryTimers_.erase(timer);
   }
-  store_.savePending(pendingEvents_);
+  save(store_, pendingKey, pendingEvents_);
 }
 
 }  // namespace orlan::reliability

@@ -7,13 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "orlan/campaigns/EventStore.hpp"
 #include "orlan/campaigns/ReliabilityEvents.hpp"
+#include "orlan/platform/KeyValueStore.hpp"
 #include "orlan/platform/RandomSource.hpp"
 
 namespace orlan::reliability {
 
-/// The pending and failed events and the attempts with them. Belongs to one queue.
+/// The pending and failed events and the attempts with them, kept in the phone's store as JSON arrays in
+/// binary values. Belongs to one queue.
 class EventAttempts {
  public:
   using Timer = std::uint64_t;
@@ -22,6 +23,7 @@ class EventAttempts {
 
   EventAttempts(RandomSource& random, KeyValueStore& store, StartTimer startTimer);
 
+  /// A list that is missing or damaged is no list: the one in memory stays.
   void loadPending();
   void loadFailed();
 
@@ -42,7 +44,7 @@ class EventAttempts {
   void finish(const PendingEvent& event);
 
   RandomSource& random_;
-  EventStore store_;
+  KeyValueStore& store_;
   StartTimer startTimer_;
   std::vector<PendingEvent> pendingEvents_;
   std::vector<FailedEvent> failedEvents_;

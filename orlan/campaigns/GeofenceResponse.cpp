@@ -96,13 +96,7 @@ bool DiscardedText::Codec::decode(json::Node node, DiscardedText&, json::Failure
 }
 
 Result<NewGeofenceResponse> NewGeofenceResponse::decode(std::string_view bytes) {
-  auto parsed = json::Document::parse(bytes);
-  if (!parsed) return Unexpected(parsed.error());
-  NewGeofenceResponse response;
-  response.document = std::make_shared<const json::Document>(std::move(*parsed));
-  json::Failure failure;
-  if (!json::decode(response.document->root(), response, failure)) return Unexpected(failure.error());
-  return response;
+  return json::decodeText<NewGeofenceResponse>(bytes);
 }
 
 CampaignData convert(NewGeofenceResponse response, Logger& logger) {

@@ -24,8 +24,8 @@ struct DiscardedText {
 
 struct NewGeofencePoint {
   std::int64_t position = 0;
-  std::string_view latitude;  // decimal degrees as text, inside the response's document
-  std::string_view longitude;
+  std::string latitude;  // decimal degrees as text
+  std::string longitude;
   DiscardedText _id;
 };
 
@@ -98,14 +98,14 @@ struct CampaignWrapper {
 struct NewGeofenceResponse {
   std::vector<CampaignWrapper> geoCampaign;
   std::vector<CampaignWrapper> pushCampaign;
-  std::shared_ptr<const json::Document> document;  // keeps the vertices' texts; there are two in every vertex
 
   /// From the bytes of an answer. One missing or wrong member anywhere fails the whole; the error names it.
   [[nodiscard]] static Result<NewGeofenceResponse> decode(std::string_view bytes);
 };
 
-/// Every campaign and notification, the geofenced ones first; those to be pushed get the activation "PUSH".
-/// Vertices whose coordinates are no numbers are dropped and logged. Any thread; takes the response's texts.
+/// What `CampaignData` is made of, a function of its own because it logs: every campaign and notification,
+/// the geofenced ones first; those to be pushed get the activation "PUSH". Vertices whose coordinates are no
+/// numbers are dropped and logged. Any thread; takes the response's texts.
 [[nodiscard]] CampaignData convert(NewGeofenceResponse response, Logger& logger);
 
 }  // namespace orlan

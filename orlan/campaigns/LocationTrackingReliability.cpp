@@ -19,7 +19,7 @@ struct LocationTrackingReliability::Parts {
                  [this](EventAttempts::Timer timer, Duration delay, PendingEvent event) {
                    startTimer(timer, delay, std::move(event));
                  }),
-        queue(queues.make("com.orlan.reliability")) {}
+        reliabilityQueue(queues.make("com.orlan.reliability")) {}
 
   void startTimer(EventAttempts::Timer timer, Duration delay, PendingEvent event);
   void fire(EventAttempts::Timer timer, const PendingEvent& event);
@@ -27,15 +27,15 @@ struct LocationTrackingReliability::Parts {
   MainLoop& main;
 
   // The queue's.
-  AccuracyHistory accuracies;
+  AccuracyHistory locationAccuracyHistory;
   EventAttempts attempts;
 
   // The main thread's.
   std::map<EventAttempts::Timer, Subscription> timers;
 
-  Subject<ReliabilityStatus> status;
+  Subject<ReliabilityStatus> reliabilityStatusSubject;
   Lifetime lifetime;
-  std::unique_ptr<SerialQueue> queue;  // last: what runs on it uses all the rest, so it ends first
+  std::unique_ptr<SerialQueue> reliabilityQueue;  // last: what runs on it uses all the rest, so it ends first
 };
 
 void LocationTrackingReliability::Parts::startTimer(EventAttempts::Timer timer, Duration delay,
@@ -48,7 +48,7 @@ void LocationTrackingReliability::Parts::startTimer(EventAttempts::Timer timer, 
 
 void LocationTrackingReliability::Parts::fire(EventAttempts::Timer timer, const PendingEvent& event) {
   const Turn turn = main.enter();
-  queue->async([this, timer, event] { attempts.retry(timer, event); });
+  reliabilityQueue->async([this, timer, event] { attempts.retry(timer, event); });
   timers.erase(timer);  // last: `event` belongs to the timer
 }
 
@@ -63,8 +63,8 @@ LocationTrackingReliability::LocationTrackingReliability(MainLoop& main, Queues&
 LocationTrackingReliability::~LocationTrackingReliability() = default;
 
 void LocationTrackingReliability::updateLocation(const Location& fix) {
-  parts_->queue->async([&parts = *parts_, accuracy = fix.horizontalAccuracy] {
-    parts.status.send(statusForMeanAccuracy(parts.accuracies.add(accuracy)));
+  parts_->reliabilityQueue->async([&parts = *parts_, accuracy = fix.horizontalAccuracy] {
+    parts.reliabilityStatusSubject.send(statusForMeanAccuracy(parts.locationAccuracyHistory.add(accuracy)));
   });
 }
 
@@ -76,23 +76,24 @@ std::vector<GeofenceResult> LocationTrackingReliability::detectGeofences(const L
 void LocationTrackingReliability::addPendingEvent(const std::string& eventType, const json::Object& data,
                                                   EventPriority priority) {
   PendingEvent event{randomUuid(random_), eventType, reliability::texts(data), clock_.now(), 0, priority};
-  parts_->queue->async([&parts = *parts_, event = std::move(event)] { parts.attempts.add(event); });
+  parts_->reliabilityQueue->async(
+      [&parts = *parts_, event = std::move(event)] { parts.attempts.add(event); });
 }
 
 void LocationTrackingReliability::loadPendingEvents() {
-  parts_->queue->async([&parts = *parts_] { parts.attempts.loadPending(); });
+  parts_->reliabilityQueue->async([&parts = *parts_] { parts.attempts.loadPending(); });
 }
 
 void LocationTrackingReliability::loadFailedEvents() {
-  parts_->queue->async([&parts = *parts_] { parts.attempts.loadFailed(); });
+  parts_->reliabilityQueue->async([&parts = *parts_] { parts.attempts.loadFailed(); });
 }
 
 void LocationTrackingReliability::processPendingEvents() {
-  parts_->queue->async([&parts = *parts_] { parts.attempts.process(); });
+  parts_->reliabilityQueue->async([&parts = *parts_] { parts.attempts.process(); });
 }
 
 Publisher<ReliabilityStatus>& LocationTrackingReliability::reliabilityStatusSubject() {
-  return parts_->status;
+  return parts_->reliabilityStatusSubject;
 }
 
 }  // namespace orlan

@@ -40,6 +40,7 @@ class LocationTrackingReliability {
   LocationTrackingReliability(const LocationTrackingReliability&) = delete;
   LocationTrackingReliability& operator=(const LocationTrackingReliability&) = delete;
 
+  /// The process's, for as long as the library is installed; made at first use.
   static LocationTrackingReliability& shared();
 
   /// Takes note of a fix and emits the status.

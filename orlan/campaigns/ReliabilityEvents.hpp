@@ -14,10 +14,10 @@
 /// The events that the reliability store keeps, and their form in the phone's store.
 namespace orlan::reliability {
 
-enum class EventPriority { low, normal, high, critical };
-
 /// An event awaiting a successful attempt.
 struct PendingEvent {
+  enum class EventPriority { low, normal, high, critical };
+
   std::string id;  // upper-case UUID
   std::string eventType;
   std::map<std::string, std::string> data;
@@ -39,6 +39,8 @@ struct FailedEvent {
 
   friend bool operator==(const FailedEvent&, const FailedEvent&) = default;
 };
+
+using EventPriority = PendingEvent::EventPriority;
 
 /// Each value as a text: texts as they are, numbers in decimal, others as a person would read them.
 [[nodiscard]] std::map<std::string, std::string> texts(const json::Object& data);

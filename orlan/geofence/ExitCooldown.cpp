@@ -1,7 +1,5 @@
 #include "orlan/geofence/ExitCooldown.hpp"
 
-#include "orlan/geofence/elapsed.hpp"
-
 namespace orlan {
 
 ExitCooldown ExitCooldown::decide(TimePoint now, TimePoint appStart, std::optional<TimePoint> storedStart,

@@ -6,7 +6,6 @@
 
 #include "orlan/base/text.hpp"
 #include "orlan/geofence/activations.hpp"
-#include "orlan/geofence/elapsed.hpp"
 
 namespace orlan::pushDelivery {
 namespace {

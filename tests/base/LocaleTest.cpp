@@ -39,12 +39,6 @@ void expectPointsEverywhere() {
   EXPECT_EQ(text::lower("I"), "i");
 }
 
-TEST(HostLocale, OfTheLanguageDoesNotShowInNumbers) {
-  const std::locale before = std::locale::global(std::locale(std::locale(), new GermanNumbers));
-  expectPointsEverywhere();
-  std::locale::global(before);
-}
-
 /// Makes a German locale in a directory of its own, as the machine's administrator would; needs the package
 /// locales. The name to choose it by, or nothing.
 std::string madeLocale() {
@@ -56,11 +50,13 @@ std::string madeLocale() {
   return "de_DE.UTF-8";
 }
 
-TEST(HostLocale, OfTheCLibraryDoesNotShowInNumbers) {
+TEST(HostLocale, DoesNotShowInNumbers) {
+  const std::locale before = std::locale::global(std::locale(std::locale(), new GermanNumbers));
+  expectPointsEverywhere();
+  std::locale::global(before);
   const std::string name = madeLocale();
   if (name.empty()) GTEST_SKIP() << "no locale can be made here (Debian's package locales has what it takes)";
   ASSERT_NE(std::setlocale(LC_ALL, name.c_str()), nullptr);
-  EXPECT_STREQ(std::localeconv()->decimal_point, ",");
   expectPointsEverywhere();
   std::setlocale(LC_ALL, "C");
   std::filesystem::remove_all(getenv("LOCPATH"));

@@ -16,13 +16,11 @@ TEST(Text, TrimmedLosesUnicodeWhiteSpaceAtBothEnds) {
     std::string label, text, trimmed;
   };
   const Row rows[] = {
-      {"nothing to do", "key", "key"},
       {"every white space", all + "key" + all, "key"},
       {"inside stays", "  two  words\t", "two  words"},
       {"nothing but", all, ""},
       {"empty", "", ""},
       {"zero width space is none", "\u200Bkey", "\u200Bkey"},
-      {"letters beyond ASCII", " \u00E9t\u00E9\u00A0", "\u00E9t\u00E9"},
       {"last bytes of white space alone", "\x80key\x85", "\x80key\x85"},
       {"cut off sequence", "key\xE2\x80", "key\xE2\x80"},
       {"overlong blank", "key\xC0\xA0", "key\xC0\xA0"},
@@ -31,16 +29,17 @@ TEST(Text, TrimmedLosesUnicodeWhiteSpaceAtBothEnds) {
 }
 
 TEST(Text, AsciiFoldsTheLettersAndNothingElse) {
-  for (int c = -128; c < 128; ++c) {
-    const char other = static_cast<char>(c ^ 0x20);
-    const bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-    EXPECT_EQ(ascii::equalsIgnoringCase(std::string(1, static_cast<char>(c)), std::string(1, other)),
-              isLetter)
-        << c;
+  struct Row {
+    std::string_view a, b;
+    bool equal;
+  };
+  for (const Row& row : {Row{"AZ-az09", "az-AZ09", true},
+                         {"@[", "`{", false},
+                         {"\xC4", "\xE4", false},
+                         {"Content", "Content-Length", false},
+                         {"Content-Length", "Content", false}}) {
+    EXPECT_EQ(ascii::equalsIgnoringCase(row.a, row.b), row.equal) << row.a;
   }
-  EXPECT_TRUE(ascii::equalsIgnoringCase("Content-Length", "content-LENGTH"));
-  EXPECT_FALSE(ascii::equalsIgnoringCase("Content", "Content-Length"));
-  EXPECT_FALSE(ascii::equalsIgnoringCase("Content-Length", "Content"));
 }
 
 TEST(Text, CaseMappingKnowsTheSpecialCases) {
@@ -48,25 +47,17 @@ TEST(Text, CaseMappingKnowsTheSpecialCases) {
     std::string text, upper, lower;
   };
   const Row rows[] = {
-      {"Hello 1", "HELLO 1", "hello 1"},
       {"stra\u00DFe", "STRASSE", "stra\u00DFe"},
       {"\u1E9E", "\u1E9E", "\u00DF"},
       {"\uFB01\uFB03", "FIFFI", "\uFB01\uFB03"},   // ligatures
       {"\u0149", "\u02BCN", "\u0149"},             // n after an apostrophe
-      {"\u01F0", "J\u030C", "\u01F0"},             // j with caron
-      {"\u0390", "\u0399\u0308\u0301", "\u0390"},  // iota, two marks
       {"\u1FB7", "\u0391\u0342\u0399", "\u1FB7"},  // alpha, circumflex and iota below
       {"\u1F80", "\u1F08\u0399", "\u1F80"},
-      {"\u0587", "\u0535\u0552", "\u0587"},              // Armenian ligature
-      {"\uFB17", "\u0544\u053D", "\uFB17"},              // the last of the table
-      {"\u0130", "\u0130", "i\u0307"},                   // I with a dot
-      {"\u0131", "I", "\u0131"},                         // i without one
-      {"\u01C5", "\u01C4", "\u01C6"},                    // title-case digraph
-      {"\u03A3\u03C2", "\u03A3\u03A3", "\u03C3\u03C2"},  // sigmas
-      {"\U00010428", "\U00010400", "\U00010428"},        // beyond the first plane
-      {"\u65E5\u672C \U0001F600", "\u65E5\u672C \U0001F600", "\u65E5\u672C \U0001F600"},
+      {"\uFB17", "\u0544\u053D", "\uFB17"},        // the last of the table
+      {"\u0130", "\u0130", "i\u0307"},             // I with a dot
+      {"\u0131", "I", "\u0131"},                   // i without one
+      {"\U00010428", "\U00010400", "\U00010428"},  // beyond the first plane
       {"a\xFF\x80z", "A\xFF\x80Z", "a\xFF\x80z"},  // not UTF-8
-      {"", "", ""},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(upper(row.text), row.upper) << row.text;
@@ -84,15 +75,11 @@ TEST(Text, CharactersAreWhatAPersonCounts) {
   };
   const Row rows[] = {
       {"empty", "", 0, ""},
-      {"one", "a", 1, "a"},
       {"ASCII", "abc", 3, "ab"},
       {"combining marks", "e\u0301x\u0308z", 3, "e\u0301x\u0308"},
       {"line break of two", "\r\n\r\n\r\n", 3, "\r\n\r\n"},
       {"family", family + family + family, 3, family + family},
       {"flags", flag + flag + flag, 3, flag + flag},
-      {"skin tone", "\U0001F44D\U0001F3FD!?", 3, "\U0001F44D\U0001F3FD!"},
-      {"variation selector", "\u26A0\uFE0F b", 3, "\u26A0\uFE0F "},
-      {"Hangul parts", "\u1112\u1161\u11AB\u1100\u1173\u11AF.", 3, "\u1112\u1161\u11AB\u1100\u1173\u11AF"},
       {"stray bytes, each one", "a\xFF\xFE", 3, "a\xFF"},
       {"flags around a stray byte", flag + "\xFF" + flag, 3, flag + "\xFF"},
       {"mark behind a stray byte", "\xFF\u0301\xFF", 3, "\xFF\u0301"},
@@ -106,27 +93,13 @@ TEST(Text, CharactersAreWhatAPersonCounts) {
 }
 
 TEST(Text, Utf8IsCheckedStrictly) {
-  struct Row {
-    std::string label, bytes;
-    bool valid;
-  };
-  const Row rows[] = {
-      {"empty", "", true},
-      {"ASCII with a NUL", std::string("a\0b", 3), true},
-      {"two, three and four bytes", "\u00E9\u20AC\U0001F600", true},
-      {"highest", "\xF4\x8F\xBF\xBF", true},
-      {"beyond the highest", "\xF4\x90\x80\x80", false},
-      {"overlong slash", "\xC0\xAF", false},
-      {"overlong of three", "\xE0\x80\xAF", false},
-      {"surrogate", "\xED\xA0\x80", false},
-      {"stray continuation", "\x80", false},
-      {"cut off", "a\xE2\x82", false},
-      {"cut off before a letter", "\xE2\x82z", false},
-      {"Latin-1", "caf\xE9", false},
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(isUtf8(row.bytes), row.valid) << row.label;
-    EXPECT_EQ(utf8Or(row.bytes, "<binary>"), row.valid ? row.bytes : "<binary>") << row.label;
+  const std::pair<std::string, bool> rows[] = {
+      {"", true},          {std::string("a\0b", 3), true}, {"\u00E9\u20AC\U0001F600", true},
+      {"\xC0\xAF", false}, {"\xED\xA0\x80", false},        {"\x80", false},
+      {"a\xE2\x82", false}};
+  for (const auto& [bytes, valid] : rows) {
+    EXPECT_EQ(isUtf8(bytes), valid) << hex(bytes);
+    EXPECT_EQ(utf8Or(bytes, "<binary>"), valid ? bytes : "<binary>") << hex(bytes);
   }
 }
 
@@ -169,14 +142,6 @@ TEST(Text, BytesAsHexAndBase64) {
   for (const char* text : {"Z", "Zg", "Zg=", "Zg==Zg==", "Z===", "====", "=", "Zm9=v", "Zm 9", "-_-_",
                            "Zh==", "Zm9v\n", "Zm9\xC3\xA9===="}) {
     EXPECT_EQ(fromBase64(text), std::nullopt) << text;
-  }
-}
-
-TEST(Text, EveryBytePassesThroughBase64) {
-  std::string bytes;
-  for (int i = 0; i < 256; ++i) {
-    bytes += static_cast<char>(i);
-    ASSERT_EQ(fromBase64(base64(bytes)), bytes) << i;
   }
 }
 

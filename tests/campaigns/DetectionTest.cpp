@@ -47,15 +47,8 @@ TEST_F(Detection, ScalesConfidenceByAccuracy) {
   };
   const double infinity = std::numeric_limits<double>::infinity();
   const PolygonSet set({campaignPolygon(1, square)});
-  for (const Row row : {Row{0, 1.0},
-                        {5, 0.95},
-                        {30, 0.7},
-                        {50, 0.5},
-                        {90, 0.1},
-                        {95, 0.1},
-                        {1e6, 0.1},
-                        {-1, 1.01},
-                        {infinity, 0.1}}) {
+  for (const Row row :
+       {Row{0, 1.0}, {5, 0.95}, {50, 0.5}, {90, 0.1}, {95, 0.1}, {-1, 1.01}, {infinity, 0.1}}) {
     for (const Coordinate point : {middle, tenMetresSouth}) {
       EXPECT_DOUBLE_EQ(detect(point, row.accuracy, set).at(0).confidence, row.confidence) << row.accuracy;
     }

@@ -87,44 +87,26 @@ json::Value ofAnotherKind(const json::Value& value) {
   return value.string() ? json::Value(7) : json::Value("7");
 }
 
-TEST(GeofenceResponse, NeedsEveryRequiredKeyWithItsType) {
+TEST(GeofenceResponse, NeedsEveryRequiredKeyWithItsTypeAndDoesWithoutTheOthers) {
   ASSERT_TRUE(decodes(completeAnswer()));
+  const auto check = [](const RecordKeys& record, const char* key, bool isOptional) {
+    const std::string where = std::string(record.path) + "." + key;
+    json::Value missing = completeAnswer();
+    ASSERT_TRUE(at(missing, where)) << where;
+    at(missing, record.path)->object()->remove(key);
+    EXPECT_EQ(decodes(missing), isOptional) << where << " missing";
+
+    json::Value null = completeAnswer();
+    *at(null, where) = nullptr;
+    EXPECT_EQ(decodes(null), isOptional) << where << " null";
+
+    json::Value wrong = completeAnswer();
+    *at(wrong, where) = ofAnotherKind(*at(wrong, where));
+    EXPECT_FALSE(decodes(wrong)) << where << " of another type";
+  };
   for (const auto& record : records()) {
-    for (const char* key : record.required) {
-      const std::string where = std::string(record.path) + "." + key;
-      json::Value missing = completeAnswer();
-      ASSERT_TRUE(at(missing, where)) << where;
-      at(missing, record.path)->object()->remove(key);
-      EXPECT_FALSE(decodes(missing)) << where << " missing";
-
-      json::Value null = completeAnswer();
-      *at(null, where) = nullptr;
-      EXPECT_FALSE(decodes(null)) << where << " null";
-
-      json::Value wrong = completeAnswer();
-      *at(wrong, where) = ofAnotherKind(*at(wrong, where));
-      EXPECT_FALSE(decodes(wrong)) << where << " of another type";
-    }
-  }
-}
-
-TEST(GeofenceResponse, DoesWithoutOptionalKeysButNotWithWrongOnes) {
-  for (const auto& record : records()) {
-    for (const char* key : record.optional) {
-      const std::string where = std::string(record.path) + "." + key;
-      json::Value missing = completeAnswer();
-      ASSERT_TRUE(at(missing, where)) << where;
-      at(missing, record.path)->object()->remove(key);
-      EXPECT_TRUE(decodes(missing)) << where << " missing";
-
-      json::Value null = completeAnswer();
-      *at(null, where) = nullptr;
-      EXPECT_TRUE(decodes(null)) << where << " null";
-
-      json::Value wrong = completeAnswer();
-      *at(wrong, where) = ofAnotherKind(*at(wrong, where));
-      EXPECT_FALSE(decodes(wrong)) << where << " of another type";
-    }
+    for (const char* key : record.required) check(record, key, false);
+    for (const char* key : record.optional) check(record, key, true);
   }
 }
 
@@ -215,10 +197,17 @@ TEST_F(GeofenceConversion, DropsVerticesThatAreNowhere) {
                                {"INFO", "✅ Conversion complete – 1 GEO + 0 PUSH campaign(s)"}}));
 }
 
-TEST_F(GeofenceConversion, OfNothingIsNothing) {
-  EXPECT_EQ(converted(*json::parse(R"({"geoCampaign": [], "pushCampaign": [], "other": 1})")),
-            CampaignData{});
+TEST_F(GeofenceConversion, ReadsNothingButWhatItKnows) {
+  const auto response = NewGeofenceResponse::decode(
+      R"({"geoCampaign": [], "huge": 18446744073709551616, "pushCampaign": [], "other": [1, {"x": -1e999}]})");
+  ASSERT_TRUE(response) << response.error().description;
+  EXPECT_EQ(convert(*response, logger), CampaignData{});
   EXPECT_EQ(seen.lines, (Lines{{"INFO", "✅ Conversion complete – 0 GEO + 0 PUSH campaign(s)"}}));
+
+  std::string huge(complete);
+  huge.replace(huge.find("\"campaignId\": 42"), 16, "\"campaignId\": 18446744073709551616");
+  EXPECT_EQ(NewGeofenceResponse::decode(huge).error().description,
+            "geoCampaign[0].campaignId: expected an integer, found a number");
 }
 
 }  // namespace

@@ -36,9 +36,18 @@ bool installs(const char* home) {
   return installed && !again;
 }
 
+bool encodes() {
+  using Points = std::vector<orlan::GeofencePoint>;
+  const auto points =
+      orlan::json::decodeText<Points>(R"([{"position":1,"latitude":"51.5","longitude":"0"}])");
+  return points && orlan::json::encodeText(*points).value_or("") ==
+                       R"([{"position":1,"latitude":51.5,"longitude":0.0}])";
+}
+
 }  // namespace
 
 int main(int, char** arguments) {
+  if (!encodes()) return 1;
   const auto device = startedAs();
   const bool installed = installs(arguments[1]);
   std::printf("running as %s, %s\n", device.c_str(), installed ? "installed" : "not installed");

@@ -16,7 +16,7 @@ std::vector<Area> areasOf(const CampaignData& data) {
     areas.push_back(
         {campaign.campaign.campaignId,
          campaign.location.locationId,
-         {(ring[0].latitude + ring[2].latitude) / 2, (ring[0].longitude + ring[2].longitude) / 2}});
+         {(ring[0].latitude() + ring[2].latitude()) / 2, (ring[0].longitude() + ring[2].longitude()) / 2}});
   }
   return areas;
 }

@@ -200,7 +200,7 @@ void ReportCollector::campaignsArrived(const CampaignData& campaigns) {
     });
     if (known) continue;
     for (const auto& vertex : campaign.location.geofence) {
-      area.vertices.push_back({vertex.latitude, vertex.longitude});
+      area.vertices.push_back({vertex.latitude(), vertex.longitude()});
     }
     data_.areas.push_back(std::move(area));
   }

@@ -21,7 +21,8 @@ std::shared_ptr<LocationManager> TableLocations::makeManager(std::string_view na
   return manager;
 }
 
-void TableLocations::tell(orlan_id manager, FunctionRef<void(Manager&, LocationManagerDelegate&)> tellOne) {
+void TableLocations::tell(orlan_id manager,
+                          const std::function<void(Manager&, LocationManagerDelegate&)>& tellOne) {
   const auto all = service_->managers;  // delegates may make and drop managers
   for (const auto& [id, weak] : all) {
     if (manager != ORLAN_ALL_MANAGERS && manager != id) continue;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <span>
 #include <vector>
 
-#include "orlan/base/FunctionRef.hpp"
 #include "orlan/c/Tasks.hpp"
 #include "orlan/c/phone.h"
 #include "orlan/platform/LocationManager.hpp"
@@ -32,7 +32,7 @@ class TableLocations final : public LocationService {
  private:
   class Manager;
   struct Service;
-  void tell(orlan_id manager, FunctionRef<void(Manager&, LocationManagerDelegate&)> tell);
+  void tell(orlan_id manager, const std::function<void(Manager&, LocationManagerDelegate&)>& tell);
 
   const std::shared_ptr<Service> service_;
 };

@@ -72,7 +72,7 @@ bool LocationHub::wantsFixes() const {
 }
 
 std::vector<std::weak_ptr<LocationHub::Manager>> LocationHub::managersThat(
-    FunctionRef<bool(const Manager&)> match) const {
+    const std::function<bool(const Manager&)>& match) const {
   std::vector<std::weak_ptr<Manager>> found;
   for (const auto& each : managers_) {
     const auto manager = each.lock();
@@ -81,7 +81,7 @@ std::vector<std::weak_ptr<LocationHub::Manager>> LocationHub::managersThat(
   return found;
 }
 
-void LocationHub::tellAll(FunctionRef<void(Manager&, LocationManagerDelegate&)> tell) {
+void LocationHub::tellAll(const std::function<void(Manager&, LocationManagerDelegate&)>& tell) {
   const auto all = managers_;  // those who are made meanwhile have nothing to hear
   for (const auto& each : all) {
     const auto manager = each.lock();

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
 
-#include "orlan/base/FunctionRef.hpp"
 #include "orlan/base/Lifetime.hpp"
 #include "orlan/platform/LocationManager.hpp"
 #include "orlan/platform/SerialQueue.hpp"
@@ -76,8 +76,8 @@ class LocationHub final : public LocationService {
  private:
   class Manager;
   [[nodiscard]] std::vector<std::weak_ptr<Manager>> managersThat(
-      FunctionRef<bool(const Manager&)> match) const;
-  void tellAll(FunctionRef<void(Manager&, LocationManagerDelegate&)> tell);
+      const std::function<bool(const Manager&)>& match) const;
+  void tellAll(const std::function<void(Manager&, LocationManagerDelegate&)>& tell);
   [[nodiscard]] bool authorized() const;
   void requestAuthorization();
   void startRegion(const CircularRegion& region);

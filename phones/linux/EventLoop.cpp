@@ -92,7 +92,7 @@ void EventLoop::run() {
   stopping_ = false;
 }
 
-bool EventLoop::runUntil(FunctionRef<bool()> isDone, std::chrono::milliseconds limit) {
+bool EventLoop::runUntil(const std::function<bool()>& isDone, std::chrono::milliseconds limit) {
   assertCurrent();
   const auto end = std::chrono::steady_clock::now() + limit;
   while (!isDone()) {

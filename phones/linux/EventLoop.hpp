@@ -8,7 +8,6 @@
 #include <thread>
 #include <vector>
 
-#include "orlan/base/FunctionRef.hpp"
 #include "orlan/platform/SerialQueue.hpp"
 #include "phones/linux/FileDescriptor.hpp"
 #include "phones/linux/TimeSource.hpp"
@@ -37,7 +36,7 @@ class EventLoop final : public MainLoop {
 
   /// Runs tasks until `isDone` says yes (asked after every turn), at most `limit` of real time and not beyond
   /// a stop, which it leaves to `run`. The last answer of `isDone`. Main thread.
-  bool runUntil(FunctionRef<bool()> isDone, std::chrono::milliseconds limit);
+  bool runUntil(const std::function<bool()>& isDone, std::chrono::milliseconds limit);
 
   /// Runs what has been posted, and what that posts, without sleeping; no timers. Main thread.
   void runPosted();

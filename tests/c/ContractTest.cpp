@@ -1,3 +1,4 @@
+#include <functional>
 #include <thread>
 
 #include "c/TablesOverSimulated.hpp"
@@ -16,7 +17,7 @@ class TablesUnderContract {
  public:
   Platform platform() { return tables_.platform(); }
   void observe(phone::PhoneObserver& observer) { tables_.phone.observe(observer); }
-  bool runUntil(FunctionRef<bool()> done) {
+  bool runUntil(const std::function<bool()>& done) {
     settle();
     const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     for (int i = 0; (i < 5000 || bare) && !done(); ++i) {

@@ -1,9 +1,9 @@
+#include <functional>
 #include <map>
 #include <mutex>
 
 #include "linux/LoopbackServer.hpp"
 #include "linux/TemporaryDirectory.hpp"
-#include "orlan/base/FunctionRef.hpp"
 #include "phones/linux/LinuxPhone.hpp"
 #include "tests/phones/contract/FilesContract.hpp"
 #include "tests/phones/contract/HttpContract.hpp"
@@ -49,7 +49,7 @@ class LinuxUnderContract {
  public:
   Platform platform() { return phone_.platform(); }
   void observe(phone::PhoneObserver& observer) { phone_.observe(observer); }
-  bool runUntil(FunctionRef<bool()> done) {
+  bool runUntil(const std::function<bool()>& done) {
     // Woken now and then, because other threads may be what is waited for.
     const auto waking = phone_.main().every(std::chrono::milliseconds(1), [] {});
     return phone_.main().runUntil(done, std::chrono::seconds(10));

@@ -1,4 +1,5 @@
-#include "orlan/base/FunctionRef.hpp"
+#include <functional>
+
 #include "phones/simulated/SimulatedPhone.hpp"
 #include "tests/phones/contract/FilesContract.hpp"
 #include "tests/phones/contract/HttpContract.hpp"
@@ -15,7 +16,7 @@ class SimulatedUnderContract {
  public:
   Platform platform() { return phone_.platform(); }
   void observe(phone::PhoneObserver& observer) { phone_.observe(observer); }
-  bool runUntil(FunctionRef<bool()> done) {
+  bool runUntil(const std::function<bool()>& done) {
     world_.settle();
     for (int i = 0; i < 5000 && !done(); ++i) world_.runFor(std::chrono::milliseconds(1));
     return done();

@@ -14,8 +14,8 @@ constexpr std::size_t longest = 2000;  // bytes of a line that a person would ty
 
 }  // namespace
 
-void KeyInput::take(std::string_view keys, FunctionRef<bool()> isAsking,
-                    FunctionRef<void(const Command&)> perform) {
+void KeyInput::take(std::string_view keys, const std::function<bool()>& isAsking,
+                    const std::function<void(const Command&)>& perform) {
   if (keys.size() > 1 && keys.front() == escape) return;  // an arrow or another key without a letter
   for (const char key : keys) {
     if (const auto command = pressed(key, isAsking())) perform(*command);

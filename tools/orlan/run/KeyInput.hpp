@@ -1,10 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "orlan/base/FunctionRef.hpp"
 #include "tools/orlan/run/Command.hpp"
 
 namespace orlan::run {
@@ -16,7 +16,8 @@ class KeyInput {
  public:
   /// `keys`: what was typed since the last call. `isAsking` is asked before each key, because a command may
   /// open or close a question.
-  void take(std::string_view keys, FunctionRef<bool()> isAsking, FunctionRef<void(const Command&)> perform);
+  void take(std::string_view keys, const std::function<bool()>& isAsking,
+            const std::function<void(const Command&)>& perform);
 
   /// What waits for Enter.
   [[nodiscard]] const std::string& typed() const { return typed_; }

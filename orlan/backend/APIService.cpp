@@ -1,62 +1,36 @@
 #include "orlan/backend/APIService.hpp"
 
+#include <fmt/core.h>
+
 #include <utility>
 
-#include "orlan/backend/ActivityReporter.hpp"
-#include "orlan/backend/ClientState.hpp"
-#include "orlan/backend/ConfigurationFetch.hpp"
-#include "orlan/backend/CorrelationId.hpp"
 #include "orlan/backend/Credentials.hpp"
-#include "orlan/backend/DeviceIdentity.hpp"
-#include "orlan/backend/DeviceRecord.hpp"
 #include "orlan/backend/DeviceRegistration.hpp"
-#include "orlan/backend/PluginActivity.hpp"
-#include "orlan/backend/RequestLayer.hpp"
-#include "orlan/backend/SegmentsUpdate.hpp"
-#include "orlan/backend/SurveySubmission.hpp"
-#include "orlan/backend/TokenSync.hpp"
+#include "orlan/backend/StoreKeys.hpp"
+#include "orlan/backend/calls.hpp"
 #include "orlan/base/text.hpp"
 
 namespace orlan {
 
 struct APIService::Parts {
-  Parts(const Platform& phone, const BaseUrls& urls, Logger& log,
+  Parts(const Platform& phone, const BaseUrls& urls, Logger& logger,
         Lazy<LocationTrackingReliability>& reliability)
-      : logger(log),
-        bundle(phone.bundle),
-        client(urls),
+      : client(urls),
         identity(phone.store, phone.device, phone.random),
-        records(identity, phone.device, phone.bundle),
         requests(phone.http, phone.main),
-        tokens(client, records, phone.store, requests, logger),
-        registration(client, identity, records, phone.store, requests, tokens, logger),
-        activities(client, identity, phone.clock, phone.random, requests, logger, reliability),
-        plugin(client, identity, phone.clock, requests, logger),
-        configuration(client, identity, phone.bundle, phone.store, requests, logger),
-        segments(client, identity, phone.store, requests, logger),
-        correlation(identity, phone.store, tokens, logger),
-        surveys(client, identity, requests, logger) {}
+        with{phone, logger, client, identity, requests, reliability} {}
 
   ~Parts() { requests.cancelAll(); }  // while all that an answer uses is still there
 
   void pushTokenChanged() {
-    if (const auto key = identity.registeredApiKey()) tokens.sync(*key, false);
+    if (const auto key = identity.registeredApiKey()) calls::syncToken(with, *key, false);
   }
 
-  Logger& logger;
-  Bundle& bundle;
   ClientState client;
   DeviceIdentity identity;
-  DeviceRecords records;
   RequestLayer requests;
-  TokenSync tokens;
-  DeviceRegistration registration;
-  ActivityReporter activities;
-  PluginActivity plugin;
-  ConfigurationFetch configuration;
-  SegmentsUpdate segments;
-  CorrelationId correlation;
-  SurveySubmission surveys;
+  const calls::Context with;
+  DeviceRegistration registration{with};
 };
 
 APIService::APIService(const Platform& phone, const BaseUrls& urls, Logger& logger,
@@ -85,6 +59,19 @@ bool APIService::isAuthenticated() const {
   return parts_->client.isAuthenticated();
 }
 
+void APIService::resetCredentialsIfKeyChanged(const std::string& newKey) {
+  parts_->registration.abandon();
+  KeyValueStore& store = parts_->with.phone.store;
+  const auto oldKey = store.string(storeKeys::apiKey);
+  if (!oldKey || *oldKey == newKey) return;
+  for (const auto* key : {storeKeys::deviceID, storeKeys::orlanID, storeKeys::deviceRegistered,
+                          storeKeys::apiKey, storeKeys::lastSyncedToken, storeKeys::environment}) {
+    store.remove(key);
+  }
+  parts_->with.logger.warn(
+      fmt::format("• Cleared cached Orlan credentials (old key {} ≠ new key {})", *oldKey, newKey));
+}
+
 Publisher<APIService::AuthPayload>& APIService::authPublisher() {
   return parts_->registration.registered();
 }
@@ -97,68 +84,71 @@ Single<APIService::AuthPayload> APIService::registerDevice(const std::string& ap
 void APIService::updateAPNsToken(std::string_view token) {
   auto hexadecimal = text::hex(token);
   parts_->client.setAPNsToken(hexadecimal);
-  parts_->logger.breadcrumb("Stored APNs token " + hexadecimal.substr(0, 8) + "…");
+  parts_->with.logger.breadcrumb("Stored APNs token " + hexadecimal.substr(0, 8) + "…");
   parts_->pushTokenChanged();
 }
 
 void APIService::updateFCMToken(std::string_view token) {
   parts_->client.setFCMToken(std::string(token));
-  parts_->logger.breadcrumb("🔥 Stored FCM token " + std::string(text::prefix(token, 8)) + "…");
+  parts_->with.logger.breadcrumb("🔥 Stored FCM token " + std::string(text::prefix(token, 8)) + "…");
   parts_->pushTokenChanged();
 }
 
 Single<OrlanConfiguration> APIService::fetchConfiguration(bool forceRefresh) {
-  return parts_->configuration.fetch(forceRefresh);
+  return calls::fetchConfiguration(parts_->with, forceRefresh);
 }
 
 std::optional<OrlanConfiguration> APIService::cachedConfiguration() const {
-  return parts_->configuration.cached();
+  return calls::cachedConfiguration(parts_->with);
 }
 
 Single<bool> APIService::updateSegments(const std::vector<std::string>& segmentations) {
-  return parts_->segments.send(segmentations);
+  return calls::updateSegments(parts_->with, segmentations);
 }
 
 void APIService::setCorrelationId(std::string_view identifier) {
-  parts_->correlation.set(identifier);
+  calls::setCorrelationId(parts_->with, identifier);
 }
 
 void APIService::clearCorrelationId() {
-  parts_->correlation.clear();
+  calls::clearCorrelationId(parts_->with);
 }
 
 std::optional<std::string> APIService::correlationId() const {
-  return parts_->correlation.get();
+  const auto stored = parts_->identity.correlationId();
+  const auto trimmed = text::trimmed(stored);
+  return trimmed.empty() ? std::nullopt : std::optional(std::string(trimmed));
 }
 
 Single<bool> APIService::submitSurveyResponse(const SurveyResponseRequest& response) {
-  return parts_->surveys.submit(response);
+  return calls::submitSurveyResponse(parts_->with, response);
 }
 
 Single<bool> APIService::trackSurveyEvent(const SurveyResponseRequest& event) {
-  return parts_->surveys.track(event);
+  return calls::trackSurveyEvent(parts_->with, event);
 }
 
 void APIService::reportActivity(ActivityType activity, std::int64_t locationID,
                                 std::int64_t curatedNotificationID, NotificationType type) {
-  parts_->activities.report({activity, locationID, curatedNotificationID, type});
+  calls::report(parts_->with, {activity, locationID, curatedNotificationID, type});
 }
 
 void APIService::reportGeoActivity(ActivityType activity, std::int64_t locationID,
                                    std::int64_t curatedNotificationID, NotificationType type, double latitude,
                                    double longitude) {
-  parts_->activities.reportGeo({activity, locationID, curatedNotificationID, type}, {latitude, longitude});
+  calls::report(parts_->with,
+                {activity, locationID, curatedNotificationID, type, Coordinate{latitude, longitude}});
 }
 
 void APIService::createPluginActivity(std::string_view activity, const std::string& apiKey,
                                       Config::Environment environment) {
-  parts_->plugin.create(activity, apiKey, environment);
+  calls::createPluginActivity(parts_->with, activity, apiKey, environment);
 }
 
 TransmissionAppCredentials APIService::effectiveTransmissionCredentials(
     const std::string& fallbackKey) const {
   return effectiveCredentials(parts_->client.credentials(), fallbackKey,
-                              parts_->bundle.identifier().value_or(""));
+                              parts_->with.phone.bundle.identifier().value_or(""));
 }
 
 std::vector<std::string> APIService::segments() const {

@@ -29,11 +29,11 @@ class LocationTrackingReliability;
 /// service cancels what is on its way.
 class APIService {
  public:
-  /// The identity that a registration yields.
+  /// The identity that a registration yields, plain values.
   struct AuthPayload {
-    std::string apiKey;
-    std::string deviceID;
-    std::string orlanID;
+    std::string apiKey;    // the key that the device was registered with
+    std::string deviceID;  // names the device in activities and surveys
+    std::string orlanID;   // the backend's own identifier of the device
 
     friend bool operator==(const AuthPayload&, const AuthPayload&) = default;
   };
@@ -42,6 +42,7 @@ class APIService {
              Lazy<LocationTrackingReliability>& reliability);
   ~APIService();
 
+  /// The current `Runtime`'s client, made at its first use. Any thread.
   static APIService& shared();
 
   /// The environment of all calls; `staging` until start says otherwise.
@@ -54,11 +55,16 @@ class APIService {
   /// True once the device is registered, fresh or from the store.
   [[nodiscard]] bool isAuthenticated() const;
 
+  /// Opens a start with `newKey`: removes the stored identity when the device was registered with another
+  /// key, and warns when it did. A registration that is under way no longer counts: it stores nothing and
+  /// ends as cancelled.
+  void resetCredentialsIfKeyChanged(const std::string& newKey);
+
   /// Emits the identity at each successful registration, on the thread that learned of it.
   [[nodiscard]] Publisher<AuthPayload>& authPublisher();
 
   /// Registers the device, or answers from the store when it is registered already (then syncs the push
-  /// token).
+  /// token). Of several that are under way only the last one counts; the others end as cancelled.
   Single<AuthPayload> registerDevice(const std::string& apiKey,
                                      const std::vector<std::string>& segmentations);
 
@@ -114,9 +120,6 @@ class APIService {
   struct Parts;
   std::unique_ptr<Parts> parts_;
 };
-
-/// Removes the stored identity when the device was registered with another key; warns when it did.
-void resetCredentialsIfKeyChanged(KeyValueStore& store, Logger& logger, const std::string& newKey);
 
 template <>
 struct Fields<APIService::AuthPayload> {

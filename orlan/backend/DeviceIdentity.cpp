@@ -14,12 +14,17 @@ std::string DeviceIdentity::registeredId() const {
 }
 
 std::string DeviceIdentity::vendorId() const {
-  return device_.vendorIdentifier().value_or("unknown");
+  return vendor().value_or("unknown");
 }
 
 std::string DeviceIdentity::vendorIdOrRandom() const {
-  auto vendor = device_.vendorIdentifier();
-  return vendor ? *vendor : randomUuid(random_);
+  auto identifier = vendor();
+  return identifier ? *identifier : randomUuid(random_);
+}
+
+std::optional<std::string> DeviceIdentity::vendor() const {
+  auto identifier = device_.vendorIdentifier();
+  return identifier ? std::optional(text::upper(*identifier)) : std::nullopt;
 }
 
 std::string DeviceIdentity::deviceId() const {

@@ -20,7 +20,7 @@ class DeviceIdentity {
   /// "unknown".
   [[nodiscard]] std::string registeredId() const;
 
-  /// The vendor's identifier, else "unknown".
+  /// The vendor's identifier, in upper case however the phone writes it, else "unknown".
   [[nodiscard]] std::string vendorId() const;
 
   /// What the device record names the device by: the vendor's identifier, else a random one at each call.
@@ -49,6 +49,8 @@ class DeviceIdentity {
   [[nodiscard]] std::string correlationId() const;
 
  private:
+  [[nodiscard]] std::optional<std::string> vendor() const;
+
   const KeyValueStore& store_;
   const DeviceInfo& device_;
   RandomSource& random_;

@@ -11,44 +11,42 @@ std::string infoText(const Bundle& bundle, std::string_view key, std::string_vie
   return value.string() ? *value.string() : std::string(otherwise);
 }
 
-}  // namespace
-
-DeviceRecords::DeviceRecords(const DeviceIdentity& identity, const DeviceInfo& device, const Bundle& bundle)
-    : identity_(identity), device_(device), bundle_(bundle) {}
-
-DeviceRecord DeviceRecords::forRegistration(const std::string& apiKey, const std::string& segmentations,
-                                            const std::string& token) const {
-  auto record = common(apiKey, token);
-  record.deviceID = identity_.vendorIdOrRandom();
-  record.segmentations = segmentations;
-  return record;
-}
-
-DeviceRecord DeviceRecords::forSync(const std::string& apiKey, const std::string& token) const {
-  auto record = common(apiKey, token);
-  record.deviceID = identity_.deviceId();
-  record.segmentations = identity_.segmentsText();
-  record.orlanID = identity_.orlanId();
-  return record;
-}
-
-DeviceRecord DeviceRecords::common(const std::string& apiKey, const std::string& token) const {
+DeviceRecord common(const calls::Context& with, const std::string& apiKey, const std::string& token) {
+  const auto& device = with.phone.device;
   DeviceRecord record;
-  record.appName = infoText(bundle_, "CFBundleName", "Unknown");
+  record.appName = infoText(with.phone.bundle, "CFBundleName", "Unknown");
   record.apiKey = apiKey;
-  record.sdkVersion = infoText(bundle_, "CFBundleShortVersionString", "0");
-  record.osVersion = device_.systemVersion();
-  record.deviceModel = device_.model();
-  record.deviceName = device_.name();
-  record.country = device_.localeIdentifier();
+  record.sdkVersion = infoText(with.phone.bundle, "CFBundleShortVersionString", "0");
+  record.osVersion = device.systemVersion();
+  record.deviceModel = device.model();
+  record.deviceName = device.name();
+  record.country = device.localeIdentifier();
   record.language = record.country;
-  record.correlationID = identity_.correlationId();
+  record.correlationID = with.identity.correlationId();
   record.deviceToken = token;
   return record;
 }
 
-HttpRequest deviceRecordRequest(std::string url, const DeviceRecord& record) {
-  HttpRequest request{.method = "POST", .url = std::move(url), .body = json::print(json::encode(record))};
+}  // namespace
+
+DeviceRecord registrationRecord(const calls::Context& with, const std::string& apiKey,
+                                const std::string& segmentations, const std::string& token) {
+  auto record = common(with, apiKey, token);
+  record.deviceID = with.identity.vendorIdOrRandom();
+  record.segmentations = segmentations;
+  return record;
+}
+
+DeviceRecord syncRecord(const calls::Context& with, const std::string& apiKey, const std::string& token) {
+  auto record = common(with, apiKey, token);
+  record.deviceID = with.identity.deviceId();
+  record.segmentations = with.identity.segmentsText();
+  record.orlanID = with.identity.orlanId();
+  return record;
+}
+
+HttpRequest deviceRecordRequest(std::string url, const DeviceRecord& record, std::string body) {
+  HttpRequest request{.method = "POST", .url = std::move(url), .body = std::move(body)};
   request.addHeader("Content-Type", "application/json");
   request.addHeader("Accept", "application/json");
   request.addHeader("ApiKey", record.apiKey);

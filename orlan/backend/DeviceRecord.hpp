@@ -2,9 +2,8 @@
 
 #include <string>
 
-#include "orlan/backend/DeviceIdentity.hpp"
+#include "orlan/backend/calls.hpp"
 #include "orlan/base/Fields.hpp"
-#include "orlan/platform/DeviceInfo.hpp"
 #include "orlan/platform/HttpClient.hpp"
 
 namespace orlan {
@@ -49,27 +48,14 @@ struct Fields<DeviceRecord> {
                                    field("device_token", &R::deviceToken)};
 };
 
-/// Writes device records from what phone, host and store say at that moment. Any thread.
-class DeviceRecords {
- public:
-  DeviceRecords(const DeviceIdentity& identity, const DeviceInfo& device, const Bundle& bundle);
+/// The record from what phone, host and store say at this moment: for a device that the backend does not know
+/// yet, and for one that has its identity.
+[[nodiscard]] DeviceRecord registrationRecord(const calls::Context& with, const std::string& apiKey,
+                                              const std::string& segmentations, const std::string& token);
+[[nodiscard]] DeviceRecord syncRecord(const calls::Context& with, const std::string& apiKey,
+                                      const std::string& token);
 
-  /// For a device that the backend does not know yet.
-  [[nodiscard]] DeviceRecord forRegistration(const std::string& apiKey, const std::string& segmentations,
-                                             const std::string& token) const;
-
-  /// For a device that has its identity.
-  [[nodiscard]] DeviceRecord forSync(const std::string& apiKey, const std::string& token) const;
-
- private:
-  [[nodiscard]] DeviceRecord common(const std::string& apiKey, const std::string& token) const;
-
-  const DeviceIdentity& identity_;
-  const DeviceInfo& device_;
-  const Bundle& bundle_;
-};
-
-/// The request that carries a device record; its key is also the one in the header.
-[[nodiscard]] HttpRequest deviceRecordRequest(std::string url, const DeviceRecord& record);
+/// The request that carries a device record as `body`; its key is also the one in the header.
+[[nodiscard]] HttpRequest deviceRecordRequest(std::string url, const DeviceRecord& record, std::string body);
 
 }  // namespace orlan

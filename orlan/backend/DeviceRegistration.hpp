@@ -1,15 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
-#include "orlan/backend/APIService.hpp"
-#include "orlan/backend/ClientState.hpp"
-#include "orlan/backend/DeviceIdentity.hpp"
-#include "orlan/backend/DeviceRecord.hpp"
-#include "orlan/backend/RequestLayer.hpp"
-#include "orlan/backend/TokenSync.hpp"
+#include "orlan/backend/calls.hpp"
 
 namespace orlan {
 
@@ -18,33 +15,31 @@ class DeviceRegistration {
  public:
   using AuthPayload = APIService::AuthPayload;
 
-  DeviceRegistration(ClientState& client, const DeviceIdentity& identity, const DeviceRecords& records,
-                     KeyValueStore& store, RequestLayer& requests, TokenSync& tokens, Logger& logger);
+  explicit DeviceRegistration(const calls::Context& with) : with_(with) {}
 
   /// As `APIService::registerDevice`.
   Single<AuthPayload> start(const std::string& apiKey, const std::vector<std::string>& segmentations);
+
+  /// From now on the answer to a registration that is under way stores nothing.
+  void abandon();
 
   [[nodiscard]] Publisher<AuthPayload>& registered() { return *registered_; }
 
  private:
   struct Sent {
+    std::uint64_t number;
     std::string apiKey;
     std::string segmentations;
     std::string token;
   };
 
   Single<AuthPayload> answerFromStore(const std::string& apiKey);
-  Single<AuthPayload> send(Sent sent);
   Result<AuthPayload> finish(const Sent& sent, const Result<HttpReply>& reply);
-  void keep(const Sent& sent, const AuthPayload& payload);
+  [[nodiscard]] bool keep(const Sent& sent, const AuthPayload& payload);
 
-  ClientState& client_;
-  const DeviceIdentity& identity_;
-  const DeviceRecords& records_;
-  KeyValueStore& store_;
-  RequestLayer& requests_;
-  TokenSync& tokens_;
-  Logger& logger_;
+  const calls::Context& with_;
+  std::mutex mutex_;
+  std::uint64_t current_ = 0;  // guarded by mutex_, under which identities are stored
   // Shared: an answer handed out may pass on to it after the service has ended.
   const std::shared_ptr<Subject<AuthPayload>> registered_ = std::make_shared<Subject<AuthPayload>>();
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string_view>
 #include <unordered_map>
@@ -33,12 +34,18 @@ class RequestLayer {
   /// again.
   void send(HttpRequest request, HttpDone done);
 
-  /// Resolves on the main thread, later; never once the layer has ended.
+  /// Sends at once. What `read` makes of the reply, on the HTTP client's queue, is delivered on the main
+  /// thread, later; never once the layer has ended.
   template <class T>
-  void deliver(typename Single<T>::Resolver resolve, Result<T> answer) {
-    main_.async([alive = lifetime_.token(), resolve = std::move(resolve), answer = std::move(answer)] {
-      if (alive) resolve(answer);
-    });
+  Single<T> ask(HttpRequest request, std::function<Result<T>(const Result<HttpReply>&)> read) {
+    auto [answer, resolve] = Single<T>::pending();
+    send(std::move(request),
+         [this, read = std::move(read), resolve = resolve](const Result<HttpReply>& reply) {
+           main_.async([alive = lifetime_.token(), resolve, result = read(reply)] {
+             if (alive) resolve(result);
+           });
+         });
+    return answer;
   }
 
   /// Ends every request on its way and refuses new ones. When it returns, no `done` runs or will run.

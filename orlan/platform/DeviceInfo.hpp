@@ -13,7 +13,8 @@ class DeviceInfo {
  public:
   virtual ~DeviceInfo() = default;
 
-  /// Upper-case UUID that stays the same for all applications of one vendor on this device; may be absent.
+  /// UUID, in either case, that stays the same for all applications of one vendor on this device; may be
+  /// absent.
   [[nodiscard]] virtual std::optional<std::string> vendorIdentifier() const = 0;
   [[nodiscard]] virtual std::string systemVersion() const = 0;
   [[nodiscard]] virtual std::string model() const = 0;

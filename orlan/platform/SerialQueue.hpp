@@ -56,6 +56,9 @@ class MainLoop : public SerialQueue {
     return keepAlive();
   }
 
+  /// False once the host has ended the library: what the call that is under way had left to do is for nobody.
+  [[nodiscard]] virtual bool isOpen() const { return true; }
+
  private:
   /// What a turn keeps; a phone's loop has nothing to keep.
   virtual Turn keepAlive() { return nullptr; }

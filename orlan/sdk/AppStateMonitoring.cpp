@@ -25,11 +25,16 @@ std::string_view nameOf(ApplicationState state) {
 
 }  // namespace
 
-AppStateMonitoring::AppStateMonitoring(const Services& services, std::function<void()> afterTransition)
-    : with_(services), afterTransition_(std::move(afterTransition)), appLaunchTime_(services.clock.now()) {}
+AppStateMonitoring::AppStateMonitoring(const Platform& phone, OrlanServices& services,
+                                       std::function<void()> afterTransition)
+    : phone_(phone),
+      services_(services),
+      logger_(services.logger),
+      afterTransition_(std::move(afterTransition)),
+      appLaunchTime_(phone.clock.now()) {}
 
 Duration AppStateMonitoring::sinceLaunch() const {
-  return with_.clock.now() - appLaunchTime_;
+  return phone_.clock.now() - appLaunchTime_;
 }
 
 std::string AppStateMonitoring::launchSeconds() const {
@@ -38,44 +43,44 @@ std::string AppStateMonitoring::launchSeconds() const {
 
 void AppStateMonitoring::setUp() {
   removeObservers();
-  with_.logger.breadcrumb("🔧 Setting up app state monitoring");
-  appLaunchTime_ = with_.clock.now();
-  lastAppState_ = with_.application.state();
-  with_.logger.breadcrumb(fmt::format("📱 Initial app state: {}", nameOf(lastAppState_)));
+  logger_.breadcrumb("🔧 Setting up app state monitoring");
+  appLaunchTime_ = phone_.clock.now();
+  lastAppState_ = phone_.application.state();
+  logger_.breadcrumb(fmt::format("📱 Initial app state: {}", nameOf(lastAppState_)));
 
   const auto observe = [this](ApplicationSignal signal, std::function<void()> handler) {
-    observers_.add(with_.application.observe(signal, std::move(handler)));
+    observers_.add(phone_.application.observe(signal, std::move(handler)));
   };
   observe(ApplicationSignal::didEnterBackground, [this] { enteredBackground(); });
   observe(ApplicationSignal::willEnterForeground, [this] { entersForeground(); });
   observe(ApplicationSignal::didBecomeActive, [this] {
-    with_.logger.breadcrumb(
+    logger_.breadcrumb(
         fmt::format("📱 App became ACTIVE (visible and receiving events) - {} since launch", launchSeconds()));
   });
   observe(ApplicationSignal::willResignActive, [this] {
-    with_.logger.breadcrumb(
+    logger_.breadcrumb(
         fmt::format("📱 App will resign ACTIVE (about to lose focus) - {} since launch", launchSeconds()));
   });
-  with_.logger.breadcrumb("🔧 App state monitoring configured - tracking 4 state events");
+  logger_.breadcrumb("🔧 App state monitoring configured - tracking 4 state events");
 }
 
 void AppStateMonitoring::enteredBackground() {
   logTransition(ApplicationState::background, "BG");
-  with_.logger.breadcrumb("📱 Stopping foreground monitor");
-  with_.foreground->stop();
-  with_.logger.breadcrumb("📱 Resuming background monitor");
-  with_.background->resumeMonitoring();
-  with_.logger.breadcrumb("📱 Background mode active - only BG notifications will fire");
+  logger_.breadcrumb("📱 Stopping foreground monitor");
+  services_.foregroundMonitor->stop();
+  logger_.breadcrumb("📱 Resuming background monitor");
+  services_.backgroundMonitor->resumeMonitoring();
+  logger_.breadcrumb("📱 Background mode active - only BG notifications will fire");
   afterTransition_();
 }
 
 void AppStateMonitoring::entersForeground() {
   logTransition(ApplicationState::active, "FG");
-  with_.logger.breadcrumb("📱 Starting foreground monitor");
-  with_.foreground->start(with_.locations.makeManager("host"));
-  with_.logger.breadcrumb("📱 Pausing background monitor");
-  with_.background->pauseMonitoring();
-  with_.logger.breadcrumb("📱 Foreground mode active - only FG notifications will fire");
+  logger_.breadcrumb("📱 Starting foreground monitor");
+  services_.foregroundMonitor->start(phone_.locations.makeManager("host"));
+  logger_.breadcrumb("📱 Pausing background monitor");
+  services_.backgroundMonitor->pauseMonitoring();
+  logger_.breadcrumb("📱 Foreground mode active - only FG notifications will fire");
   afterTransition_();
 }
 
@@ -85,11 +90,11 @@ void AppStateMonitoring::logTransition(ApplicationState next, std::string_view m
   ++appStateTransitionCount_;
   const std::string_view mode = next == ApplicationState::active ? "FOREGROUND" : "BACKGROUND";
   const std::string elapsed = launchSeconds();
-  with_.logger.breadcrumb(separator);
-  with_.logger.breadcrumb(fmt::format("📱 App ENTERED {} - Switching to {} mode", mode, monitor));
-  with_.logger.breadcrumb(separator);
-  with_.logger.breadcrumb(fmt::format("📱 Transition #{}: {} → {}", appStateTransitionCount_, previous, mode));
-  with_.logger.breadcrumb(fmt::format("📱 Time since launch: {}", elapsed));
+  logger_.breadcrumb(separator);
+  logger_.breadcrumb(fmt::format("📱 App ENTERED {} - Switching to {} mode", mode, monitor));
+  logger_.breadcrumb(separator);
+  logger_.breadcrumb(fmt::format("📱 Transition #{}: {} → {}", appStateTransitionCount_, previous, mode));
+  logger_.breadcrumb(fmt::format("📱 Time since launch: {}", elapsed));
 }
 
 }  // namespace orlan

@@ -5,15 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "orlan/base/Lazy.hpp"
 #include "orlan/base/Subscription.hpp"
 #include "orlan/base/Time.hpp"
-#include "orlan/geofence/BackgroundRegionMonitor.hpp"
-#include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
-#include "orlan/logging/Logger.hpp"
-#include "orlan/platform/Application.hpp"
-#include "orlan/platform/Clock.hpp"
-#include "orlan/platform/LocationManager.hpp"
+#include "orlan/platform/Platform.hpp"
+#include "orlan/sdk/OrlanServices.hpp"
 
 namespace orlan {
 
@@ -21,17 +16,8 @@ namespace orlan {
 /// background monitor while it is not. Main thread.
 class AppStateMonitoring {
  public:
-  struct Services {
-    Clock& clock;
-    Application& application;
-    LocationService& locations;
-    Logger& logger;
-    Lazy<ForegroundGeofenceMonitor>& foreground;
-    Lazy<BackgroundRegionMonitor>& background;
-  };
-
   /// `afterTransition` runs at the end of each change between foreground and background.
-  AppStateMonitoring(const Services& services, std::function<void()> afterTransition);
+  AppStateMonitoring(const Platform& phone, OrlanServices& services, std::function<void()> afterTransition);
 
   /// Observes the life cycle from now on, in place of any observation before; the session begins anew.
   void setUp();
@@ -49,7 +35,9 @@ class AppStateMonitoring {
   void logTransition(ApplicationState next, std::string_view monitor);
   [[nodiscard]] std::string launchSeconds() const;
 
-  Services with_;
+  Platform phone_;
+  OrlanServices& services_;
+  Logger& logger_;
   std::function<void()> afterTransition_;
   std::int64_t appStateTransitionCount_ = 0;
   ApplicationState lastAppState_ = ApplicationState::active;

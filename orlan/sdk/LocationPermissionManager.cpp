@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "orlan/base/Lifetime.hpp"
-
 namespace orlan {
 namespace {
 
@@ -49,19 +47,21 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   void didChangeAuthorization(LocationManager&) override {
     const Turn turn = main.enter();
     const LocationAuthorization status = mgr->authorizationStatus();
-    publish([this, status] { setStatus(status); });
+    // Subscribers hear values on the next turn of the main loop, never inside the location service's
+    // callback.
+    main.async([this, status] { setStatus(status); });
     if (mayLocate(status)) {
       mgr->startUpdatingLocation();
     } else {
       mgr->stopUpdatingLocation();
-      publish([this] { lastLocationSubject.send(std::nullopt); });
+      main.async([this] { lastLocationSubject.send(std::nullopt); });
     }
   }
 
   void didUpdateLocations(LocationManager&, std::span<const Location> locations) override {
     const Turn turn = main.enter();
     if (locations.empty()) return;
-    publish([this, latest = locations.back()] { lastLocationSubject.send(latest); });
+    main.async([this, latest = locations.back()] { lastLocationSubject.send(latest); });
   }
 
   void didFail(LocationManager&, const Error& error) override {
@@ -73,14 +73,6 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
     statusSubject.send(status);
   }
 
-  /// Subscribers hear values on the next turn of the main loop, never inside the location service's callback.
-  template <class Emit>
-  void publish(Emit emit) {
-    main.async([alive = lifetime.token(), emit = std::move(emit)] {
-      if (alive) emit();
-    });
-  }
-
   MainLoop& main;
   Application& application;
   SystemLog& systemLog;
@@ -90,7 +82,6 @@ struct LocationPermissionManager::Parts : LocationManagerDelegate {
   SubscriptionBag appStateObservers;
   bool isConfigured = false;
   std::shared_ptr<LocationManager> mgr;
-  Lifetime lifetime;
 };
 
 LocationPermissionManager::LocationPermissionManager(MainLoop& main, LocationService& locations,

@@ -19,9 +19,14 @@ class LocationPermissionManager {
                             SystemLog& systemLog);
   ~LocationPermissionManager();
 
+  /// The current `Runtime`'s manager, made at its first use.
   static LocationPermissionManager& shared();
 
+  /// What was published last; `notDetermined` before.
   [[nodiscard]] LocationAuthorization currentStatus() const;
+
+  /// The status, and where the phone is while that may be known: at subscription what is known now, then each
+  /// report of the location service, on the main thread.
   [[nodiscard]] Publisher<LocationAuthorization>& statusPublisher();
   [[nodiscard]] Publisher<std::optional<Location>>& lastLocationPublisher();
 
@@ -29,6 +34,7 @@ class LocationPermissionManager {
   /// the first time; then publishes the current status.
   void configure();
 
+  /// Ask the person, if the status is still open. What comes of it is published.
   void requestWhenInUseAuthorization();
   void requestAlwaysAuthorization();
 

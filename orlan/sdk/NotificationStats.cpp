@@ -6,15 +6,8 @@
 
 namespace orlan {
 
-void NotificationStats::recordForeground(std::string_view activation) {
-  record(fgNotifications, activation);
-}
-void NotificationStats::recordBackground(std::string_view activation) {
-  record(bgNotifications, activation);
-}
-
-void NotificationStats::record(std::int64_t& monitor, std::string_view activation) {
-  ++monitor;
+void NotificationStats::record(std::int64_t NotificationStats::*monitor, std::string_view activation) {
+  ++(this->*monitor);
   ++totalNotifications;
   if (activation == "ON_ENTER") {
     ++entryNotifications;

@@ -18,8 +18,8 @@ struct NotificationStats {
   std::int64_t exitNotifications = 0;   // activation "ON_EXIT"
   TimePoint lastReportTime;             // start of the counting period
 
-  void recordForeground(std::string_view activation);
-  void recordBackground(std::string_view activation);
+  /// `monitor` is `fgNotifications` or `bgNotifications`.
+  void record(std::int64_t NotificationStats::*monitor, std::string_view activation);
 
   /// Notifications by monitor over all notifications: 1 unless something was counted twice. Only with a
   /// total.
@@ -32,9 +32,6 @@ struct NotificationStats {
   [[nodiscard]] json::Object telemetry(std::int64_t transitions, Duration session) const;
 
   friend bool operator==(const NotificationStats&, const NotificationStats&) = default;
-
- private:
-  void record(std::int64_t& monitor, std::string_view activation);
 };
 
 }  // namespace orlan

@@ -66,18 +66,20 @@ const json::Object& OrlanPlugin::notificationTelemetry() const {
   return parts_->telemetry;
 }
 
+void OrlanPlugin::Parts::count(std::string_view monitor, std::int64_t NotificationStats::*counter,
+                               std::string_view activation) {
+  const Turn turn = phone.main.enter();
+  notificationStats.record(counter, activation);
+  logger.breadcrumb(fmt::format("📊 Recorded {} notification: {} (Total: {})", monitor, activation,
+                                notificationStats.totalNotifications));
+}
+
 void OrlanPlugin::recordFGNotification(std::string_view activation) {
-  const Turn turn = parts_->phone.main.enter();
-  parts_->notificationStats.recordForeground(activation);
-  parts_->logger.breadcrumb(fmt::format("📊 Recorded FG notification: {} (Total: {})", activation,
-                                        parts_->notificationStats.totalNotifications));
+  parts_->count("FG", &NotificationStats::fgNotifications, activation);
 }
 
 void OrlanPlugin::recordBGNotification(std::string_view activation) {
-  const Turn turn = parts_->phone.main.enter();
-  parts_->notificationStats.recordBackground(activation);
-  parts_->logger.breadcrumb(fmt::format("📊 Recorded BG notification: {} (Total: {})", activation,
-                                        parts_->notificationStats.totalNotifications));
+  parts_->count("BG", &NotificationStats::bgNotifications, activation);
 }
 
 const std::string& OrlanPlugin::storedApiKey() const {

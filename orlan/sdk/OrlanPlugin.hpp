@@ -25,14 +25,18 @@ class OrlanPlugin;
 struct OrlanServices;
 struct Platform;
 
-/// Hears how a start ended. Main thread; both methods are optional.
+/// Hears how a start ended, on the main thread: inside the call when the outcome is known by then, else
+/// later. Both methods are optional and may start again, end the library or let go of this delegate, which is
+/// held weakly. A start that another one has replaced tells nobody.
 class OrlanPluginDelegate {
  public:
   virtual ~OrlanPluginDelegate() = default;
-  /// Once a successful start: the device's identifier and the backend's identifier for it.
+  /// Once a successful start, before any service comes up: the device's identifier and the backend's
+  /// identifier for it.
   virtual void didAuthenticate(OrlanPlugin&, const std::string& /*deviceID*/,
                                const std::string& /*orlanID*/) {}
-  /// Once a failed start.
+  /// Once a failed start. The domain is "OrlanPlugin" when the credentials are at fault, else the backend
+  /// client's.
   virtual void didFailWith(OrlanPlugin&, const Error&) {}
 };
 
@@ -57,6 +61,7 @@ class OrlanPlugin : public NotificationCounter {
   OrlanPlugin(const Platform& phone, OrlanServices& services);
   ~OrlanPlugin() override;
 
+  /// The current `Runtime`'s facade, made at its first use.
   static OrlanPlugin& shared();
 
   /// Starts with an API key. Credentials in OrlanConfig.plist, if there are any, win over the argument.

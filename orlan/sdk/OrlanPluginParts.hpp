@@ -1,13 +1,14 @@
 #pragma once
 
+#include <string_view>
+
 #include "orlan/platform/Platform.hpp"
 #include "orlan/sdk/AppStateMonitoring.hpp"
-#include "orlan/sdk/BackendOperations.hpp"
 #include "orlan/sdk/NotificationStats.hpp"
 #include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/OrlanServices.hpp"
+#include "orlan/sdk/PendingAnswers.hpp"
 #include "orlan/sdk/StartSequence.hpp"
-#include "orlan/sdk/SurveyOperations.hpp"
 
 namespace orlan {
 
@@ -17,16 +18,24 @@ struct OrlanPlugin::Parts {
       : phone(platform),
         services(given),
         logger(given.logger),
-        monitoring({phone.clock, phone.application, phone.locations, given.logger, given.foregroundMonitor,
-                    given.backgroundMonitor},
-                   [this] { reportStatistics(); }),
+        monitoring(platform, given, [this] { reportStatistics(); }),
         starting(plugin, platform, given, monitoring),
-        asking(starting, given.api, given.logger),
-        surveys(starting, given.api, phone.store, given.logger) {
+        pending(given.logger) {
     notificationStats.lastReportTime = phone.clock.now();
   }
 
   void reportStatistics();
+  void count(std::string_view monitor, std::int64_t NotificationStats::*counter, std::string_view activation);
+
+  /// Whether `operation` was refused, with a line in the log, because there has been no start.
+  template <class T>
+  bool refused(std::string_view operation, const Completion<T>& completion);
+
+  /// What both survey operations send, once it is known who is asking about which notification.
+  [[nodiscard]] Result<SurveyResponseRequest> surveyRequest(std::string_view operation,
+                                                            const std::string& notificationId,
+                                                            const std::optional<std::string>& locationId);
+  [[nodiscard]] Result<void> checkAnswers(const std::vector<SurveyAnswer>& answers);
 
   Platform phone;
   OrlanServices& services;
@@ -35,8 +44,7 @@ struct OrlanPlugin::Parts {
   json::Object telemetry;
   AppStateMonitoring monitoring;
   StartSequence starting;
-  BackendOperations asking;
-  SurveyOperations surveys;
+  PendingAnswers pending;
 };
 
 }  // namespace orlan

@@ -1,36 +1,47 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <string>
 #include <unordered_map>
 #include <utility>
 
 #include "orlan/base/Single.hpp"
+#include "orlan/logging/Logger.hpp"
+#include "orlan/sdk/Completions.hpp"
 
 namespace orlan {
 
-/// Keeps what listens to an answer until the answer is there; destroying it ends what still listens. Main
-/// thread. The listener may destroy this object.
+/// Listens to answers that a host waits for, each until it is there: a line in the log tells how it ended,
+/// then the host is told. Destroying it ends what still listens. Main thread.
 class PendingAnswers {
  public:
-  template <class T>
-  void listen(const Single<T>& answer, typename Single<T>::Handler handler) {
-    const auto pending = pending_;
+  explicit PendingAnswers(Logger& logger) : logger_(logger) {}
+
+  /// `success` makes the line for a value; `failure` stands in front of an error's description.
+  template <class T, class Success>
+  void listen(const Single<T>& answer, Success success, std::string failure, Completion<T> completion) {
     const Id id = ++last_;
-    pending->try_emplace(id);
-    auto subscription = answer.subscribe(
-        [weakly = std::weak_ptr(pending), id, handler = std::move(handler)](const Result<T>& result) {
-          if (const auto held = weakly.lock()) held->erase(id);
-          handler(result);
+    pending_.try_emplace(id);
+    auto subscription =
+        answer.subscribe([this, id, success = std::move(success), failure = std::move(failure),
+                          completion = std::move(completion)](const Result<T>& result) {
+          pending_.erase(id);
+          if (result) {
+            logger_.log(success(*result));
+          } else {
+            logger_.error(failure + result.error().description);
+          }
+          if (completion) completion(result);
         });
-    const auto slot = pending->find(id);
-    if (slot != pending->end()) slot->second = std::move(subscription);  // else the answer was there already
+    const auto slot = pending_.find(id);
+    if (slot != pending_.end()) slot->second = std::move(subscription);  // else the answer was there already
   }
 
  private:
   using Id = std::uint64_t;
-  std::shared_ptr<std::unordered_map<Id, Subscription>> pending_ =
-      std::make_shared<std::unordered_map<Id, Subscription>>();
+
+  Logger& logger_;
+  std::unordered_map<Id, Subscription> pending_;
   Id last_ = 0;
 };
 

@@ -1,20 +1,41 @@
 // The facade besides starting and statistics: each operation forwards to the service that owns the work.
+#include <fmt/core.h>
+
 #include <utility>
 
 #include "orlan/base/text.hpp"
-#include "orlan/sdk/OrlanPlugin.hpp"
+#include "orlan/sdk/Errors.hpp"
 #include "orlan/sdk/OrlanPluginParts.hpp"
 
 namespace orlan {
 
+template <class T>
+bool OrlanPlugin::Parts::refused(std::string_view operation, const Completion<T>& completion) {
+  if (!starting.storedApiKey().empty()) return false;
+  logger.error(fmt::format("{} called before SDK initialization", operation));
+  if (completion) completion(Unexpected(errors::notInitialized()));
+  return true;
+}
+
 void OrlanPlugin::updateSegments(const Segmentations& segmentations, Completion<bool> completion) {
   const Turn turn = parts_->phone.main.enter();
-  parts_->asking.updateSegments(segmentations, std::move(completion));
+  if (parts_->refused("updateSegments", completion)) return;
+  parts_->pending.listen(
+      parts_->services.api->updateSegments(segmentations),
+      [tags = text::joined(segmentations, ", ")](bool) { return "✅ Segments updated to: " + tags; },
+      "Update segments failed: ", std::move(completion));
 }
 
 void OrlanPlugin::fetchConfiguration(bool forceRefresh, Completion<OrlanConfiguration> completion) {
   const Turn turn = parts_->phone.main.enter();
-  parts_->asking.fetchConfiguration(forceRefresh, std::move(completion));
+  if (parts_->refused("fetchConfiguration", completion)) return;
+  parts_->pending.listen(
+      parts_->services.api->fetchConfiguration(forceRefresh),
+      [](const OrlanConfiguration& found) {
+        return fmt::format("✅ Configuration fetched: notificationsCount={}, daysCount={}, batteryCount={}",
+                           found.notificationsCount, found.daysCount, found.batteryCount);
+      },
+      "Fetch configuration failed: ", std::move(completion));
 }
 
 std::optional<OrlanConfiguration> OrlanPlugin::getCurrentConfiguration() const {
@@ -24,26 +45,19 @@ std::optional<OrlanConfiguration> OrlanPlugin::getCurrentConfiguration() const {
 
 void OrlanPlugin::refreshPrivacyText(Completion<std::string> completion) {
   const Turn turn = parts_->phone.main.enter();
-  parts_->asking.refreshPrivacyText(std::move(completion));
+  if (parts_->refused("refreshPrivacyText", completion)) return;
+  parts_->pending.listen<OrlanConfiguration>(
+      parts_->services.api->fetchConfiguration(true),
+      [](const OrlanConfiguration& found) { return "✅ Privacy text refreshed: " + found.privacyText; },
+      "Refresh privacy text failed: ",
+      [completion = std::move(completion)](const Result<OrlanConfiguration>& found) {
+        if (!completion) return;
+        completion(found ? Result<std::string>(found->privacyText) : Unexpected(found.error()));
+      });
 }
 
 std::string OrlanPlugin::getPrivacyText() const {
   return getCurrentConfiguration().value_or(OrlanConfiguration::defaults()).privacyText;
-}
-
-void OrlanPlugin::submitSurveyResponse(const std::string& notificationId,
-                                       const std::optional<std::string>& locationId,
-                                       const std::vector<SurveyAnswer>& answers,
-                                       Completion<bool> completion) {
-  const Turn turn = parts_->phone.main.enter();
-  parts_->surveys.submit(notificationId, locationId, answers, std::move(completion));
-}
-
-void OrlanPlugin::trackSurveyEvent(const std::string& notificationId,
-                                   const std::optional<std::string>& locationId, const std::string& activity,
-                                   Completion<bool> completion) {
-  const Turn turn = parts_->phone.main.enter();
-  parts_->surveys.track(notificationId, locationId, activity, std::move(completion));
 }
 
 void OrlanPlugin::setCorrelationId(std::string_view correlationId) {

@@ -19,6 +19,7 @@ class ScopedMainLoop final : public MainLoop {
 
   /// From now on nothing runs, whoever posts it.
   void close() { open_.reset(); }
+  [[nodiscard]] bool isOpen() const override { return open_ != nullptr; }
 
   void async(std::function<void()> task) override { phone_.async(scoped(std::move(task))); }
   [[nodiscard]] bool isCurrent() const override { return phone_.isCurrent(); }

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <functional>
 #include <utility>
 
 #include "orlan/backend/StoreKeys.hpp"
@@ -50,15 +51,22 @@ void StartSequence::withApiKey(const std::string& apiKey, Config::Environment en
     return;
   }
 
+  const Number start = ++latest_;
   bag_ = {};
   monitoring_.removeObservers();
-  resetCredentialsIfKeyChanged(phone_.store, logger_, key);
+  services_.api->resetCredentialsIfKeyChanged(key);
   delegate_ = delegate;
   adopt(key, env, credentials);
   services_.locationPermission->configure();
+  if (!isCurrent(start)) return;
   services_.notificationPermission->refresh();
-  registerDevice(segmentations);
-  watchPermissions();
+  registerDevice(start, segmentations);
+  if (isCurrent(start)) watchPermissions();
+}
+
+/// To be asked after everything that may call the host.
+bool StartSequence::isCurrent(Number start) const {
+  return start == latest_ && phone_.main.isOpen();
 }
 
 std::optional<TransmissionAppCredentials> StartSequence::fromPropertyList() const {
@@ -75,15 +83,17 @@ void StartSequence::adopt(const std::string& key, Config::Environment env,
   services_.api->setTransmissionAuthConfig(credentials);
 }
 
-void StartSequence::registerDevice(const Segmentations& segmentations) {
+void StartSequence::registerDevice(Number start, const Segmentations& segmentations) {
   const auto answer = services_.api->registerDevice(storedApiKey_, segmentations);
-  bag_.add(answer.subscribe([this](const Result<APIService::AuthPayload>& identity) {
+  auto listening = answer.subscribe([this, start](const Result<APIService::AuthPayload>& identity) {
+    if (!isCurrent(start)) return;
     if (identity) {
-      registered(*identity);
+      registered(start, *identity);
     } else {
       fail(delegate_, "Auth failed: " + identity.error().description, identity.error());
     }
-  }));
+  });
+  if (isCurrent(start)) bag_.add(std::move(listening));
 }
 
 void StartSequence::watchPermissions() {
@@ -98,49 +108,53 @@ void StartSequence::watchPermissions() {
       }));
 }
 
-void StartSequence::registered(const APIService::AuthPayload& identity) {
+void StartSequence::registered(Number start, const APIService::AuthPayload& identity) {
   logger_.log("Auth OK • deviceID=" + identity.deviceID);
   if (const auto delegate = delegate_.lock()) {
     delegate->didAuthenticate(plugin_, identity.deviceID, identity.orlanID);
   }
-  startServices();
-  monitoring_.setUp();
-
-  LocationTrackingReliability& reliability = *services_.reliability;
-  reliability.loadPendingEvents();
-  reliability.loadFailedEvents();
-  reliability.processPendingEvents();
-}
-
-void StartSequence::startServices() {
-  const auto manager = phone_.locations.makeManager("host");
-  const bool inFront = phone_.application.state() == ApplicationState::active;
-  logger_.breadcrumb(inFront ? "📱 Initial app state check: FOREGROUND"
-                             : "📱 Initial app state check: BACKGROUND");
-  if (inFront) {
-    services_.backgroundMonitor->pauseMonitoring();
-    logger_.breadcrumb("📱 Pre-paused BG monitor (app in foreground)");
-  } else {
-    // After an earlier start it may still run: nobody heard signals while this start was under way.
-    ForegroundGeofenceMonitor* const foreground = services_.foregroundMonitor.ifBuilt();
-    if (foreground != nullptr && foreground->isRunning()) foreground->stop();
-    services_.backgroundMonitor->resumeMonitoring();
-    logger_.breadcrumb("📱 BG monitor active (app in background)");
+  std::shared_ptr<LocationManager> manager;
+  bool inFront = false;
+  const std::function<void()> steps[] = {
+      [&] {
+        manager = phone_.locations.makeManager("host");
+        inFront = phone_.application.state() == ApplicationState::active;
+        logger_.breadcrumb(inFront ? "📱 Initial app state check: FOREGROUND"
+                                   : "📱 Initial app state check: BACKGROUND");
+        // After an earlier start it may still run: nobody heard signals while this start was under way.
+        ForegroundGeofenceMonitor* const foreground = services_.foregroundMonitor.ifBuilt();
+        if (!inFront && foreground != nullptr && foreground->isRunning()) foreground->stop();
+      },
+      [&] {
+        if (inFront) return services_.backgroundMonitor->pauseMonitoring();
+        services_.backgroundMonitor->resumeMonitoring();
+      },
+      [&] {
+        logger_.breadcrumb(inFront ? "📱 Pre-paused BG monitor (app in foreground)"
+                                   : "📱 BG monitor active (app in background)");
+        logger_.log("I'm here and this is the API key - " + storedApiKey_);
+        services_.geofence->start(storedApiKey_, storedEnv_, manager);
+      },
+      [&] {
+        logger_.breadcrumb(inFront ? "📱 Starting FG monitor (app in foreground)"
+                                   : "📱 Skipping FG monitor start (app in background)");
+        if (inFront) services_.foregroundMonitor->start(manager);
+      },
+      [&] {
+        logger_.breadcrumb("🟢 Calling reportPluginStarted");
+        logger_.breadcrumb("🟢 inside reportPluginStarted");
+        services_.api->createPluginActivity("plugin_started", storedApiKey_, storedEnv_);
+        monitoring_.setUp();
+        LocationTrackingReliability& reliability = *services_.reliability;
+        reliability.loadPendingEvents();
+        reliability.loadFailedEvents();
+        reliability.processPendingEvents();
+      },
+  };
+  for (const auto& step : steps) {
+    if (!isCurrent(start)) return;
+    step();
   }
-
-  logger_.log("I'm here and this is the API key - " + storedApiKey_);
-  services_.geofence->start(storedApiKey_, storedEnv_, manager);
-
-  if (inFront) {
-    logger_.breadcrumb("📱 Starting FG monitor (app in foreground)");
-    services_.foregroundMonitor->start(manager);
-  } else {
-    logger_.breadcrumb("📱 Skipping FG monitor start (app in background)");
-  }
-
-  logger_.breadcrumb("🟢 Calling reportPluginStarted");
-  logger_.breadcrumb("🟢 inside reportPluginStarted");
-  services_.api->createPluginActivity("plugin_started", storedApiKey_, storedEnv_);
 }
 
 void StartSequence::fail(const Delegate& delegate, const std::string& line, const Error& error) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,7 +14,9 @@
 namespace orlan {
 
 /// Brings the library up: credentials, registration, then the services that suit the application's state.
-/// Main thread. A later start replaces an earlier one, whether that has ended or not.
+/// Main thread. A later start replaces an earlier one, whether that has ended or not: a host may start anew
+/// or end the library from inside whatever a start calls, and nothing further of the start that was under way
+/// happens then.
 class StartSequence {
  public:
   using Delegate = OrlanPlugin::Delegate;
@@ -37,10 +40,12 @@ class StartSequence {
   [[nodiscard]] std::optional<TransmissionAppCredentials> fromPropertyList() const;
   void adopt(const std::string& key, Config::Environment env,
              const std::optional<TransmissionAppCredentials>& credentials);
-  void registerDevice(const Segmentations& segmentations);
+  using Number = std::uint64_t;
+
+  void registerDevice(Number start, const Segmentations& segmentations);
   void watchPermissions();
-  void registered(const APIService::AuthPayload& identity);
-  void startServices();
+  void registered(Number start, const APIService::AuthPayload& identity);
+  [[nodiscard]] bool isCurrent(Number start) const;
   void fail(const Delegate& delegate, const std::string& line, const Error& error);
 
   OrlanPlugin& plugin_;
@@ -49,6 +54,7 @@ class StartSequence {
   AppStateMonitoring& monitoring_;
   Logger& logger_;
 
+  Number latest_ = 0;
   std::string storedApiKey_;
   Config::Environment storedEnv_ = Config::Environment::staging;
   std::optional<TransmissionAppCredentials> pendingTransmissionAuthOverride_;

@@ -158,9 +158,9 @@ TEST(RequestLayer, DeliversOnTheMainThreadAndNotOnceItIsGone) {
   auto requests = std::make_unique<RequestLayer>(http, phone.platform().main);
   for (const bool gone : {false, true}) {
     int heard = 0;
-    auto [answer, resolve] = Single<int>::pending();
-    const auto subscription = answer.subscribe([&](const auto&) { ++heard; });
-    requests->deliver<int>(resolve, 7);
+    const auto subscription =
+        requests->ask<int>({}, [](const auto&) { return 7; }).subscribe([&](const auto&) { ++heard; });
+    http.flush();
     EXPECT_EQ(heard, 0);
     if (gone) requests.reset();
     world.settle();

@@ -236,7 +236,7 @@ TEST(Registration, SurvivesARelaunchAndStartsAfreshAfterAChangeOfKey) {
   bed.relaunch();
   (void)bed.api->registerDevice("K", {});
   EXPECT_EQ(bed.tape.requests.size(), 1u);
-  resetCredentialsIfKeyChanged(bed.phone.store(), bed.logger, "K2");
+  bed.api->resetCredentialsIfKeyChanged("K2");
   (void)bed.api->registerDevice("K2", {});
   EXPECT_EQ(bed.tape.requests.size(), 2u);
 }
@@ -281,7 +281,7 @@ TEST(CredentialReset, RemovesTheIdentityOfAnotherKeyAndNothingElse) {
     sim::PhoneSettings settings;
     settings.store = store;
     Bed bed(std::move(settings));
-    resetCredentialsIfKeyChanged(bed.phone.store(), bed.logger, newKey);
+    bed.api->resetCredentialsIfKeyChanged(newKey);
     EXPECT_EQ(bed.tape.take(), expected) << name;
     EXPECT_EQ(bed.phone.store().contents().size(), expected.empty() ? store.size() : 3u) << name;
   }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "orlan/backend/TokenSync.hpp"
+#include "orlan/backend/calls.hpp"
 
 namespace orlan {
 namespace {
@@ -28,7 +28,7 @@ TEST(TokenToSync, SendsWhatTheBackendHasNotSeen) {
         {"same token", "old", "old", false, std::nullopt},
         {"same token, forced", "old", "old", true, "old"},
         {"first token, forced", "new", std::nullopt, true, "new"}}) {
-    EXPECT_EQ(tokenToSync(current, lastSynced, force), expected) << name;
+    EXPECT_EQ(calls::tokenToSync(current, lastSynced, force), expected) << name;
   }
 }
 

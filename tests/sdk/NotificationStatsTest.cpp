@@ -10,9 +10,9 @@ using namespace std::chrono_literals;
 
 TEST(NotificationStats, CountsByMonitorAndByActivation) {
   NotificationStats stats;
-  stats.recordForeground("ON_ENTER");
-  stats.recordBackground("ON_EXIT");
-  stats.recordForeground("on_enter");
+  stats.record(&NotificationStats::fgNotifications, "ON_ENTER");
+  stats.record(&NotificationStats::bgNotifications, "ON_EXIT");
+  stats.record(&NotificationStats::fgNotifications, "on_enter");
   EXPECT_EQ(stats, (NotificationStats{.fgNotifications = 2,
                                       .bgNotifications = 1,
                                       .totalNotifications = 3,
@@ -24,7 +24,7 @@ TEST(NotificationStats, CountsByMonitorAndByActivation) {
 
 TEST(NotificationStats, TheSummaryCountsWholeMinutes) {
   NotificationStats stats;
-  stats.recordBackground("ON_EXIT");
+  stats.record(&NotificationStats::bgNotifications, "ON_EXIT");
   struct Row {
     Duration elapsed;
     const char* minutes;
@@ -39,7 +39,7 @@ TEST(NotificationStats, TheSummaryCountsWholeMinutes) {
 
 TEST(NotificationStats, TheRecordForTheBackendHasSevenEntries) {
   NotificationStats stats;
-  stats.recordForeground("ON_ENTER");
+  stats.record(&NotificationStats::fgNotifications, "ON_ENTER");
   EXPECT_EQ(json::print(stats.telemetry(3, 12'340ms)),
             R"({"total_notifications":1,"fg_notifications":1,"bg_notifications":0,"entry_notifications":1,)"
             R"("exit_notifications":0,"app_transitions":3,"session_duration":12.34})");

@@ -20,6 +20,7 @@ class NotificationBridge final : public NotificationCenterDelegate,
  public:
   explicit NotificationBridge(MainLoop& main) : main_(main) {}
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static NotificationBridge& shared();
 
   /// Held weakly.

@@ -101,21 +101,23 @@ void NotificationManager::willPresent(const NotificationRequest& request,
   using namespace notificationOptions;
   const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 willPresent notification - identifier: " + request.identifier);
-  receive(request.content, "willPresent");
+  logNotificationDiagnostics(request.content, "willPresent");
+  handle(request.content);
   completion(banner | sound | badge);
 }
 
 void NotificationManager::didReceive(const NotificationResponse& response, std::function<void()> completion) {
   const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 didReceive notification response - identifier: " + response.request.identifier);
-  receive(response.request.content, "didReceive");
+  logNotificationDiagnostics(response.request.content, "didReceive");
+  handle(response.request.content);
   completion();
 }
 
-void NotificationManager::receive(const NotificationContent& content, std::string_view context) {
+void NotificationManager::logNotificationDiagnostics(const NotificationContent& content,
+                                                     std::string_view context) {
   const auto blocks = diagnostics::received(content, context);
   logger_.breadcrumbs(std::vector<std::string_view>(blocks.begin(), blocks.end()));
-  handle(content);
 }
 
 void NotificationManager::handle(const NotificationContent& content) {

@@ -28,6 +28,7 @@ class NotificationManager final : public NotificationCenterDelegate,
   NotificationManager(const Platform& phone, Logger& logger, Lazy<APIService>& api,
                       CampaignSource& campaigns);
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static NotificationManager& shared();
 
   /// The record published last, unless somebody set another or cleared it.
@@ -65,7 +66,7 @@ class NotificationManager final : public NotificationCenterDelegate,
   [[nodiscard]] std::string_view name() const override { return "NotificationManager"; }
 
  private:
-  void receive(const NotificationContent& content, std::string_view context);
+  void logNotificationDiagnostics(const NotificationContent& content, std::string_view context);
   void handle(const NotificationContent& content);
   [[nodiscard]] OrlanNotificationDetails detailsOf(const NotificationContent& content);
   void publish(const OrlanNotificationDetails& details);

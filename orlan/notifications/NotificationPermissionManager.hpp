@@ -26,6 +26,7 @@ class NotificationPermissionManager final
   /// `manager` is first used when something is presented or tapped. Everything given outlives it.
   NotificationPermissionManager(const Platform& phone, Logger& logger, Lazy<NotificationManager>& manager);
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static NotificationPermissionManager& shared();
 
   /// The latest known status; `notDetermined` until the first answer. Subscribers must not count on the

@@ -8,6 +8,7 @@ namespace orlan {
 class OrlanNotificationDelegate {
  public:
   virtual ~OrlanNotificationDelegate() = default;
+  /// Called once for each tap, before the notification centre is told that it has been dealt with.
   virtual void orlanDidReceive(const NotificationResponse& response) = 0;
 };
 

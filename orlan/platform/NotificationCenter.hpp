@@ -16,6 +16,7 @@
 
 namespace orlan {
 
+/// Whether the person lets the application notify, with the raw values that phones use.
 enum class NotificationAuthorization { notDetermined, denied, authorized, provisional, ephemeral };
 
 template <>
@@ -35,6 +36,7 @@ inline constexpr std::uint32_t alert = 4;
 inline constexpr std::uint32_t banner = 16;
 }  // namespace notificationOptions
 
+/// What a notification shows and carries.
 struct NotificationContent {
   std::string title;
   std::string body;
@@ -52,12 +54,14 @@ struct NotificationContent {
   std::size_t attachments = 0;
 };
 
+/// A notification on its way. Of two with the same identifier the later one replaces the earlier.
 struct NotificationRequest {
   std::string identifier;
   NotificationContent content;
   Duration delay{};  // from scheduling to delivery; once
 };
 
+/// What a person did with a notification: tapped it, or chose one of its actions.
 struct NotificationResponse {
   NotificationRequest request;
   std::string actionIdentifier = "default";

@@ -126,15 +126,21 @@ TEST(Questions, OfTheCampaignsBelongToTheFirstNotificationWithTheIdentifier) {
 }
 
 TEST(Questions, OfACampaignBecomeSurveyQuestions) {
-  const std::vector<CampaignData::Question> questions{
-      {1, "None", "NUMBER", 4, std::nullopt},
-      {2, "Empty", "single_choice", 5, std::vector<CampaignData::Choice>{}},
-      {3, "Some", "SINGLE_CHOICE", 6, {{{7, "Yes", 8}, {}}}}};
+  CampaignData data;
+  data.campaignsArray = {
+      {{"First", 10},
+       {},
+       {withQuestions(42, {{{1, "None", "NUMBER", 4, std::nullopt},
+                            {2, "Empty", "single_choice", 5, std::vector<CampaignData::Choice>{}},
+                            {3, "Some", "SINGLE_CHOICE", 6, {{{7, "Yes", 8}, {}}}}}})}}};
+  FloorHost host;
+  Campaigns source;
+  source.data = std::make_shared<CampaignData>(std::move(data));
   const std::vector<SurveyQuestion> expected{
       {1, "None", QuestionType::number, false, 4, std::nullopt},
       {2, "Empty", std::nullopt, false, 5, std::vector<SurveyChoice>{}},
       {3, "Some", QuestionType::singleChoice, true, 6, {{{7, "Yes", 8}, {0, "", 0}}}}};
-  EXPECT_EQ(questions::fromCampaign(questions), expected);
+  EXPECT_EQ(QuestionLookup(host.logger, source).find({}, 42), expected);
 }
 
 }  // namespace

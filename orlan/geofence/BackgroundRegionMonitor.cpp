@@ -17,9 +17,9 @@ struct BackgroundRegionMonitor::Parts final : LocationManagerDelegate {
   Parts(MainLoop& mainLoop, LocationService& locations, const ReactionServices& services)
       : main(mainLoop),
         logger(services.logger),
-        manager(locations.makeManager("background")),
-        exitDetection(mainLoop, *manager, services.logger),
-        regions(*manager, exitDetection, services.logger),
+        lm(locations.makeManager("background")),
+        exitDetection(mainLoop, *lm, services.logger),
+        regions(*lm, exitDetection, services.logger),
         reactions(mainLoop, services, ReactionStyle::background) {}
 
   void didEnterRegion(LocationManager& from, const CircularRegion& region) override;
@@ -27,7 +27,7 @@ struct BackgroundRegionMonitor::Parts final : LocationManagerDelegate {
 
   MainLoop& main;
   Logger& logger;
-  const std::shared_ptr<LocationManager> manager;
+  const std::shared_ptr<LocationManager> lm;
   ExitDetection exitDetection;
   WatchedRegions regions;
   CampaignReactions reactions;

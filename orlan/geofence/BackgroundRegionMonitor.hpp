@@ -15,11 +15,14 @@
 
 namespace orlan {
 
-/// Hears the entries and exits to which the background monitor reacts. Main thread.
+/// Hears the entries and exits to which the background monitor reacts, before anything is posted. A host
+/// overrides what it wants. Main thread.
 class BackgroundGeofenceDelegate {
  public:
   virtual ~BackgroundGeofenceDelegate() = default;
+  /// The operating system saw the phone enter the area of this campaign at this location.
   virtual void didEnterRegion(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+  /// It saw it leave; only after an entry.
   virtual void didExitRegion(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
 };
 
@@ -30,12 +33,14 @@ class BackgroundRegionMonitor : public PolygonSink {
   BackgroundRegionMonitor(MainLoop& main, LocationService& locations, const ReactionServices& services);
   ~BackgroundRegionMonitor() override;
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static BackgroundRegionMonitor& shared();
 
   /// Held weakly; null when nobody is set or is there any more.
   [[nodiscard]] std::shared_ptr<BackgroundGeofenceDelegate> delegate() const;
   void setDelegate(std::weak_ptr<BackgroundGeofenceDelegate> delegate);
 
+  /// Every entry and every exit that is reacted to, just after the delegate has heard of it.
   [[nodiscard]] Publisher<Crossing>& enterPublisher();
   [[nodiscard]] Publisher<Crossing>& exitPublisher();
 

@@ -17,9 +17,8 @@
 namespace orlan {
 
 /// What happens when somebody enters or leaves a campaign's area, the same for both monitors. Each monitor
-/// has its own, with its own times; only the persisted cooldown is common. Main thread. The campaign must
-/// stay alive during a call: delegates and subscribers may do anything with the monitor meanwhile but destroy
-/// it.
+/// has its own, with its own times; only the persisted cooldown is common. Main thread, inside a turn. The
+/// campaign must stay alive during a call: delegates and subscribers may do anything with the monitor.
 class CampaignReactions {
  public:
   CampaignReactions(MainLoop& main, const ReactionServices& services, const ReactionStyle& style);

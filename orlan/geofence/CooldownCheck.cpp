@@ -47,13 +47,12 @@ bool CooldownCheck::allowsExit(std::int64_t campaignId) {
       store_.setAppStartTime(appStartTime_);
       logger_.breadcrumb(fmt::format(
           "{}Skipping ON_EXIT notification for campaign {} - cooldown active ({}s < {}s)", marker_,
-          campaignId, wholeSeconds(decision.elapsed), wholeSeconds(ExitCooldown::period)));
+          campaignId, wholeSeconds(decision.elapsed), wholeSeconds(ExitCooldown::notificationCooldown)));
       return false;
     case ExitCooldown::Verdict::allowed:
       break;
   }
   store_.setAppStartTime(appStartTime_);
-  lastNotificationTime_[campaignId] = now;
   store_.setLastNotification(campaignId, activations::onExit, now);
   logger_.breadcrumb(
       fmt::format("{}Allowing ON_EXIT notification for campaign {} - cooldown passed", marker_, campaignId));
@@ -61,7 +60,6 @@ bool CooldownCheck::allowsExit(std::int64_t campaignId) {
 }
 
 void CooldownCheck::clear() {
-  lastNotificationTime_.clear();
   store_.clear();
   logger_.breadcrumb(fmt::format("{}Cleared all notification cooldowns", marker_));
 }

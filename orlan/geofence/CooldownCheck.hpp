@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 
 #include "orlan/base/Time.hpp"
 #include "orlan/geofence/CooldownStore.hpp"
@@ -11,7 +10,8 @@
 
 namespace orlan {
 
-/// One monitor's check of the exit cooldown. Its start time is its construction. Main thread.
+/// One monitor's check of the exit cooldown. Its start time is its construction. What was announced when is
+/// only in the store: nothing else is decided by it. Main thread.
 class CooldownCheck {
  public:
   /// `marker` opens each log line: "🔔 " or "🔔 BG ".
@@ -23,12 +23,6 @@ class CooldownCheck {
   /// Forgets what was announced, for both monitors.
   void clear();
 
-  /// When this monitor last found the cooldown over, by campaign. For whoever looks; nothing is decided by
-  /// it.
-  [[nodiscard]] const std::unordered_map<std::int64_t, TimePoint>& lastNotificationTime() const {
-    return lastNotificationTime_;
-  }
-
  private:
   bool allowsExit(std::int64_t campaignId);
 
@@ -37,7 +31,6 @@ class CooldownCheck {
   CooldownStore store_;
   const std::string_view marker_;
   const TimePoint appStartTime_;
-  std::unordered_map<std::int64_t, TimePoint> lastNotificationTime_;
 };
 
 }  // namespace orlan

@@ -8,9 +8,9 @@ void ExitDetection::start() {
     return;
   }
   logger_.breadcrumb("🔄 Starting location updates to force exit detection (iOS batching workaround)");
-  manager_.setDesiredAccuracy(accuracyHundredMeters);
-  manager_.setDistanceFilter(50.0);
-  manager_.startUpdatingLocation();
+  lm_.setDesiredAccuracy(accuracyHundredMeters);
+  lm_.setDistanceFilter(50.0);
+  lm_.startUpdatingLocation();
   isRequestingLocationUpdates_ = true;
   main_.async([this, alive = lifetime_.token()] {
     if (alive) exitCheckTimer_ = main_.after(longest, [this] { stop(); });
@@ -20,7 +20,7 @@ void ExitDetection::start() {
 void ExitDetection::stop() {
   if (!isRequestingLocationUpdates_) return;
   logger_.breadcrumb("🛑 Stopping location updates (exit detection complete)");
-  manager_.stopUpdatingLocation();
+  lm_.stopUpdatingLocation();
   isRequestingLocationUpdates_ = false;
   main_.async([this, alive = lifetime_.token()] {
     if (alive) exitCheckTimer_.cancel();

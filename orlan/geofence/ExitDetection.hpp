@@ -11,13 +11,14 @@
 namespace orlan {
 
 /// Keeps location updates running for a while after an entry, because an operating system that is not asked
-/// where the phone is holds region exits back. Nobody looks at the fixes. Main thread.
+/// where the phone is holds region exits back. Nobody looks at the fixes. An object of its own, since
+/// crossings and set-ups both start and stop it. Main thread.
 class ExitDetection {
  public:
   static constexpr Duration longest = std::chrono::seconds(600);
 
   ExitDetection(MainLoop& main, LocationManager& manager, Logger& logger)
-      : main_(main), manager_(manager), logger_(logger) {}
+      : main_(main), lm_(manager), logger_(logger) {}
 
   /// Starts the updates; they end by themselves after `longest`. What runs already is neither restarted nor
   /// prolonged.
@@ -27,7 +28,7 @@ class ExitDetection {
 
  private:
   MainLoop& main_;
-  LocationManager& manager_;
+  LocationManager& lm_;
   Logger& logger_;
   bool isRequestingLocationUpdates_ = false;
   Subscription exitCheckTimer_;  // set and cleared on turns of their own

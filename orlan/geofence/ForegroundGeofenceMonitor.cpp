@@ -103,7 +103,7 @@ void ForegroundGeofenceMonitor::Parts::didUpdateLocations(LocationManager&, std:
 void ForegroundGeofenceMonitor::Parts::take(const Location& fix) {
   LocationTrackingReliability& detection = *reliability;
   detection.updateLocation(fix);
-  if (const auto line = hops.take(fix)) services.logger.log(*line);
+  if (const auto line = hops.logHop(fix)) services.logger.log(*line);
   const auto results = detection.detectGeofences(fix, tracked.set());
   std::unordered_set<std::int64_t> inside;
   for (const auto& result : results) {

@@ -16,11 +16,14 @@
 
 namespace orlan {
 
-/// Hears entries and exits that the foreground monitor recognised. Main thread.
+/// Hears entries and exits that the foreground monitor recognised, before anything is posted. A host
+/// overrides what it wants. Main thread.
 class ForegroundGeofenceDelegate {
  public:
   virtual ~ForegroundGeofenceDelegate() = default;
+  /// A fix is inside the area of this campaign at this location; the one before was not.
   virtual void didEnterCampaign(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
+  /// A fix is outside; the one before was inside.
   virtual void didExitCampaign(std::int64_t /*campaignID*/, std::int64_t /*locationID*/) {}
 };
 
@@ -31,12 +34,14 @@ class ForegroundGeofenceMonitor : public PolygonSink {
                             Lazy<LocationTrackingReliability>& reliability);
   ~ForegroundGeofenceMonitor() override;
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static ForegroundGeofenceMonitor& shared();
 
   /// Held weakly; null when nobody is set or is there any more.
   [[nodiscard]] std::shared_ptr<ForegroundGeofenceDelegate> delegate() const;
   void setDelegate(std::weak_ptr<ForegroundGeofenceDelegate> delegate);
 
+  /// Every entry and every exit, just after the delegate has heard of it.
   [[nodiscard]] Publisher<Crossing>& enterPublisher();
   [[nodiscard]] Publisher<Crossing>& exitPublisher();
 

@@ -4,11 +4,10 @@
 
 #include <utility>
 
+#include "orlan/base/Lifetime.hpp"
 #include "orlan/campaigns/CampaignPolygons.hpp"
-#include "orlan/campaigns/GeofenceResponse.hpp"
 #include "orlan/geofence/CampaignFetch.hpp"
 #include "orlan/geofence/GeofenceRequest.hpp"
-#include "orlan/geofence/LocationFeed.hpp"
 #include "orlan/geofence/PushDispatch.hpp"
 #include "orlan/geofence/RefreshPolicy.hpp"
 
@@ -18,11 +17,9 @@ struct GeofenceService::Parts {
   Parts(const Platform& platform, const Neighbours& others)
       : phone(platform),
         neighbours(others),
-        cache(platform.files),
-        fetcher(platform.main, platform.http, cache, others.logger),
+        fetcher(platform.main, platform.http, platform.files, others.logger),
         push(platform, others.logger, others.api) {}
 
-  void loadCache();
   void fetch(const std::string& apiKey, std::string_view reason);
   void request(const std::string& apiKey, const Location& fix, std::string_view reason);
   void finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason);
@@ -50,30 +47,24 @@ struct GeofenceService::Parts {
   std::optional<Location> lastFetchLocation;
   bool isFetchInFlight = false;  // from the request to the end of what its answer sets off
 
-  CampaignCache cache;
   CampaignFetch fetcher;
   PushDispatch push;
-  std::unique_ptr<LocationFeed> fixes;
-  Subscription timer;
+  Subscription locationUpdateCancellable;
+  Subscription timerCancellable;
   SubscriptionBag appStateObservers;
+  Lifetime lifetime;
 };
 
 GeofenceService::GeofenceService(const Platform& phone, const Neighbours& neighbours)
     : parts_(std::make_unique<Parts>(phone, neighbours)) {
   const Turn turn = phone.main.enter();
-  parts_->loadCache();
+  const auto cached = parts_->fetcher.cached();
+  if (!cached) return;
+  parts_->setCurrent(cached);
+  parts_->setPolygons(campaignPolygons(cached));
 }
 
 GeofenceService::~GeofenceService() = default;
-
-void GeofenceService::Parts::loadCache() {
-  const auto bytes = cache.read();
-  if (!bytes) return;
-  auto response = NewGeofenceResponse::decode(*bytes);
-  if (!response) return;
-  setCurrent(std::make_shared<const CampaignData>(convert(std::move(response).value(), neighbours.logger)));
-  setPolygons(campaignPolygons(current));
-}
 
 void GeofenceService::start(const std::string& apiKey, Config::Environment env,
                             std::shared_ptr<LocationManager> locationManager) {
@@ -84,9 +75,14 @@ void GeofenceService::start(const std::string& apiKey, Config::Environment env,
   parts.storedLocationManager = std::move(locationManager);
   parts.lastKnownLocation =
       parts.storedLocationManager ? parts.storedLocationManager->location() : std::nullopt;
-  parts.fixes.reset();
-  parts.fixes = std::make_unique<LocationFeed>(parts.phone.main, parts.neighbours.locations,
-                                               [&parts](const Location& fix) { parts.takeFix(fix); });
+  parts.locationUpdateCancellable =
+      parts.neighbours.locations.subscribe([&parts](const std::optional<Location>& fix) {
+        if (!fix) return;
+        // On a turn of its own: the current one comes inside this call, and waits for the fetch of the start.
+        parts.phone.main.async([&parts, alive = parts.lifetime.token(), fix = *fix] {
+          if (alive) parts.takeFix(fix);
+        });
+      });
   parts.fetch(apiKey, "start");
   parts.restartTimer();
   parts.observeApplication();
@@ -164,10 +160,10 @@ void GeofenceService::Parts::setPolygons(const std::vector<CampaignPolygon>& lis
 }
 
 void GeofenceService::Parts::restartTimer() {
-  timer = {};
+  timerCancellable = {};
   if (storedApiKey.empty()) return;
-  timer = phone.main.every(refreshPolicy::timerInterval(phone.application.state()),
-                           [this, apiKey = storedApiKey] { fetch(apiKey, "timer"); });
+  timerCancellable = phone.main.every(refreshPolicy::timerInterval(phone.application.state()),
+                                      [this, apiKey = storedApiKey] { fetch(apiKey, "timer"); });
 }
 
 void GeofenceService::Parts::observeApplication() {

@@ -34,6 +34,7 @@ class GeofenceService : public CampaignSource {
   GeofenceService(const Platform& phone, const Neighbours& neighbours);
   ~GeofenceService() override;
 
+  /// The installed library's, made at first use; lives until the library is uninstalled. Main thread.
   static GeofenceService& shared();
 
   /// Starts or restarts: one fetch at once, the timer, the background refresh.

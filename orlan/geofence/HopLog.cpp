@@ -6,7 +6,7 @@
 
 namespace orlan {
 
-std::optional<std::string> HopLog::take(const Location& fix) {
+std::optional<std::string> HopLog::logHop(const Location& fix) {
   if (!lastLoggedLoc_) {
     lastLoggedLoc_ = fix;
     return std::nullopt;

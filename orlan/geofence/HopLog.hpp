@@ -17,11 +17,10 @@ class HopLog {
 
   /// Takes the next fix; every hundredth hop gives a line for the log. The first fix only sets the start. A
   /// distance that cannot be measured counts as a hop, so that a fix without a place does not stay the start.
-  [[nodiscard]] std::optional<std::string> take(const Location& fix);
+  [[nodiscard]] std::optional<std::string> logHop(const Location& fix);
 
   /// The fix with which the last hop ended.
   [[nodiscard]] const std::optional<Location>& lastLoggedLoc() const { return lastLoggedLoc_; }
-  [[nodiscard]] std::int64_t hopCounter() const { return hopCounter_; }
 
  private:
   std::optional<Location> lastLoggedLoc_;

@@ -24,13 +24,13 @@ bool isPush(const CampaignData::Notification& notification) {
 }
 
 std::string deliveryKey(std::int64_t campaignId, const CampaignData::Notification& notification) {
-  return fmt::format("{}.{}.{}.{}.{}", keyPrefix, campaignId, notification.id,
+  return fmt::format("{}.{}.{}.{}.{}", pushDeliveryKeyPrefix, campaignId, notification.id,
                      text::trimmed(notification.start), text::trimmed(notification.end));
 }
 
 bool isRecent(std::optional<double> last, TimePoint now) {
   if (!last || !(*last > 0.0)) return false;
-  return elapsed(fromSecondsSince1970(*last), now) < cooldown;
+  return elapsed(fromSecondsSince1970(*last), now) < pushDeliveryCooldown;
 }
 
 std::string requestIdentifier(std::string_view deliveryKey) {

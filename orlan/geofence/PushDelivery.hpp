@@ -11,8 +11,8 @@
 /// When a pushed notification has been delivered, decided from values alone.
 namespace orlan::pushDelivery {
 
-inline constexpr std::string_view keyPrefix = "Orlan.PushDeliveredAt.v1";
-inline constexpr Duration cooldown = std::chrono::hours(24);
+inline constexpr std::string_view pushDeliveryKeyPrefix = "Orlan.PushDeliveredAt.v1";
+inline constexpr Duration pushDeliveryCooldown = std::chrono::hours(24);
 
 /// Whether the notification is one to be pushed: activation "PUSH" in any case.
 [[nodiscard]] bool isPush(const CampaignData::Notification& notification);

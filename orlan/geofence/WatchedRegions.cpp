@@ -30,7 +30,7 @@ void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
 
   const std::uint64_t round = ++round_;
   const auto preserved = campaignsInside();
-  for (const auto& region : manager_.monitoredRegions()) manager_.stopMonitoring(region.identifier);
+  for (const auto& region : lm_.monitoredRegions()) lm_.stopMonitoring(region.identifier);
   idMap_.clear();
   circles_.clear();
   circlesSubject_.send(circles_);
@@ -53,7 +53,7 @@ void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
 
 std::vector<std::int64_t> WatchedRegions::campaignsInside() {
   std::vector<std::int64_t> campaigns;
-  for (const auto& identifier : inside_) {
+  for (const auto& identifier : regionsCurrentlyInside_) {
     if (const auto id = regionIdentifier::campaignId(identifier)) campaigns.push_back(*id);
   }
   if (!campaigns.empty()) {
@@ -65,7 +65,7 @@ std::vector<std::int64_t> WatchedRegions::campaignsInside() {
 std::vector<CampaignPolygon> WatchedRegions::chosen(const std::vector<CampaignPolygon>& polygons) {
   if (polygons.size() <= mostRegions) return polygons;
   auto ordered = polygons;
-  if (const auto position = manager_.location()) {
+  if (const auto position = lm_.location()) {
     logger_.breadcrumb("🧲 BG-Monitor: selecting nearest campaigns for 20-slot iOS region cap");
     ordered = regionSelection::sortedByProximity(polygons, position->coordinate);
   } else {
@@ -87,10 +87,10 @@ bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std
 
   const std::int64_t campaignId = polygon.campaign->campaign.campaignId;
   const auto identifier = regionIdentifier::of(campaignId, polygon.campaign->location.locationId);
-  manager_.startMonitoring({identifier, *circle});
+  lm_.startMonitoring({identifier, *circle});
   idMap_.insert_or_assign(identifier, polygon.campaign);
   if (std::find(preserved.begin(), preserved.end(), campaignId) != preserved.end()) {
-    inside_.insert(identifier);
+    regionsCurrentlyInside_.insert(identifier);
     logger_.breadcrumb(fmt::format("🔄 Restored inside state for camp {}", campaignId));
   }
   return true;
@@ -98,20 +98,22 @@ bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std
 
 void WatchedRegions::conclude(std::size_t offered, std::size_t registered,
                               const std::weak_ptr<LocationManagerDelegate>& delegate) {
-  std::erase_if(inside_, [this](const auto& identifier) { return !idMap_.contains(identifier); });
-  if (inside_.empty()) {
+  std::erase_if(regionsCurrentlyInside_,
+                [this](const auto& identifier) { return !idMap_.contains(identifier); });
+  if (regionsCurrentlyInside_.empty()) {
     exitDetection_.stop();  // kept so far, but who was inside is inside nothing that is watched
   } else if (!exitDetection_.isRunning()) {
-    logger_.breadcrumb(fmt::format("🔄 Restarting location updates (user inside {} regions)", inside_.size()));
+    logger_.breadcrumb(fmt::format("🔄 Restarting location updates (user inside {} regions)",
+                                   regionsCurrentlyInside_.size()));
     exitDetection_.start();
   }
   if (offered > mostRegions) {
     logger_.breadcrumb(
         fmt::format("⚠️  {} campaigns available, monitoring 20 only ({}, iOS platform limit)", offered,
-                    manager_.location() ? "nearest-first" : "default order"));
+                    lm_.location() ? "nearest-first" : "default order"));
   }
-  manager_.setDelegate(delegate);
-  manager_.setAllowsBackgroundUpdates(true);
+  lm_.setDelegate(delegate);
+  lm_.setAllowsBackgroundUpdates(true);
   logger_.breadcrumb(fmt::format("🧲 BG-Monitor tracking {} circular regions", registered));
 }
 

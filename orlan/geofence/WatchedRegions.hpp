@@ -20,7 +20,7 @@ namespace orlan {
 class WatchedRegions {
  public:
   WatchedRegions(LocationManager& manager, ExitDetection& exitDetection, Logger& logger)
-      : manager_(manager), exitDetection_(exitDetection), logger_(logger) {}
+      : lm_(manager), exitDetection_(exitDetection), logger_(logger) {}
 
   /// Watches the nearest 20 of these in the place of all regions of the application, unless their campaigns
   /// are those of last time. Who is inside a campaign that stays among them stays inside. From the first time
@@ -31,10 +31,12 @@ class WatchedRegions {
   /// The campaign of a watched region, or null.
   [[nodiscard]] const SharedCampaign* find(const std::string& identifier) const;
 
-  [[nodiscard]] bool isInside(const std::string& identifier) const { return inside_.contains(identifier); }
-  [[nodiscard]] bool isInsideAny() const { return !inside_.empty(); }
-  void enter(const std::string& identifier) { inside_.insert(identifier); }
-  void leave(const std::string& identifier) { inside_.erase(identifier); }
+  [[nodiscard]] bool isInside(const std::string& identifier) const {
+    return regionsCurrentlyInside_.contains(identifier);
+  }
+  [[nodiscard]] bool isInsideAny() const { return !regionsCurrentlyInside_.empty(); }
+  void enter(const std::string& identifier) { regionsCurrentlyInside_.insert(identifier); }
+  void leave(const std::string& identifier) { regionsCurrentlyInside_.erase(identifier); }
 
   /// As they are watched, in the order of registration; grows circle by circle during an update.
   [[nodiscard]] Publisher<std::vector<Circle>>& circlesPublisher() { return circlesSubject_; }
@@ -48,13 +50,13 @@ class WatchedRegions {
   void conclude(std::size_t offered, std::size_t registered,
                 const std::weak_ptr<LocationManagerDelegate>& delegate);
 
-  LocationManager& manager_;
+  LocationManager& lm_;
   ExitDetection& exitDetection_;
   Logger& logger_;
   std::vector<Circle> circles_;
   CurrentValue<std::vector<Circle>> circlesSubject_;
   std::unordered_map<std::string, SharedCampaign> idMap_;
-  std::set<std::string> inside_;  // of what is watched no more only once an update is through
+  std::set<std::string> regionsCurrentlyInside_;  // of what is watched no more only once an update is through
   CampaignIds lastCampaignIds_;
   std::uint64_t round_ = 0;  // a subscriber of the circles may begin a new one in the middle of an update
 };

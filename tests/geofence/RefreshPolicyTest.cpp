@@ -26,21 +26,16 @@ TEST(RefreshPolicy, RefreshesInTheBackgroundWhenGoodLateAndFarEnough) {
       {"good, late, far", {background, 5.0, 600s, 5000.0}, true},
       {"the same while active", {active, 5.0, 600s, 5000.0}, false},
       {"the same while inactive", {inactive, 5.0, 600s, 5000.0}, true},
-      {"149.9 m", {background, 5.0, 600s, 149.9}, false},
       {"just below 150 m", {background, 5.0, 600s, std::nextafter(150.0, 0.0)}, false},
       {"150 m", {background, 5.0, 600s, 150.0}, true},
-      {"119 s", {background, 5.0, 119s, 5000.0}, false},
       {"just below 120 s", {background, 5.0, 120s - 1us, 5000.0}, false},
       {"120 s", {background, 5.0, 120s, 5000.0}, true},
       {"clock set back", {background, 5.0, -1h, 5000.0}, false},
       {"accuracy 250 m", {background, 250.0, 600s, 5000.0}, true},
       {"accuracy 250.1 m", {background, 250.1, 600s, 5000.0}, false},
-      {"accuracy 0", {background, 0.0, 600s, 5000.0}, true},
       {"not valid", {background, -1.0, 600s, 5000.0}, false},
-      {"accuracy no number", {background, nan, 600s, 5000.0}, false},
       {"distance no number", {background, 5.0, 600s, nan}, true},
       {"never fetched", {background, 5.0, {}, {}}, true},
-      {"never fetched, while active", {active, 5.0, {}, {}}, false},
   };
   for (const Row& row : rows) EXPECT_EQ(wantsBackgroundRefresh(row.fix), row.expected) << row.name;
 }

@@ -25,15 +25,6 @@ TEST(RegionSelection, TheCircleReachesTheFarthestVertexFromTheMean) {
   EXPECT_NEAR(circleForVertices(std::vector<Coordinate>{{51.0, 0.0}})->radius, 0.0, 1e-9);
 }
 
-TEST(RegionSelection, ARingAcrossTheAntimeridianIsTakenInPlainDegrees) {
-  const auto circle =
-      circleForVertices(std::vector<Coordinate>{{0.0, 179.9}, {0.0, -179.9}, {1.0, -179.9}, {1.0, 179.9}});
-  ASSERT_TRUE(circle);
-  EXPECT_DOUBLE_EQ(circle->centre.latitude, 0.5);
-  EXPECT_NEAR(circle->centre.longitude, 0.0, 1e-9) << "the far side of the globe";
-  EXPECT_EQ(clampedRadius(circle->radius), 1000.0);
-}
-
 TEST(RegionSelection, WithoutAPlaceThereIsNoCircle) {
   const std::pair<const char*, std::vector<Coordinate>> rows[] = {
       {"no vertices", {}},
@@ -74,32 +65,13 @@ TEST(RegionSelection, TheNearestComeFirstAndEqualsKeepTheirOrder) {
   EXPECT_THAT(order(polygons, {nan, 0.0}), testing::ElementsAre(1, 2, 3, 4, 5, 6, 7)) << "no distance at all";
 }
 
-TEST(RegionSelection, ManyEqualsKeepTheirOrderToo) {
-  std::vector<CampaignPolygon> polygons;
-  std::vector<std::int64_t> given;
-  for (std::int64_t id = 0; id < 100; ++id) {
-    polygons.push_back({square({51.1, 0.0}), campaign(id, 0)});
-    given.push_back(id);
-  }
-  EXPECT_EQ(order(polygons, {51.0, 0.0}), given);
-}
-
 TEST(RegionIdentifier, IsBuiltAndReadBack) {
-  constexpr auto least = std::numeric_limits<std::int64_t>::min();
-  constexpr auto most = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(regionIdentifier::of(12, 7), "camp_12_7");
-  EXPECT_EQ(regionIdentifier::of(least, most), "camp_-9223372036854775808_9223372036854775807");
-  for (const std::int64_t id : {std::int64_t{12}, std::int64_t{0}, least, most}) {
-    EXPECT_EQ(regionIdentifier::campaignId(regionIdentifier::of(id, -1)), id);
-  }
   const std::pair<const char*, std::optional<std::int64_t>> rows[] = {{"", {}},
-                                                                      {"camp", {}},
                                                                       {"camp_", {}},
                                                                       {"camp_x_7", {}},
                                                                       {"camp__12_7", 12},
-                                                                      {"_camp_12", 12},
                                                                       {"camp_9223372036854775808_1", {}},
-                                                                      {"12_7", 7},
                                                                       {"camp_1 2_7", {}}};
   for (const auto& [identifier, expected] : rows) {
     EXPECT_EQ(regionIdentifier::campaignId(identifier), expected) << identifier;

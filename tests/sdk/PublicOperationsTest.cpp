@@ -223,6 +223,19 @@ TEST(PublicOperations, PermissionsAreAskedForAndStreamed) {
   EXPECT_EQ(host.plugin().pushAuthorizationStatus(), NotificationAuthorization::authorized);
 }
 
+template <class Stream>
+concept Sendable = requires(Stream stream) {
+  stream.send({});
+};
+template <class... Streams>
+constexpr bool readOnly = !(Sendable<Streams> || ...);
+static_assert(readOnly<decltype(LocationPermissionManager::shared().statusPublisher()),
+                       decltype(LocationPermissionManager::shared().lastLocationPublisher()),
+                       decltype(NotificationPermissionManager::shared().statusPublisher()),
+                       decltype(NotificationManager::shared().latestPublisher()),
+                       decltype(BackgroundRegionMonitor::shared().circlesPublisher()),
+                       decltype(GeofenceService::shared().polygonsPublisherPublic())>);
+
 TEST(PublicOperations, RefetchingBelongsToTheGeofenceService) {
   SimulatedHost host;
   host.plugin().refetchGeofence();

@@ -100,12 +100,6 @@ TEST(SurveyFields, ARequestLeavesOutWhatIsAbsent) {
   const SurveyResponseRequest event{"D1", 42, "shown", {}, {}};
   EXPECT_EQ(json::encodeText(event),
             R"({"device_registered_id":"D1","curated_notification_id":42,"activity":"shown"})");
-  const SurveyResponseRequest answers{
-      "D1", 42, "survey_activity", 7, {{{1, "RATING", "4", {}}, {2, "SINGLE_CHOICE", "", {{{11}}}}}}};
-  EXPECT_EQ(json::encodeText(answers),
-            R"({"device_registered_id":"D1","curated_notification_id":42,"activity":"survey_activity",)"
-            R"("location_id":7,"responses":[{"question_id":1,"type":"RATING","value":"4"},)"
-            R"({"question_id":2,"type":"SINGLE_CHOICE","value":"","choice":[{"choice_id":11}]}]})");
 }
 
 }  // namespace

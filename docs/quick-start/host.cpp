@@ -50,7 +50,7 @@ int main(int count, char** arguments) {
   if (const auto installed = Runtime::install(phone.platform(), options); !installed) return 1;
   {
     const auto shown = NotificationManager::shared().publisher().subscribe([](const auto& details) {
-      std::printf("%s\n    %s\n", details.headline.c_str(), details.body.c_str());
+      std::printf("%s\n    %s\n", details.headline().c_str(), details.body().c_str());
     });
     const auto host = std::make_shared<Host>();
     host->onStarted = [&] { phone.player().play(std::move(*track), [&] { phone.stop(); }); };

@@ -11,10 +11,17 @@ namespace orlan {
 
 /// A notification as a plain value, with the media that its payload names. Any thread.
 struct NotificationEnvelope {
-  NotificationEnvelope(std::string withTitle, std::string withBody, json::Object withUserInfo)
-      : title(std::move(withTitle)), body(std::move(withBody)), userInfo(std::move(withUserInfo)) {}
+  /// The `id` comes from the phone with which the library is installed.
+  NotificationEnvelope(std::string withTitle, std::string withBody, json::Object withUserInfo);
 
-  std::string id = randomUuid();
+  NotificationEnvelope(std::string withTitle, std::string withBody, json::Object withUserInfo,
+                       RandomSource& random)
+      : id(randomUuid(random)),
+        title(std::move(withTitle)),
+        body(std::move(withBody)),
+        userInfo(std::move(withUserInfo)) {}
+
+  std::string id;  // a random UUID
   std::string title;
   std::string body;
   json::Object userInfo;

@@ -34,11 +34,12 @@ class OrlanNotificationDetails {
     friend bool operator==(const Content&, const Content&) = default;
   };
 
-  /// Empty texts, no identifiers, nothing else; as every record with an `id` of its own.
+  /// Empty texts, no identifiers, nothing else.
   OrlanNotificationDetails() : OrlanNotificationDetails(Content()) {}
-  explicit OrlanNotificationDetails(Content content) : id_(randomUuid()), content_(std::move(content)) {}
 
-  /// The same with an `id` from the phone's own source.
+  /// The `id` comes from the phone with which the library is installed.
+  explicit OrlanNotificationDetails(Content content);
+
   OrlanNotificationDetails(Content content, RandomSource& random)
       : id_(randomUuid(random)), content_(std::move(content)) {}
 

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <random>
-
 namespace orlan {
 
 std::string randomUuid(RandomSource& random) {
@@ -15,14 +13,6 @@ std::string randomUuid(RandomSource& random) {
   const std::uint64_t low = (random.next() & ~variantMask) | standardVariant;
   return fmt::format("{:08X}-{:04X}-{:04X}-{:04X}-{:012X}", high >> 32U, high >> 16U & 0xFFFFU,
                      high & 0xFFFFU, low >> 48U, low & 0xFFFFFFFFFFFFU);
-}
-
-std::string randomUuid() {
-  struct Machine final : RandomSource {
-    std::random_device device;
-    std::uint64_t next() override { return std::uint64_t{device()} << 32U | device(); }
-  } machine;
-  return randomUuid(machine);
 }
 
 }  // namespace orlan

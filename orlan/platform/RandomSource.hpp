@@ -15,7 +15,4 @@ class RandomSource {
 /// A random (version 4) UUID in its standard 36-character upper-case form. Takes two numbers.
 [[nodiscard]] std::string randomUuid(RandomSource& random);
 
-/// The same from the machine's own randomness, for what a host makes where no phone is at hand. Any thread.
-[[nodiscard]] std::string randomUuid();
-
 }  // namespace orlan

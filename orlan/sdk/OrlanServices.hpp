@@ -16,10 +16,11 @@ namespace orlan {
 
 class OrlanPlugin;
 
-/// One slot a service, each built at its first use. The logger alone is always there: it opens its file at
-/// its own first use.
+/// One slot a service, each built at its first use. The logger and the source of random bits are always
+/// there: the logger opens its file at its own first use.
 struct OrlanServices {
   Logger& logger;
+  RandomSource& random;  // the phone's
   Lazy<LocationTrackingReliability>& reliability;
   Lazy<APIService>& api;
   Lazy<ForegroundGeofenceMonitor>& foregroundMonitor;

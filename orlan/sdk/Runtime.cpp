@@ -79,6 +79,7 @@ struct Runtime::Parts {
   Lazy<OrlanPlugin> plugin{[this] { return std::make_shared<OrlanPlugin>(phone, services); }};
 
   OrlanServices services{logger,
+                         phone.random,
                          reliability,
                          api,
                          foregroundMonitor,

@@ -1,4 +1,7 @@
 // Where the process-wide accessors of all services lead: to the slots of the current Runtime.
+#include <utility>
+
+#include "orlan/notifications/NotificationEnvelope.hpp"
 #include "orlan/sdk/OrlanPlugin.hpp"
 #include "orlan/sdk/OrlanServices.hpp"
 #include "orlan/sdk/Runtime.hpp"
@@ -47,5 +50,13 @@ NotificationBridge& NotificationBridge::shared() {
 OrlanPlugin& OrlanPlugin::shared() {
   return *services().plugin;
 }
+
+// A host's own records take their identifiers from the phone, as the library's do.
+OrlanNotificationDetails::OrlanNotificationDetails(Content content)
+    : OrlanNotificationDetails(std::move(content), services().random) {}
+NotificationEnvelope::NotificationEnvelope(std::string withTitle, std::string withBody,
+                                           json::Object withUserInfo)
+    : NotificationEnvelope(std::move(withTitle), std::move(withBody), std::move(withUserInfo),
+                           services().random) {}
 
 }  // namespace orlan

@@ -104,13 +104,18 @@ TEST_F(BackgroundMonitorSomewhere, OfMoreThanTwentyTheFirstAreWatched) {
   EXPECT_THAT(enter("camp_25_250"), Not(Contains(HasSubstr("report")))) << "nobody knows where";
 }
 
-TEST_F(BackgroundMonitor, APolygonWithoutVerticesUsesUpAPlace) {
+TEST_F(BackgroundMonitor, APolygonWithoutVerticesUsesUpAPlaceAndOthersHaveBounds) {
   auto polygons = squares(20);
+  polygons[0].polygon = square(home, 0.0001);
+  polygons[1].polygon = square(home, 0.5);
   polygons[3].polygon = Polygon();
   const auto seen = update(polygons);
   EXPECT_THAT(seen, Not(Contains(HasSubstr("selecting nearest"))));
   EXPECT_THAT(seen, Not(Contains(HasSubstr("available"))));
   EXPECT_EQ(seen.back(), "• 🧲 BG-Monitor tracking 19 circular regions");
+  const auto regions = host_.phone.locations().monitoredRegions();
+  EXPECT_EQ(regions.at(0).circle.radius, 100.0);
+  EXPECT_EQ(regions.at(1).circle.radius, 1000.0);
 }
 
 TEST_F(BackgroundMonitor, IgnoresWhatItDoesNotWatch) {

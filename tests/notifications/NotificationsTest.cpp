@@ -55,15 +55,6 @@ TEST(Notifications, ASubscriberMayCancelItselfOrSubscribeAnew) {
   EXPECT_EQ(late, 1);
 }
 
-TEST(Notifications, EachRecordHasAnIdOfItsOwn) {
-  const OrlanNotificationDetails none;
-  EXPECT_EQ(none.content(), OrlanNotificationDetails::Content());
-  EXPECT_EQ(none.notifID(), -1);
-  EXPECT_THAT(none.id(), testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F-]{16}"));
-  EXPECT_NE(none, OrlanNotificationDetails());
-  EXPECT_EQ(none, OrlanNotificationDetails(none)) << "a copy is the same record";
-}
-
 TEST(Notifications, TheDumpNamesEveryDetail) {
   const NotificationContent content{.title = "a",
                                     .body = "b",
@@ -191,12 +182,11 @@ TEST(NotificationEnvelope, NamesItsMediaWhenTheyAreUsable) {
   };
   Bed bed;
   for (const Row& row : rows) {
-    const NotificationEnvelope envelope("T", "B", {{"mediaUrl", row.url}, {"mediaType", row.url}});
+    const NotificationEnvelope envelope("T", "B", {{"mediaUrl", row.url}, {"mediaType", row.url}},
+                                        bed.platform.random);
     EXPECT_EQ(envelope.mediaUrl(), row.usable ? std::optional(*row.url.string()) : std::nullopt) << row.name;
     EXPECT_EQ(envelope.mediaType().has_value(), row.url.string() != nullptr) << row.name;
   }
-  EXPECT_NE(NotificationEnvelope("T", "B", {}).id, NotificationEnvelope("T", "B", {}).id);
-  EXPECT_EQ(NotificationEnvelope("T", "B", {}).mediaUrl(), std::nullopt);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "orlan/notifications/NotificationEnvelope.hpp"
 #include "support/SimulatedHost.hpp"
 
 namespace orlan {
@@ -50,6 +51,17 @@ TEST(Notifications, WhatTheLibraryPostsComesBackAsDetailsWithItsQuestions) {
                                                                   .notifID = 42,
                                                                   .locationID = 7,
                                                                   .questions = questions}));
+}
+
+TEST(Notifications, EachRecordHasAnIdOfItsOwn) {
+  SimulatedHost host;
+  const OrlanNotificationDetails none;
+  EXPECT_EQ(none.content(), OrlanNotificationDetails::Content());
+  EXPECT_EQ(none.notifID(), -1);
+  EXPECT_EQ(none.id().size(), 36U);
+  EXPECT_NE(none, OrlanNotificationDetails());
+  EXPECT_EQ(none, OrlanNotificationDetails(none)) << "a copy is the same record";
+  EXPECT_NE(NotificationEnvelope("T", "B", {}).id, NotificationEnvelope("T", "B", {}).id);
 }
 
 TEST(Notifications, ATapBeforeStartFindsTheCachedCampaigns) {

@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
-#include <iterator>
 #include <limits>
-#include <type_traits>
+#include <utility>
 
 #include "orlan/base/ascii.hpp"
 #include "orlan/base/json.hpp"
@@ -23,9 +21,6 @@ namespace ondemand = simdjson::ondemand;
 // Whatever walks a value does so by recursion: this bounds its stack, on a thread with a small one too.
 constexpr std::size_t deepest = 512;
 
-// The parser keeps a count of this in its tree for every array and object that has as many or more.
-constexpr std::size_t largestCount = 0xFFFFFF;
-
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 // What stands in the tree for a number beyond every double. Nobody else sends this one.
@@ -33,27 +28,20 @@ constexpr std::string_view beyondText = "1.7976931348623157e308";
 constexpr double beyond = std::numeric_limits<double>::max();
 
 std::string_view reason(simdjson::error_code code) {
-  switch (code) {
-    case simdjson::EMPTY:
-      return "the text is empty";
-    case simdjson::UTF8_ERROR:
-      return "the text is not UTF-8";
-    case simdjson::DEPTH_ERROR:
-      return "arrays or objects are nested too deeply";
-    case simdjson::STRING_ERROR:
-      return "a string has a wrong escape";
-    case simdjson::UNESCAPED_CHARS:
-      return "a string has a line break or another control character in it";
-    case simdjson::UNCLOSED_STRING:
-      return "a string does not end";
-    case simdjson::NUMBER_ERROR:
-      return "a number is malformed or too large";
-    case simdjson::CAPACITY:
-    case simdjson::MEMALLOC:
-      return "the text is too large";
-    default:
-      return "not valid JSON";
+  constexpr std::pair<simdjson::error_code, std::string_view> known[] = {
+      {simdjson::EMPTY, "the text is empty"},
+      {simdjson::UTF8_ERROR, "the text is not UTF-8"},
+      {simdjson::DEPTH_ERROR, "arrays or objects are nested too deeply"},
+      {simdjson::STRING_ERROR, "a string has a wrong escape"},
+      {simdjson::UNESCAPED_CHARS, "a string has a line break or another control character in it"},
+      {simdjson::UNCLOSED_STRING, "a string does not end"},
+      {simdjson::NUMBER_ERROR, "a number is malformed or too large"},
+      {simdjson::CAPACITY, "the text is too large"},
+      {simdjson::MEMALLOC, "the text is too large"}};
+  for (const auto& [each, words] : known) {
+    if (each == code) return words;
   }
+  return "not valid JSON";
 }
 
 /// Whether the characters of a number stand as the grammar wants them. What is left to look at is what the
@@ -179,10 +167,16 @@ class Walk {
   std::vector<std::string_view> large_;
 };
 
-using Storage = std::byte[2 * sizeof(void*)];
-
-dom::element element(const Storage& cursor) {
+template <class Cursor>
+dom::element element(const Cursor& cursor) {
   return std::bit_cast<dom::element>(cursor);
+}
+
+template <class T, class Cursor>
+std::optional<T> valueOf(const Cursor& cursor) {
+  T value{};
+  if (element(cursor).template get<T>().get(value) != simdjson::SUCCESS) return std::nullopt;
+  return value;
 }
 
 }  // namespace
@@ -229,14 +223,7 @@ Result<Value> parse(std::string_view text) {
 }
 
 Node Document::root() const {
-  return Node(tree_->parsed.root());
-}
-
-template <class Cursor>
-Node::Node(const Cursor& cursor) {
-  static_assert(std::is_same_v<Cursor, dom::element> && std::is_trivially_copyable_v<Cursor> &&
-                sizeof cursor == sizeof cursor_ && alignof(Cursor) <= alignof(void*));
-  std::memcpy(cursor_, &cursor, sizeof cursor);
+  return Node(std::bit_cast<Node::Cursor>(dom::element(tree_->parsed.root())));
 }
 
 Kind Node::kind() const {
@@ -261,16 +248,12 @@ Kind Node::kind() const {
 }
 
 std::optional<bool> Node::boolean() const {
-  bool value = false;
-  if (element(cursor_).get_bool().get(value) != simdjson::SUCCESS) return std::nullopt;
-  return value;
+  return valueOf<bool>(cursor_);
 }
 
 std::optional<std::int64_t> Node::integer() const {
-  const dom::element self = element(cursor_);
-  std::int64_t whole = 0;
-  if (self.get_int64().get(whole) == simdjson::SUCCESS) return whole;
-  if (self.type() != dom::element_type::DOUBLE) return std::nullopt;
+  if (const auto whole = valueOf<std::int64_t>(cursor_)) return whole;
+  if (element(cursor_).type() != dom::element_type::DOUBLE) return std::nullopt;
   constexpr double end = 9223372036854775808.0;  // 2^63, the first that does not fit
   const double real = number().value_or(end);
   if (!(real >= -end && real < end) || std::trunc(real) != real) return std::nullopt;
@@ -278,46 +261,33 @@ std::optional<std::int64_t> Node::integer() const {
 }
 
 std::optional<double> Node::number() const {
-  double value = 0.0;
-  if (element(cursor_).get_double().get(value) != simdjson::SUCCESS || value == beyond) return std::nullopt;
-  return value;
+  const auto value = valueOf<double>(cursor_);
+  return value == beyond ? std::nullopt : value;
 }
 
 std::optional<std::string_view> Node::string() const {
-  std::string_view value;
-  if (element(cursor_).get_string().get(value) != simdjson::SUCCESS) return std::nullopt;
-  return value;
+  return valueOf<std::string_view>(cursor_);
 }
 
-bool Node::elements(const std::function<bool(Node)>& visit) const {
-  dom::array array;
-  if (element(cursor_).get_array().get(array) != simdjson::SUCCESS) return true;
-  for (const dom::element child : array) {
-    if (!visit(Node(child))) return false;
-  }
-  return true;
+bool Node::elements(FunctionRef<bool(Node)> visit) const {
+  const auto array = valueOf<dom::array>(cursor_);
+  return !array || std::all_of(array->begin(), array->end(),
+                               [&](dom::element child) { return visit(Node(std::bit_cast<Cursor>(child))); });
 }
 
-bool Node::members(const std::function<bool(std::string_view, Node)>& visit) const {
+bool Node::members(FunctionRef<bool(std::string_view, Node)> visit) const {
   dom::object object;
   if (element(cursor_).get_object().get(object) != simdjson::SUCCESS) return true;
   for (const dom::key_value_pair member : object) {
-    if (!visit(member.key, Node(member.value))) return false;
+    if (!visit(member.key, Node(std::bit_cast<Cursor>(member.value)))) return false;
   }
   return true;
 }
 
 std::size_t Node::size() const {
-  const auto counted = [](const auto& children) {
-    const std::size_t count = children.size();
-    if (count < largestCount) return count;
-    return static_cast<std::size_t>(std::distance(children.begin(), children.end()));
-  };
-  dom::array array;
-  dom::object object;
-  if (element(cursor_).get_array().get(array) == simdjson::SUCCESS) return counted(array);
-  if (element(cursor_).get_object().get(object) == simdjson::SUCCESS) return counted(object);
-  return 0;
+  if (const auto array = valueOf<dom::array>(cursor_)) return array->size();
+  const auto object = valueOf<dom::object>(cursor_);
+  return object ? object->size() : 0;
 }
 
 }  // namespace orlan::json

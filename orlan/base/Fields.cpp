@@ -52,4 +52,8 @@ bool decodeScalar(Node node, std::string& out, Failure& failure) {
   return take(node.string(), out, "a string", node, failure);
 }
 
+bool decodeScalar(Node node, std::string_view& out, Failure& failure) {
+  return take(node.string(), out, "a string", node, failure);
+}
+
 }  // namespace orlan::json

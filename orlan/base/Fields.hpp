@@ -4,7 +4,6 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -105,6 +104,7 @@ bool decodeScalar(Node node, bool& out, Failure& failure);
 bool decodeScalar(Node node, std::int64_t& out, Failure& failure);
 bool decodeScalar(Node node, double& out, Failure& failure);
 bool decodeScalar(Node node, std::string& out, Failure& failure);
+bool decodeScalar(Node node, std::string_view& out, Failure& failure);  // lives as long as the document
 
 /// `Fields<R>::list` as rows that a loop can walk.
 template <class R>
@@ -158,7 +158,7 @@ bool decodeRecord(Node node, R& record, Failure& failure) {
     }
     return true;
   };
-  if (!node.members(std::ref(take))) return false;  // by reference: there is a record in every vertex
+  if (!node.members(take)) return false;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (seen[i] || rows[i].isOptional) continue;
     failure.reason = "missing";
@@ -245,10 +245,27 @@ Value encode(const T& value) {
   }
 }
 
-/// A whole text as a record (or a list or map of records). The error names the path of what is wrong:
-/// `geoCampaign[3].locations: expected an array, found a string`.
+/// Whether a decoded `T` has views into the document that it comes from.
 template <class T>
-[[nodiscard]] Result<T> decodeText(std::string_view text) {
+constexpr bool hasViews() {
+  if constexpr (IsOptional<T>::value || IsVector<T>::value) {
+    return hasViews<typename T::value_type>();
+  } else if constexpr (IsMap<T>::value) {
+    return hasViews<typename T::mapped_type>();
+  } else if constexpr (Record<T>) {
+    return std::apply(
+        []<class... M, class... Codec>(const Field<T, M, Codec>&...) { return (hasViews<M>() || ...); },
+        Fields<T>::list);
+  } else {
+    return std::is_same_v<T, std::string_view>;
+  }
+}
+
+/// A whole text as a record (or a list or map of records). The error names the path of what is wrong:
+/// `geoCampaign[3].locations: expected an array, found a string`. Not for records with views: decode those
+/// from a `Document` that stays.
+template <class T>
+requires(!hasViews<T>()) [[nodiscard]] Result<T> decodeText(std::string_view text) {
   auto document = Document::parse(text);
   if (!document) return Unexpected(document.error());
   T out{};

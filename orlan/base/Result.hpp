@@ -26,9 +26,6 @@ class Unexpected {
 template <class T, class E = Error>
 class [[nodiscard]] Result {
  public:
-  using value_type = T;
-  using error_type = E;
-
   Result(T value) : state_(std::in_place_index<0>, std::move(value)) {}  // NOLINT implicit
   Result(Unexpected<E> error)
       : state_(std::in_place_index<1>, std::move(error).error()) {}  // NOLINT implicit
@@ -72,9 +69,6 @@ class [[nodiscard]] Result {
 template <class E>
 class [[nodiscard]] Result<void, E> {
  public:
-  using value_type = void;
-  using error_type = E;
-
   Result() = default;
   Result(Unexpected<E> error)
       : state_(std::in_place_index<1>, std::move(error).error()) {}  // NOLINT implicit

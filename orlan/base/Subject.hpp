@@ -69,8 +69,8 @@ class Subject : public Publisher<T> {
   std::shared_ptr<List> list_ = std::make_shared<List>();
 };
 
-/// A stream with a current value: a new subscriber hears it at once, then every change. `value` may be asked
-/// on any thread; `send` and `subscribe` belong to one, or a new subscriber could hear old news last.
+/// A stream with a current value: a new subscriber hears it at once, then every change. `send` and
+/// `subscribe` belong to one thread.
 template <class T>
 class CurrentValue : public Publisher<T> {
  public:
@@ -78,17 +78,9 @@ class CurrentValue : public Publisher<T> {
 
   explicit CurrentValue(T initial = {}) : value_(std::move(initial)) {}
 
-  [[nodiscard]] T value() const {
-    const std::lock_guard lock(mutex_);
-    return value_;
-  }
-
   /// Sets the value and emits it, also when it equals the one before.
   void send(T value) {
-    {
-      const std::lock_guard lock(mutex_);
-      value_ = value;
-    }
+    value_ = value;
     changes_.send(value);
   }
 
@@ -96,15 +88,11 @@ class CurrentValue : public Publisher<T> {
     // Subscribed first: what the handler itself sends when it hears the current value reaches it too.
     auto shared = std::make_shared<Handler>(std::move(handler));
     Subscription changes = changes_.subscribe([shared](const T& value) { (*shared)(value); });
-    (*shared)(value());
+    (*shared)(T(value_));
     return changes;
   }
 
-  /// Only what is emitted from now on, without the current value.
-  [[nodiscard]] Publisher<T>& changes() { return changes_; }
-
  private:
-  mutable std::mutex mutex_;
   T value_;
   Subject<T> changes_;
 };

@@ -1,20 +1,9 @@
-#include <array>
-
 #include "orlan/base/text.hpp"
 
 namespace orlan::text {
 namespace {
 
 constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-constexpr std::array<std::int8_t, 256> digitValues = [] {
-  std::array<std::int8_t, 256> values{};
-  values.fill(-1);
-  for (std::size_t i = 0; i < alphabet.size(); ++i) {
-    values[static_cast<unsigned char>(alphabet[i])] = static_cast<std::int8_t>(i);
-  }
-  return values;
-}();
 
 std::uint32_t byteAt(std::string_view bytes, std::size_t index) {
   return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0U;
@@ -57,8 +46,8 @@ std::optional<std::string> fromBase64(std::string_view text) {
   std::uint32_t bits = 0;
   int held = 0;
   for (const char c : text) {
-    const std::int8_t digit = digitValues[static_cast<unsigned char>(c)];
-    if (digit < 0) return std::nullopt;
+    const auto digit = alphabet.find(c);
+    if (digit == std::string_view::npos) return std::nullopt;
     bits = bits << 6U | static_cast<std::uint32_t>(digit);
     held += 6;
     if (held >= 8) {

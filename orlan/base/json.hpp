@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "orlan/base/Bytes.hpp"
+#include "orlan/base/FunctionRef.hpp"
 #include "orlan/base/Result.hpp"
 
 /// Values of the kind that JSON, property lists, user-info dictionaries and the key-value store have in
@@ -134,18 +134,21 @@ class Node {
 
   /// Visits the elements or members in order until `visit` returns false; returns false if it did.
   /// On a node of another kind nothing is visited.
-  bool elements(const std::function<bool(Node)>& visit) const;
-  bool members(const std::function<bool(std::string_view key, Node value)>& visit) const;
-  [[nodiscard]] std::size_t size() const;
+  bool elements(FunctionRef<bool(Node)> visit) const;
+  bool members(FunctionRef<bool(std::string_view key, Node value)> visit) const;
+  [[nodiscard]] std::size_t size() const;  // of an array or object; counts no further than 16,777,215
 
   [[nodiscard]] Value value() const;
 
  private:
   friend class Document;
-  template <class Cursor>
-  explicit Node(const Cursor& cursor);
+  struct Cursor {  // what the parser calls an element, taken apart so that it passes in registers
+    const void* document;
+    std::size_t index;
+  };
+  explicit Node(Cursor cursor) : cursor_(cursor) {}
 
-  alignas(void*) std::byte cursor_[2 * sizeof(void*)];
+  Cursor cursor_;
 };
 
 /// A parsed JSON text, owned. Records decode straight from it (`Fields.hpp`). Unlike `parse`, a number of any

@@ -9,27 +9,9 @@ namespace {
 
 constexpr std::string_view replacement = "\uFFFD";
 
-/// The escape of a character that may not stand in a JSON string as it is; empty for every other.
-std::string_view shortEscape(char c) {
-  switch (c) {
-    case '"':
-      return "\\\"";
-    case '\\':
-      return "\\\\";
-    case '\b':
-      return "\\b";
-    case '\f':
-      return "\\f";
-    case '\n':
-      return "\\n";
-    case '\r':
-      return "\\r";
-    case '\t':
-      return "\\t";
-    default:
-      return {};
-  }
-}
+// The characters of a string that have an escape of their own, and the letters of these.
+constexpr std::string_view escaped = "\"\\\b\f\n\r\t";
+constexpr std::string_view escapes = "\"\\bfnrt";
 
 class Printer {
  public:
@@ -78,8 +60,9 @@ class Printer {
       if (!next.valid()) {
         out_ += replacement;
         loss_ = "a text is not UTF-8";
-      } else if (const auto escape = shortEscape(value.front()); !escape.empty()) {
-        out_ += escape;
+      } else if (const auto at = escaped.find(value.front()); at != std::string_view::npos) {
+        out_ += '\\';
+        out_ += escapes[at];
       } else if (next.value < 0x20) {
         out_ += "\\u00";
         out_ += text::hex(value.substr(0, 1));

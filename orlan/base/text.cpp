@@ -19,16 +19,10 @@ bool isControl(std::int32_t c) {
 }
 
 std::string escaped(std::int32_t control) {
-  switch (control) {
-    case '\n':
-      return "\\n";
-    case '\r':
-      return "\\r";
-    case '\t':
-      return "\\t";
-    default:
-      return fmt::format("\\u{:04x}", control);
-  }
+  if (control == '\n') return "\\n";
+  if (control == '\r') return "\\r";
+  if (control == '\t') return "\\t";
+  return fmt::format("\\u{:04x}", control);
 }
 
 }  // namespace

@@ -96,7 +96,13 @@ bool DiscardedText::Codec::decode(json::Node node, DiscardedText&, json::Failure
 }
 
 Result<NewGeofenceResponse> NewGeofenceResponse::decode(std::string_view bytes) {
-  return json::decodeText<NewGeofenceResponse>(bytes);
+  auto parsed = json::Document::parse(bytes);
+  if (!parsed) return Unexpected(parsed.error());
+  NewGeofenceResponse response;
+  response.document = std::make_shared<const json::Document>(std::move(*parsed));
+  json::Failure failure;
+  if (!json::decode(response.document->root(), response, failure)) return Unexpected(failure.error());
+  return response;
 }
 
 CampaignData convert(NewGeofenceResponse response, Logger& logger) {

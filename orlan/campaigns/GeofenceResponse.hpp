@@ -24,8 +24,8 @@ struct DiscardedText {
 
 struct NewGeofencePoint {
   std::int64_t position = 0;
-  std::string latitude;  // decimal degrees as text
-  std::string longitude;
+  std::string_view latitude;  // decimal degrees as text, inside the response's document
+  std::string_view longitude;
   DiscardedText _id;
 };
 
@@ -98,6 +98,7 @@ struct CampaignWrapper {
 struct NewGeofenceResponse {
   std::vector<CampaignWrapper> geoCampaign;
   std::vector<CampaignWrapper> pushCampaign;
+  std::shared_ptr<const json::Document> document;  // keeps the vertices' texts; there are two in every vertex
 
   /// From the bytes of an answer. One missing or wrong member anywhere fails the whole; the error names it.
   [[nodiscard]] static Result<NewGeofenceResponse> decode(std::string_view bytes);

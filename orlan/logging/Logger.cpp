@@ -40,17 +40,18 @@ class Logger::File {
 
  private:
   void save() {
-    std::string text;
     {
       const std::lock_guard lock(mutex_);
-      text.swap(pending_);
+      saving_.swap(pending_);
     }
-    if (!text.empty()) (void)files_.append(fileURL, text);
+    if (!saving_.empty()) (void)files_.append(fileURL, saving_);
+    saving_.clear();
   }
 
   FileSystem& files_;
   std::mutex mutex_;
   std::string pending_;                    // guarded by mutex_
+  std::string saving_;                     // the queue's; swapped with pending_, so both keep their memory
   const std::unique_ptr<SerialQueue> io_;  // last: its end waits for a task that still uses the rest
 };
 
@@ -99,7 +100,8 @@ std::string Logger::lineStart() {
 void Logger::write(std::string_view level, std::span<const std::string_view> messages) {
   if (messages.empty()) return;
   File& file = *file_;
-  const std::string prefix = lineStart().append(level).append("] ");
+  std::string prefix = lineStart();
+  prefix.append(level).append("] ");
   std::size_t size = messages.size() * (prefix.size() + 1);
   for (const auto message : messages) size += message.size();
   std::string text;

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "orlan/base/Time.hpp"
-#include "orlan/base/Time.hpp"
 
 namespace orlan {
 

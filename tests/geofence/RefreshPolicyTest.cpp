@@ -33,6 +33,8 @@ TEST(RefreshPolicy, RefreshesInTheBackgroundWhenGoodLateAndFarEnough) {
       {"clock set back", {background, 5.0, -1h, 5000.0}, false},
       {"accuracy 250 m", {background, 250.0, 600s, 5000.0}, true},
       {"accuracy 250.1 m", {background, 250.1, 600s, 5000.0}, false},
+      {"accuracy 0", {background, 0.0, 600s, 5000.0}, true},
+      {"accuracy no number", {background, nan, 600s, 5000.0}, false},
       {"not valid", {background, -1.0, 600s, 5000.0}, false},
       {"distance no number", {background, 5.0, 600s, nan}, true},
       {"never fetched", {background, 5.0, {}, {}}, true},

@@ -33,6 +33,7 @@ TEST(AnswerValidation, EachTypeHasItsRule) {
   for (const auto& [type, value, choice, valid] : {
            Row{"BOOLEAN", "TRUE", {}, true},
            Row{"BOOLEAN", "Yes", {}, true},
+           Row{"BOOLEAN", "no", {}, true},
            Row{"BOOLEAN", "fAlSe", {}, true},
            Row{"BOOLEAN", "1", two, false},
            Row{"BOOLEAN", " yes", {}, false},

@@ -15,37 +15,6 @@
 namespace orlan {
 namespace {
 
-using test::Bed;
-
-TEST(Client, SegmentsAreTheStoredPiecesThatAreNotEmpty) {
-  struct Row {
-    std::optional<json::Value> stored;
-    std::vector<std::string> expected;
-  };
-  for (const auto& [stored, expected] :
-       {Row{std::nullopt, {}}, Row{json::Value(""), {}}, Row{json::Value("a"), {"a"}},
-        Row{json::Value(",a,, b ,"), {"a", " b "}}, Row{json::Value(7), {}}}) {
-    sim::PhoneSettings settings;
-    if (stored) settings.store.set(storeKeys::segments, *stored);
-    EXPECT_EQ(Bed(std::move(settings)).api->segments(), expected);
-  }
-}
-
-TEST(Client, EffectiveCredentialsNameTheHostApplication) {
-  Bed bed;
-  EXPECT_EQ(bed.api->transmissionAuthConfig(), std::nullopt);
-  EXPECT_EQ(bed.api->effectiveTransmissionCredentials("stored").iosBundleID, "com.example.host");
-  bed.api->setTransmissionAuthConfig(TransmissionAppCredentials{.appID = "app"});
-  EXPECT_EQ(bed.api->effectiveTransmissionCredentials("stored"),
-            (TransmissionAppCredentials{.companyApiKey = "stored", .appID = "app"}));
-  bed.api->setTransmissionAuthConfig(std::nullopt);
-  EXPECT_EQ(bed.api->transmissionAuthConfig(), std::nullopt);
-
-  sim::PhoneSettings settings;
-  settings.device.bundleIdentifier.reset();
-  EXPECT_EQ(Bed(std::move(settings)).api->effectiveTransmissionCredentials("").iosBundleID, "");
-}
-
 /// A client whose answers come on a thread of its own, as fast as it can.
 class EchoClient final : public HttpClient {
  public:
@@ -111,15 +80,12 @@ TEST(Client, MayEndWhileAnswersArrive) {
   sim::SimulatedPhone phone(world);
   const auto parts = phone.platform();
   EchoClient http;
-  const Platform echoing{parts.main,   parts.queues, parts.clock,     parts.random,        parts.store,
-                         parts.files,  http,         parts.locations, parts.notifications, parts.application,
-                         parts.device, parts.bundle, parts.console,   parts.systemLog};
   Logger logger(parts.clock, parts.console, parts.files, parts.queues);
   Lazy<LocationTrackingReliability> unused([] { return nullptr; });
   int answers = 0;
   for (int round = 0; round < 100; ++round) {
     parts.store.remove(storeKeys::deviceRegistered);
-    APIService api(echoing, BaseUrls::builtIn(), logger, unused);
+    APIService api(test::with(parts, http), BaseUrls::builtIn(), logger, unused);
     api.reportActivity(ActivityType::mediaViewed, 1, 2, NotificationType::notification);
     api.createPluginActivity("plugin_started", "K", Config::Environment::staging);
     const auto subscription = api.registerDevice("K", {}).subscribe([&](const auto&) { ++answers; });

@@ -60,12 +60,8 @@ TEST(TokenSync, FailuresAreLoggedAndTheTokenCountsAsUnseen) {
   for (const auto& [name, answer, logged] :
        {Row{"refused", HttpAnswer::unreachable(),
             "WARN Token sync failed: " + urlErrors::cannotConnectToHost().description},
-        Row{"hangs", HttpAnswer::reply(200).after(std::chrono::seconds(61)),
-            "WARN Token sync failed: " + urlErrors::timedOut().description},
         Row{"not HTTP", HttpAnswer::notHttp(), "WARN Token sync failed: invalid response"},
-        Row{"199", HttpAnswer::reply(199), "WARN Token sync failed with status: 199"},
-        Row{"300", HttpAnswer::reply(300), "WARN Token sync failed with status: 300"},
-        Row{"500", HttpAnswer::reply(500), "WARN Token sync failed with status: 500"}}) {
+        Row{"300", HttpAnswer::reply(300), "WARN Token sync failed with status: 300"}}) {
     Bed bed(registered());
     bed.phone.http().answer("POST", registrationPath, {answer, HttpAnswer::reply(299)});
     bed.api->updateFCMToken("new");
@@ -77,44 +73,31 @@ TEST(TokenSync, FailuresAreLoggedAndTheTokenCountsAsUnseen) {
   }
 }
 
-TEST(TokenSync, TokenUpdatesSyncOnlyForARegisteredDevice) {
-  struct Row {
-    const char* name;
-    json::Object store;
-    bool syncs;
-  };
-  for (const auto& [name, store, syncs] :
-       {Row{"nothing stored", {}, false}, Row{"key only", {{storeKeys::apiKey, "K"}}, false},
-        Row{"flag only", {{storeKeys::deviceRegistered, true}}, false},
-        Row{"empty key", {{storeKeys::apiKey, ""}, {storeKeys::deviceRegistered, true}}, false},
-        Row{"flag down", {{storeKeys::apiKey, "K"}, {storeKeys::deviceRegistered, false}}, false},
-        Row{"flag of another type", {{storeKeys::apiKey, "K"}, {storeKeys::deviceRegistered, "true"}}, false},
-        Row{"both", {{storeKeys::apiKey, "K"}, {storeKeys::deviceRegistered, true}}, true}}) {
+TEST(TokenSync, OnlyARegisteredDeviceSyncs) {
+  const std::pair<json::Object, std::size_t> rows[] = {
+      {{{storeKeys::apiKey, "K"}}, 0},
+      {{{storeKeys::deviceRegistered, true}}, 0},
+      {{{storeKeys::apiKey, ""}, {storeKeys::deviceRegistered, true}}, 0},
+      {{{storeKeys::apiKey, "K"}, {storeKeys::deviceRegistered, true}}, 1}};
+  for (const auto& [store, requests] : rows) {
     sim::PhoneSettings settings;
     settings.store = store;
     Bed bed(std::move(settings));
     bed.api->updateAPNsToken("\xab\xcd");
-    EXPECT_EQ(bed.tape.requests.size(), syncs ? 1u : 0u) << name;
+    EXPECT_EQ(bed.tape.requests.size(), requests);
   }
-}
-
-TEST(TokenSync, TokensShowTheirFirstEightCharacters) {
-  Bed bed;
-  bed.api->updateAPNsToken(std::string_view("\x00\xab", 2));
-  bed.api->updateAPNsToken(std::string_view("\x00\x01\x02\xff\xfe", 5));
-  bed.api->updateAPNsToken("");
-  bed.api->updateFCMToken("short");
-  bed.api->updateFCMToken("äöüäöüäöü");
-  EXPECT_THAT(bed.tape.take(), ElementsAre("• Stored APNs token 00ab…", "• Stored APNs token 000102ff…",
-                                           "• Stored APNs token …", "• 🔥 Stored FCM token short…",
-                                           "• 🔥 Stored FCM token äöüäöüäö…"));
 }
 
 TEST(TokenSync, TokenFromBeforeTheStartGoesOutWithTheRegistrationAndIsNotSentAgain) {
   Bed bed;
   bed.phone.http().answer("POST", registrationPath,
                           {HttpAnswer::reply(200, R"({"data":{"device_id":"D1","orlan_id":"77"}})")});
+  bed.api->updateAPNsToken(std::string_view("\x00\x01\x02\xff\xfe", 5));
   bed.api->updateFCMToken("early");
+  bed.api->updateFCMToken("äöüäöüäöü");
+  bed.api->updateFCMToken("early");
+  EXPECT_THAT(bed.tape.take(), ElementsAre("• Stored APNs token 000102ff…", "• 🔥 Stored FCM token early…",
+                                           "• 🔥 Stored FCM token äöüäöüäö…", "• 🔥 Stored FCM token early…"));
   (void)bed.api->registerDevice("K", {});
   (void)bed.settle();
   EXPECT_EQ(bed.phone.store().string(storeKeys::lastSyncedToken), "early");
@@ -139,22 +122,16 @@ TEST(TokenSync, KnownDeviceSyncsATokenThatCameWhileTheProcessWasNotRegistering) 
 }
 
 TEST(TokenSync, EnvironmentOfTheLastStartCountsBeforeTheClientsOwn) {
-  struct Row {
-    std::optional<json::Value> stored;
-    const char* host;
-  };
-  for (const auto& [stored, host] : {Row{std::nullopt, "platform.orlan.example"},
-                                     Row{json::Value("nightly"), "platform.nightly.orlan.example"},
-                                     Row{json::Value("development"), "platform.development.orlan.example"},
-                                     Row{json::Value("Nightly"), "platform.orlan.example"},
-                                     Row{json::Value(1), "platform.orlan.example"}}) {
+  for (const std::string stored : {"nightly", "Nightly"}) {
     auto settings = registered();
-    if (stored) settings.store.set(storeKeys::environment, *stored);
+    settings.store.set(storeKeys::environment, stored);
     Bed bed(std::move(settings));
     EXPECT_EQ(bed.api->env(), Config::Environment::staging);
     bed.api->setEnv(Config::Environment::production);
     bed.api->updateFCMToken("new");
-    EXPECT_EQ(bed.tape.requests.at(0).url, "https://" + std::string(host) + registrationPath);
+    EXPECT_EQ(bed.tape.requests.at(0).url, "https://platform." +
+                                               std::string(stored == "nightly" ? "nightly." : "") +
+                                               "orlan.example" + registrationPath);
   }
 }
 

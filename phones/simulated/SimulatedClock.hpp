@@ -1,22 +1,25 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <utility>
 
 #include "orlan/platform/Clock.hpp"
-#include "phones/simulated/TimeZone.hpp"
 #include "phones/simulated/World.hpp"
 
 namespace orlan::sim {
 
+/// How far local time is ahead of UTC at a time. Asked on any thread that asks the clock; none: UTC.
+using UtcOffset = std::function<std::chrono::seconds(TimePoint)>;
+
 /// The wall clock of one phone: the world's, and its own jumps.
 class SimulatedClock final : public Clock {
  public:
-  SimulatedClock(const World& world, TimeZone zone) : world_(world), zone_(std::move(zone)) {}
+  SimulatedClock(const World& world, UtcOffset offset) : world_(world), offset_(std::move(offset)) {}
 
   [[nodiscard]] TimePoint now() const override { return world_.wallClock() + jumped_.load(); }
   [[nodiscard]] std::chrono::seconds offsetFromUtc(TimePoint time) const override {
-    return zone_.offsetAt(time);
+    return offset_ ? offset_(time) : std::chrono::seconds(0);
   }
 
   /// The wall clock of this phone jumps; timers do not.
@@ -24,7 +27,7 @@ class SimulatedClock final : public Clock {
 
  private:
   const World& world_;
-  TimeZone zone_;
+  const UtcOffset offset_;
   std::atomic<Duration> jumped_{Duration::zero()};
 };
 

@@ -9,7 +9,7 @@ SimulatedPhone::SimulatedPhone(World& world, PhoneSettings settings)
       system_(world.scheduler(), mainContext_),
       main_(world.scheduler(), mainContext_),
       queues_(world.scheduler()),
-      clock_(world, std::move(settings.timeZone)),
+      clock_(world, std::move(settings.offsetFromUtc)),
       random_(world.nextSeed()),
       store_(observers_, settings.store),
       files_(observers_, settings.files),

@@ -24,7 +24,7 @@ namespace orlan::sim {
 /// A phone as it comes out of the box. Every member has the value of an ordinary phone.
 struct PhoneSettings {
   DeviceSettings device;
-  TimeZone timeZone;
+  UtcOffset offsetFromUtc;  // of the time zone; none: UTC
   ApplicationState application = ApplicationState::active;
   phone::LocationSettings location;
   phone::NotificationSettings notifications;

@@ -179,7 +179,7 @@ TEST(SimulatedPhone, ComesAsItsSettingsSay) {
   settings.notifications.answer = Unexpected(Error{"Test", 3, "no screen"});
   settings.store = {{"data", Bytes{"x"}}, {"number", 2}};
   settings.files = {{"orlan-geofences.json", "{}"}};
-  settings.timeZone = TimeZone::fixed(2h);
+  settings.offsetFromUtc = [](TimePoint) { return 2h; };
   SimulatedPhone phone(world, settings);
   const Platform platform = phone.platform();
 

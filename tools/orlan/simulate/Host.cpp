@@ -1,20 +1,17 @@
 #include "tools/orlan/simulate/Host.hpp"
 
-#include "tools/orlan/simulate/recordingDelegates.hpp"
-
 namespace orlan::simulate {
 
 Host::Host(sim::SimulatedPhone& phone, const BaseUrls& hosts, Transcript& transcript)
     : center_(phone.notifications()),
-      delegate_(recordingPluginDelegate(transcript)),
-      notificationDelegate_(recordingNotificationDelegate(transcript)),
+      delegate_(recordingDelegate(transcript)),
       runtime_(phone.platform(), {hosts}),
       scope_(runtime_),
-      streams_(runtime_.services(), transcript) {}
+      streams_(runtime_.services(), transcript, delegate_) {}
 
 void Host::installBridge() {
   NotificationBridge& bridge = *services().notificationBridge;
-  bridge.setDelegate(notificationDelegate_);
+  bridge.setDelegate(delegate_);
   center_.setDelegate(bridge.weak_from_this());
 }
 

@@ -24,8 +24,7 @@ class Host {
 
  private:
   NotificationCenter& center_;
-  std::shared_ptr<OrlanPluginDelegate> delegate_;
-  std::shared_ptr<OrlanNotificationDelegate> notificationDelegate_;
+  std::shared_ptr<HostDelegate> delegate_;
   Runtime runtime_;
   Runtime::Scope scope_;
   ServiceStreams streams_;

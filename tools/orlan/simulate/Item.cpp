@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "orlan/base/text.hpp"
 #include "phones/linux/IsoTime.hpp"
@@ -40,7 +39,7 @@ std::string quoted(std::string_view word) {
 void Mistake::note(std::string_view path, std::string_view what) {
   if (text_) return;
   const std::string_view where = path.empty() ? std::string_view("the scenario") : path;
-  text_ = text::escapedControls(std::string(where) + ": " + std::string(what));
+  text_ = std::string(where) + ": " + std::string(what);
 }
 
 const json::Value& Item::value() const {
@@ -89,12 +88,6 @@ std::int64_t Item::integer(std::int64_t min, std::int64_t max) const {
 double Item::number() const {
   if (const auto number = value().number()) return *number;
   expected("a number");
-  return 0.0;
-}
-
-double Item::notNegative() const {
-  if (const auto number = value().number(); number && *number >= 0.0) return *number;
-  expected("a number from 0 on");
   return 0.0;
 }
 
@@ -157,10 +150,6 @@ Members Item::members(std::span<const std::string_view> known) const {
   return Members(*this);
 }
 
-Members Item::members(std::initializer_list<std::string_view> known) const {
-  return members(std::span(known.begin(), known.size()));
-}
-
 Item Members::operator[](std::string_view key) const {
   const json::Object* object = owner_.value().object();
   const std::string& base = owner_.path();
@@ -169,21 +158,16 @@ Item Members::operator[](std::string_view key) const {
 }
 
 std::string Members::string(std::string_view key, std::string fallback) const {
-  const Item item = (*this)[key];
-  return item.isThere() ? item.string() : std::move(fallback);
-}
-
-double Members::notNegative(std::string_view key, double fallback) const {
-  const Item item = (*this)[key];
-  return item.isThere() ? item.notNegative() : fallback;
+  into(fallback, key, &Item::string);
+  return fallback;
 }
 
 bool Members::boolean(std::string_view key, bool fallback) const {
-  const Item item = (*this)[key];
-  return item.isThere() ? item.boolean() : fallback;
+  into(fallback, key, &Item::boolean);
+  return fallback;
 }
 
-void Members::excludes(std::string_view key, std::initializer_list<std::string_view> others) const {
+void Members::excludes(std::string_view key, std::span<const std::string_view> others) const {
   if (!has(key)) return;
   for (const auto other : others) {
     if (const Item item = (*this)[other]; item.isThere()) item.mistaken("does not go with " + quoted(key));

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <span>
@@ -12,6 +13,7 @@
 
 #include "orlan/base/Time.hpp"
 #include "orlan/base/json.hpp"
+#include "tools/orlan/simulate/words.hpp"
 
 namespace orlan::simulate {
 
@@ -45,7 +47,6 @@ class Item {
   [[nodiscard]] std::int64_t integer() const;
   [[nodiscard]] std::int64_t integer(std::int64_t min, std::int64_t max) const;
   [[nodiscard]] double number() const;
-  [[nodiscard]] double notNegative() const;
   [[nodiscard]] double positive() const;
   [[nodiscard]] Duration time() const;  // seconds from 0 on
   [[nodiscard]] std::vector<Item> elements() const;
@@ -60,7 +61,11 @@ class Item {
 
   /// The meaning of one of a few words.
   template <class T>
-  [[nodiscard]] T oneOf(std::initializer_list<std::pair<std::string_view, T>> words) const {
+  [[nodiscard]] T oneOf(std::initializer_list<Word<T>> words) const {
+    return oneOf<T>(std::span(words.begin(), words.size()));
+  }
+  template <class T>
+  [[nodiscard]] T oneOf(std::span<const Word<T>> words) const {
     const std::string* word = value_ == nullptr ? nullptr : value_->string();
     std::vector<std::string_view> names;
     for (const auto& [name, meaning] : words) {
@@ -68,7 +73,7 @@ class Item {
       names.push_back(name);
     }
     expectedWord(names);
-    return words.begin()->second;
+    return words.front().second;
   }
 
   /// Notes "expected `what`, found …".
@@ -93,12 +98,20 @@ class Members {
   [[nodiscard]] bool has(std::string_view key) const { return (*this)[key].isThere(); }
   [[nodiscard]] const Item& owner() const { return owner_; }
 
+  /// Makes of the member, when it is there, what `read` makes of it.
+  template <class T, class Read>
+  void into(T& target, std::string_view key, Read read) const {
+    if (const Item item = (*this)[key]; item.isThere()) target = std::invoke(read, item);
+  }
+
   [[nodiscard]] std::string string(std::string_view key, std::string fallback) const;
-  [[nodiscard]] double notNegative(std::string_view key, double fallback) const;
   [[nodiscard]] bool boolean(std::string_view key, bool fallback) const;
 
   /// A mistake when `key` is there and so is one of `others`.
-  void excludes(std::string_view key, std::initializer_list<std::string_view> others) const;
+  void excludes(std::string_view key, std::span<const std::string_view> others) const;
+  void excludes(std::string_view key, std::initializer_list<std::string_view> others) const {
+    excludes(key, std::span(others.begin(), others.size()));
+  }
 
   /// A time in UTC such as "2026-01-01T00:00:00Z", with or without decimals.
   [[nodiscard]] TimePoint dateTime(std::string_view key) const;
@@ -106,5 +119,9 @@ class Members {
  private:
   Item owner_;
 };
+
+inline Members Item::members(std::initializer_list<std::string_view> known) const {
+  return members(std::span(known.begin(), known.size()));
+}
 
 }  // namespace orlan::simulate

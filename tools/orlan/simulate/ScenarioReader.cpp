@@ -43,7 +43,7 @@ Scenario read(const Item& root, const Files& files) {
 
 Result<Scenario> parseScenario(std::string_view text, const std::string& directory, std::string name) {
   const auto value = json::parse(text);
-  if (!value) return invalid(text::escapedControls(value.error().description));
+  if (!value) return invalid(value.error().description);
   Mistake mistake;
   Scenario scenario = read(Item(&*value, "", mistake), Files(directory));
   if (mistake.text()) return invalid(*mistake.text());
@@ -52,12 +52,11 @@ Result<Scenario> parseScenario(std::string_view text, const std::string& directo
 }
 
 Result<Scenario> readScenario(const std::string& path) {
-  const std::string shown = text::escapedControls(path);
   const auto bytes = linuxphone::disk::read(path);
-  if (!bytes) return invalid(shown + ": " + bytes.error().message());
+  if (!bytes) return invalid(path + ": " + bytes.error().message());
   const std::filesystem::path file(path);
   auto scenario = parseScenario(*bytes, file.parent_path().string(), file.filename().string());
-  if (!scenario) return invalid(shown + ": " + scenario.error().description);
+  if (!scenario) return invalid(path + ": " + scenario.error().description);
   return scenario;
 }
 

@@ -9,8 +9,8 @@
 namespace orlan::simulate {
 
 /// Reads and checks a whole scenario, with all files that it names (relative to its own place). The error
-/// (domain "Scenario") is one line without control characters that begins with `path`: where the mistake
-/// stands, what was expected there and what was found.
+/// (domain "Scenario") begins with `path`: where the mistake stands, what was expected there and what was
+/// found.
 [[nodiscard]] Result<Scenario> readScenario(const std::string& path);
 
 /// The same from a text. `directory`: where relative files are; `name`: the name of a scenario without one.

@@ -3,12 +3,13 @@
 #include <utility>
 
 #include "orlan/campaigns/CampaignFields.hpp"
-#include "tools/orlan/simulate/recordingDelegates.hpp"
+#include "tools/orlan/simulate/HostDelegate.hpp"
 #include "tools/orlan/simulate/valueForms.hpp"
 
 namespace orlan::simulate {
 struct ServiceStreams::Parts {
-  explicit Parts(Transcript& lines) : transcript(lines), monitorDelegate(recordingMonitorDelegate(lines)) {}
+  Parts(Transcript& lines, std::shared_ptr<HostDelegate> host)
+      : transcript(lines), delegate(std::move(host)) {}
 
   /// Lists what `stream` emits from now on, in the form that `form` gives it; not the current value, which
   /// some streams deliver while they are being subscribed to.
@@ -48,11 +49,11 @@ struct ServiceStreams::Parts {
          [](ReliabilityStatus status) { return rawValue(status); });
   }
   void watch(ForegroundGeofenceMonitor& monitor) {
-    monitor.setDelegate(monitorDelegate);
+    monitor.setDelegate(delegate);
     listCrossings(monitor, "foreground");
   }
   void watch(BackgroundRegionMonitor& monitor) {
-    monitor.setDelegate(monitorDelegate);
+    monitor.setDelegate(delegate);
     listCrossings(monitor, "background");
     list(monitor.circlesPublisher(), "circles",
          [](const std::vector<Circle>& circles) { return formOf(circles); });
@@ -70,13 +71,14 @@ struct ServiceStreams::Parts {
   }
 
   Transcript& transcript;
-  std::shared_ptr<MonitorDelegate> monitorDelegate;
+  std::shared_ptr<HostDelegate> delegate;
   SubscriptionBag subscriptions;
   bool subscribing = false;
 };
 
-ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript)
-    : parts_(std::make_shared<Parts>(transcript)) {
+ServiceStreams::ServiceStreams(OrlanServices& services, Transcript& transcript,
+                               std::shared_ptr<HostDelegate> delegate)
+    : parts_(std::make_shared<Parts>(transcript, std::move(delegate))) {
   const auto follow = [this](auto& slot) {
     slot.onBuilt([parts = std::weak_ptr(parts_)](auto& service) {
       if (const auto held = parts.lock()) held->watch(service);

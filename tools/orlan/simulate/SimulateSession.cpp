@@ -28,7 +28,7 @@ constexpr int invalidScenario = 2;
 using Events = std::set<std::string, std::less<>>;
 
 int complain(int status, const std::string& why) {
-  fmt::print(stderr, "orlan: {}\n", why);
+  fmt::print(stderr, "orlan: {}\n", text::escapedControls(why));
   return status;
 }
 
@@ -43,8 +43,8 @@ Result<Events> chosenEvents(const std::optional<std::string>& list) {
   const auto known = Transcript::eventNames();
   for (const std::string& name : text::split(*list, ',')) {
     if (std::find(known.begin(), known.end(), name) == known.end()) {
-      return wrongOption(fmt::format("--only: unknown event {}, did you mean \"{}\"?",
-                                     text::escapedControls(json::print(name)), nearest(name, known)));
+      return wrongOption(fmt::format("--only: unknown event {}, did you mean \"{}\"?", json::print(name),
+                                     nearest(name, known)));
     }
     chosen.insert(name);
   }
@@ -67,9 +67,10 @@ void summarize(const Scenario& scenario, const Tally& tally) {
 Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& transcript,
                                 const Events& events, Tally& tally, std::FILE* terminal) {
   const TimePoint begin = scenario.world.start;
+  const auto& offset = scenario.phone.offsetFromUtc;
   const Player* playing = nullptr;
   report::ReportCollector collector(text::escapedControls(scenario.name), begin,
-                                    scenario.phone.timeZone.offsetAt(begin),
+                                    offset ? offset(begin) : std::chrono::seconds(0),
                                     [&playing] { return playing->now(); });
   Player player(
       scenario, [&](std::string_view line) { transcript.write(line); }, events);
@@ -109,8 +110,7 @@ int simulate(const SimulateOptions& options) {
   std::FILE* terminal = !options.quiet && ::isatty(STDERR_FILENO) == 1 ? stderr : nullptr;
   const auto data = play(*scenario, *output, *events, tally, terminal);
   if (!data) {
-    return complain(invalidScenario,
-                    text::escapedControls(options.scenario) + ": " + data.error().description);
+    return complain(invalidScenario, options.scenario + ": " + data.error().description);
   }
 
   if (const auto written = output->finish(); !written) return complain(failed, written.error().description);

@@ -4,21 +4,23 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "phones/simulated/SimulatedPhone.hpp"
 #include "tools/orlan/simulate/Host.hpp"
 #include "tools/orlan/simulate/Player.hpp"
+#include "tools/orlan/simulate/valueForms.hpp"
 
 namespace orlan::simulate {
 
-/// The phone with the host application on it, and what a step does to either.
+/// The phone with the host application on it: what a step acts on, and where its outcome is written down.
 class Stage {
  public:
   Stage(sim::World& world, const Scenario& scenario, Transcript& transcript,
         const std::vector<Spectator>& spectators);
 
-  /// The process begins; again after a relaunch.
+  /// The process begins.
   void launch();
 
   /// Does what step number `index` says; of a walk, its fix number `fix`.
@@ -27,28 +29,35 @@ class Stage {
   /// What is wrong with the step that was performed last, when only playing it could show it.
   [[nodiscard]] const std::optional<std::string>& mistake() const { return mistake_; }
 
- private:
-  void act(const step::Call& call);
-  void act(const step::ClearCooldown& cooldown);
-  void act(const step::Fixes& batch);
-  void act(const step::Track& walk);
-  void act(const step::MoveApplication& move);
-  void act(const step::RaiseSignal& raise);
-  void act(const step::SetLocationAuthorization& status);
-  void act(const step::SetNotificationAuthorization& status);
-  void act(const step::CrossRegion& crossing);
-  void act(const step::Relaunch& relaunch);
-  void act(const step::Notify& notify);
-  void act(const step::SetClock& clock);
-  void act(const step::ChangeStore& change);
-  void act(const step::ChangeFile& change);
-  void act(const step::ReadFile& read);
-  void act(const step::FailLocation& failure);
-  void act(const step::FailStorage& storage);
+  // For the step that is performed.
 
+  [[nodiscard]] sim::SimulatedPhone& phone() { return phone_; }
+  [[nodiscard]] Host& host() { return *host_; }
   [[nodiscard]] OrlanServices& services() { return host_->services(); }
-  [[nodiscard]] std::optional<NotificationRequest> find(const step::Notify& notify);
+  [[nodiscard]] OrlanPlugin& plugin() { return *services().plugin; }
+
+  /// The process is killed and begins again.
+  void relaunch(ApplicationState state);
+
   void result(json::Value value);
+
+  /// Writes the outcome down when it is called, which may be long after the step.
+  template <class T>
+  [[nodiscard]] Completion<T> completion() {
+    return [&transcript = transcript_, step = index_, call = call()](const Result<T>& outcome) {
+      if (outcome) {
+        transcript.result(step, call, formOf(*outcome));
+      } else {
+        transcript.failed(step, call, outcome.error());
+      }
+    };
+  }
+
+  /// `what` is wrong with the step's argument `key` after all.
+  void mistaken(std::string_view key, std::string_view what);
+
+ private:
+  [[nodiscard]] const std::string& call() const { return scenario_.steps[index_].call; }
 
   const Scenario& scenario_;
   Transcript& transcript_;
@@ -57,7 +66,6 @@ class Stage {
   std::unique_ptr<Host> host_;
   std::optional<std::string> mistake_;
   std::size_t index_ = 0;  // of the step that is performed
-  std::size_t fix_ = 0;
 };
 
 }  // namespace orlan::simulate

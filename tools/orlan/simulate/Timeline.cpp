@@ -8,7 +8,7 @@ std::vector<Moment> timeline(const Scenario& scenario) {
   std::vector<Moment> moments;
   for (std::size_t index = 0; index < scenario.steps.size(); ++index) {
     const Step& step = scenario.steps[index];
-    const auto* walk = std::get_if<step::Track>(&step.action);
+    const auto* walk = std::get_if<Track>(&step.action);
     const std::size_t fixes = walk == nullptr ? 1 : walk->fixes.size();
     for (std::size_t fix = 0; fix < fixes; ++fix) {
       const Duration at =
@@ -24,7 +24,7 @@ std::vector<Moment> timeline(const Scenario& scenario) {
 std::optional<Duration> walkBeyondTheEnd(const Scenario& scenario) {
   std::optional<Duration> latest;
   for (const Step& step : scenario.steps) {
-    const auto* walk = std::get_if<step::Track>(&step.action);
+    const auto* walk = std::get_if<Track>(&step.action);
     if (walk == nullptr || walk->fixes.empty()) continue;
     const Duration end = step.at + walk->interval * static_cast<std::int64_t>(walk->fixes.size() - 1);
     if (end > scenario.until) latest = std::max(end, latest.value_or(end));

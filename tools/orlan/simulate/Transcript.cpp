@@ -18,6 +18,15 @@ constexpr std::array<std::string_view, 15> events{"log",      "system-log",     
                                                   "region",   "application",      "remote-registration"};
 constexpr std::string_view endEvent = "end";
 
+/// Why a request brought no status: a word, or the fault's own.
+std::string faultName(const Result<HttpReply>& result) {
+  if (result) return "notHTTP";
+  if (result.error() == urlErrors::timedOut()) return "timeout";
+  if (result.error() == urlErrors::cannotConnectToHost()) return "unreachable";
+  if (result.error() == urlErrors::cancelled()) return "cancelled";
+  return result.error().description;
+}
+
 }  // namespace
 
 std::span<const std::string_view> Transcript::eventNames() {
@@ -148,7 +157,7 @@ void Transcript::significantChanges(std::string_view manager, bool running) {
 
 void Transcript::region(phone::RegionAction action, const CircularRegion& region) {
   if (!wants("region")) return;
-  write("region", {{"action", nameOf(action)},
+  write("region", {{"action", wordFor(regionActions, action)},
                    {"identifier", region.identifier},
                    {"latitude", region.circle.centre.latitude},
                    {"longitude", region.circle.centre.longitude},
@@ -156,7 +165,9 @@ void Transcript::region(phone::RegionAction action, const CircularRegion& region
 }
 
 void Transcript::applicationSignal(ApplicationSignal signal, ApplicationState state) {
-  if (wants("application")) write("application", {{"signal", nameOf(signal)}, {"state", nameOf(state)}});
+  if (wants("application"))
+    write("application",
+          {{"signal", wordFor(applicationSignals, signal)}, {"state", wordFor(applicationStates, state)}});
 }
 
 void Transcript::remoteRegistration() {

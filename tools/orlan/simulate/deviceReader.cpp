@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 
 #include "orlan/base/text.hpp"
 #include "phones/linux/PropertyList.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
+#include "tools/orlan/simulate/timeZone.hpp"
 
 namespace orlan::simulate {
 namespace {
@@ -58,13 +58,11 @@ void readBundle(const Item& item, sim::DeviceSettings& device) {
 }
 
 void readDescription(const Members& device, const Files& files, sim::DeviceSettings& settings) {
-  if (const Item vendor = device["vendorIdentifier"]; vendor.isThere()) {
-    settings.vendorIdentifier = readVendorIdentifier(vendor);
-  }
-  settings.systemVersion = device.string("systemVersion", settings.systemVersion);
-  settings.model = device.string("model", settings.model);
-  settings.name = device.string("name", settings.name);
-  settings.locale = device.string("locale", settings.locale);
+  device.into(settings.vendorIdentifier, "vendorIdentifier", readVendorIdentifier);
+  device.into(settings.systemVersion, "systemVersion", &Item::string);
+  device.into(settings.model, "model", &Item::string);
+  device.into(settings.name, "name", &Item::string);
+  device.into(settings.locale, "locale", &Item::string);
   if (device.has("bundle")) readBundle(device["bundle"], settings);
   if (const Item plist = device["plist"]; plist.isThere()) {
     if (auto content = readPropertyList(plist, files)) {
@@ -73,22 +71,24 @@ void readDescription(const Members& device, const Files& files, sim::DeviceSetti
   }
 }
 
+sim::UtcOffset readTimeZone(const Item& item) {
+  auto zone = timeZone(item.string());
+  if (!zone) item.mistaken(zone.error().description);
+  return zone ? std::move(*zone) : sim::UtcOffset();
+}
+
 phone::LocationSettings readLocation(const Members& device, TimePoint start) {
   phone::LocationSettings settings;
-  if (const Item status = device["locationAuthorization"]; status.isThere()) {
-    settings.authorization = readLocationAuthorization(status);
-  }
-  if (const Item status = device["locationAuthorizationAfterRequest"]; status.isThere()) {
-    settings.afterRequest = readLocationAuthorization(status);
-  }
-  if (const Item regions = device["regions"]; regions.isThere()) {
-    settings.regionEvents = regions.oneOf<phone::RegionEvents>(
+  device.into(settings.authorization, "locationAuthorization", readLocationAuthorization);
+  device.into(settings.afterRequest, "locationAuthorizationAfterRequest", readLocationAuthorization);
+  device.into(settings.regionEvents, "regions", [](const Item& regions) {
+    return regions.oneOf<phone::RegionEvents>(
         {{"automatic", phone::RegionEvents::automatic}, {"manual", phone::RegionEvents::manual}});
-  }
-  if (const Item position = device["position"]; position.isThere()) {
+  });
+  device.into(settings.position, "position", [start](const Item& position) {
     const Fix fix = readFix(position.members(keys::fix));
-    settings.position = Location{fix.coordinate, fix.accuracy, start};
-  }
+    return Location{fix.coordinate, fix.accuracy, start};
+  });
   return settings;
 }
 
@@ -102,13 +102,10 @@ Result<bool> readGrant(const Item& item) {
 
 phone::NotificationSettings readNotifications(const Members& device) {
   phone::NotificationSettings settings;
-  if (const Item status = device["notificationAuthorization"]; status.isThere()) {
-    settings.authorization = readNotificationAuthorization(status);
-  }
-  if (const Item grant = device["grantNotifications"]; grant.isThere()) settings.answer = readGrant(grant);
-  if (const Item failure = device["notificationFailure"]; failure.isThere()) {
-    settings.refusal = centreError(failure.string());
-  }
+  device.into(settings.authorization, "notificationAuthorization", readNotificationAuthorization);
+  device.into(settings.answer, "grantNotifications", readGrant);
+  device.into(settings.refusal, "notificationFailure",
+              [](const Item& failure) { return centreError(failure.string()); });
   return settings;
 }
 
@@ -119,17 +116,8 @@ sim::PhoneSettings readDevice(const Item& item, TimePoint start, const Files& fi
   if (!item.isThere()) return phone;
   const Members device = item.members(keys::device);
   readDescription(device, files, phone.device);
-  if (const Item zone = device["timeZone"]; zone.isThere()) {
-    const auto known = sim::TimeZone::named(zone.string());
-    if (known) {
-      phone.timeZone = *known;
-    } else {
-      zone.mistaken(known.error().description);
-    }
-  }
-  if (const Item state = device["application"]; state.isThere()) {
-    phone.application = readApplicationState(state);
-  }
+  device.into(phone.offsetFromUtc, "timeZone", readTimeZone);
+  device.into(phone.application, "application", readApplicationState);
   phone.location = readLocation(device, start);
   phone.notifications = readNotifications(device);
   if (const Item store = device["store"]; store.isThere()) {

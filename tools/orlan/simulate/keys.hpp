@@ -21,6 +21,10 @@ inline constexpr auto response = std::to_array<std::string_view>(
     {"status", "headers", "json", "text", "base64", "file", "error", "delay"});
 
 inline constexpr auto fix = std::to_array<std::string_view>({"latitude", "longitude", "accuracy"});
+/// Of a notification that nobody scheduled.
+inline constexpr auto notification =
+    std::to_array<std::string_view>({"identifier", "title", "body", "userInfo", "subtitle", "badge", "sound",
+                                     "threadIdentifier", "categoryIdentifier"});
 inline constexpr auto answer = std::to_array<std::string_view>({"question_id", "type", "value", "choice"});
 inline constexpr auto selection = std::to_array<std::string_view>({"choice_id"});
 

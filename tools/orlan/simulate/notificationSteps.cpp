@@ -1,5 +1,8 @@
 // Notifications: what the host asks of the library about them, and what comes up or is tapped.
-#include "tools/orlan/simulate/Caller.hpp"
+#include <fmt/format.h>
+
+#include "tools/orlan/simulate/Stage.hpp"
+#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
 namespace orlan::simulate {
@@ -15,59 +18,76 @@ NotificationContent readContent(const Members& step) {
   NotificationContent content;
   content.title = step.string("title", "");
   content.body = step.string("body", "");
-  if (const Item info = step["userInfo"]; info.isThere()) content.userInfo = readUserInfo(info);
+  step.into(content.userInfo, "userInfo", readUserInfo);
   content.subtitle = step.string("subtitle", "");
-  if (const Item badge = step["badge"]; badge.isThere()) content.badge = badge.integer();
-  if (const Item sound = step["sound"]; sound.isThere()) content.sound = sound.string();
+  if (step.has("badge")) content.badge = step["badge"].integer();
+  step.into(content.sound, "sound", &Item::string);
   content.threadIdentifier = step.string("threadIdentifier", "");
   content.categoryIdentifier = step.string("categoryIdentifier", "");
   return content;
 }
 
-step::Notify readNotify(const Members& step) {
-  step.excludes("delivered", {"identifier", "title", "body", "userInfo", "subtitle", "badge", "sound",
-                              "threadIdentifier", "categoryIdentifier"});
+std::optional<NotificationRequest> scheduled(Stage& stage, std::size_t number) {
+  const auto& all = stage.phone().scheduled();
+  if (number < all.size()) return all[number];
+  stage.mistaken("delivered",
+                 fmt::format("expected the number of a notification scheduled by then ({}), found {}",
+                             all.empty() ? "there is none" : fmt::format("0 to {}", all.size() - 1), number));
+  return std::nullopt;
+}
+
+/// Finds the notification that a step is about when it is played: its own, or one that the library scheduled.
+using Find = std::function<std::optional<NotificationRequest>(Stage&)>;
+
+Find readNotification(const Members& step) {
+  step.excludes("delivered", keys::notification);
   if (const Item delivered = step["delivered"]; delivered.isThere()) {
     const std::int64_t number = delivered.integer();
     if (number < 0) delivered.expected("the number of a notification, from 0 on");
-    return {step::Delivered{static_cast<std::size_t>(number)}, std::nullopt};
+    return [number](Stage& stage) { return scheduled(stage, static_cast<std::size_t>(number)); };
   }
-  return {NotificationRequest{step.string("identifier", "notification"), readContent(step)}, std::nullopt};
+  return [request = NotificationRequest{step.string("identifier", "notification"), readContent(step)}](
+             Stage&) { return request; };
 }
 
 Action readPresent(const Members& step, const Files&) {
-  return readNotify(step);
+  return [find = readNotification(step)](Stage& stage) {
+    if (const auto request = find(stage)) stage.phone().notifications().present(*request);
+  };
 }
 
 Action readTap(const Members& step, const Files&) {
-  step::Notify tap = readNotify(step);
-  tap.tappedAction = step.string("actionIdentifier", "default");
-  return tap;
+  return [find = readNotification(step), action = step.string("actionIdentifier", "default")](Stage& stage) {
+    if (const auto request = find(stage)) stage.phone().notifications().tap({*request, action});
+  };
 }
 
-using Track = void (NotificationManager::*)(std::int64_t notificationID, std::int64_t locationID);
-
-StepKind engagement(std::string_view name, Track track) {
+StepKind engagement(std::string_view name, void (NotificationManager::*track)(std::int64_t, std::int64_t)) {
   return {name, {"notificationID", "locationID"}, [track](const Members& call, const Files&) {
-            return step::Call{[track, notification = call["notificationID"].integer(),
-                               location = call["locationID"].integer()](Caller& caller) {
-              ((*caller.services().notificationManager).*track)(notification, location);
-            }};
+            return [track, notification = call["notificationID"].integer(),
+                    location = call["locationID"].integer()](Stage& stage) {
+              ((*stage.services().notificationManager).*track)(notification, location);
+            };
           }};
 }
 
 Action readTestNotification(const Members& call, const Files&) {
-  return step::Call{[info = readUserInfo(call["userInfo"])](Caller& caller) {
-    caller.services().notificationManager->sendTestNotificationWithPayload(info);
-  }};
+  return [info = readUserInfo(call["userInfo"])](Stage& stage) {
+    stage.services().notificationManager->sendTestNotificationWithPayload(info);
+  };
 }
 
 Action readSetDelegate(const Members& call, const Files&) {
   const bool bridge = call["to"].oneOf<bool>({{"NotificationManager", false}, {"NotificationBridge", true}});
-  return step::Call{[bridge](Caller& caller) {
-    if (bridge) return caller.host().installBridge();
-    caller.services().notificationManager->setAsNotificationDelegate();
-  }};
+  return [bridge](Stage& stage) {
+    if (bridge) return stage.host().installBridge();
+    stage.services().notificationManager->setAsNotificationDelegate();
+  };
+}
+
+std::vector<std::string_view> withContent(std::vector<std::string_view> arguments) {
+  arguments.insert(arguments.end(), keys::notification.begin(), keys::notification.end());
+  return arguments;
 }
 
 }  // namespace
@@ -77,20 +97,14 @@ std::vector<StepKind> notificationSteps() {
       engagement("trackMediaView", &NotificationManager::trackMediaView),
       engagement("trackCTAEngagement", &NotificationManager::trackCTAEngagement),
       plainCall("sendTestNotification",
-                [](Caller& c) { c.services().notificationManager->sendTestNotification(); }),
+                [](Stage& s) { s.services().notificationManager->sendTestNotification(); }),
       {"sendTestNotificationWithPayload", {"userInfo"}, readTestNotification},
       plainCall("sendFirebaseStyleTestNotification",
-                [](Caller& c) { c.services().notificationManager->sendFirebaseStyleTestNotification(); }),
-      plainCall("clearLatest", [](Caller& c) { c.services().notificationManager->clearLatest(); }),
+                [](Stage& s) { s.services().notificationManager->sendFirebaseStyleTestNotification(); }),
+      plainCall("clearLatest", [](Stage& s) { s.services().notificationManager->clearLatest(); }),
       {"setNotificationDelegate", {"to"}, readSetDelegate},
-      {"present",
-       {"delivered", "identifier", "title", "body", "userInfo", "subtitle", "badge", "sound",
-        "threadIdentifier", "categoryIdentifier"},
-       readPresent},
-      {"tap",
-       {"delivered", "identifier", "title", "body", "userInfo", "subtitle", "badge", "sound",
-        "threadIdentifier", "categoryIdentifier", "actionIdentifier"},
-       readTap},
+      {"present", withContent({"delivered"}), readPresent},
+      {"tap", withContent({"delivered", "actionIdentifier"}), readTap},
   };
 }
 

@@ -1,4 +1,5 @@
 // What happens to the phone.
+#include "tools/orlan/simulate/Stage.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
@@ -8,87 +9,100 @@ namespace {
 
 Action readFixes(const Members& step, const Files&) {
   step.excludes("fixes", {"latitude", "longitude", "accuracy"});
-  step::Fixes batch;
-  if (!step.has("fixes")) {
-    batch.fixes.push_back(readFix(step));
-    return batch;
+  std::vector<Fix> fixes;
+  if (step.has("fixes")) {
+    for (const Item& fix : step["fixes"].elements()) fixes.push_back(readFix(fix.members(keys::fix)));
+  } else {
+    fixes.push_back(readFix(step));
   }
-  for (const Item& fix : step["fixes"].elements()) batch.fixes.push_back(readFix(fix.members(keys::fix)));
-  return batch;
+  return [fixes](Stage& stage) {
+    std::vector<Location> batch;
+    for (const Fix& fix : fixes) batch.push_back(stage.phone().fixAt(fix.coordinate, fix.accuracy));
+    stage.phone().locations().deliver(batch);
+  };
 }
 
 Action readApplication(const Members& step, const Files&) {
   step.excludes("signal", {"to"});
-  if (!step.has("signal")) return step::MoveApplication{readApplicationState(step["to"])};
-  return step::RaiseSignal{step["signal"].oneOf<ApplicationSignal>(
-      {{"didEnterBackground", ApplicationSignal::didEnterBackground},
-       {"willEnterForeground", ApplicationSignal::willEnterForeground},
-       {"didBecomeActive", ApplicationSignal::didBecomeActive},
-       {"willResignActive", ApplicationSignal::willResignActive}})};
-}
-
-Action readStore(const Members& step, const Files&) {
-  step::ChangeStore change{step["key"].string(), std::nullopt};
-  if (const Item value = step["value"]; !value.isNull()) {
-    if (!value.isThere()) value.expected("a value, or null to remove the key");
-    change.value = readStorable(value);
+  if (step.has("signal")) {
+    return [signal = step["signal"].oneOf<ApplicationSignal>(applicationSignals)](Stage& stage) {
+      stage.phone().application().raise(signal);
+    };
   }
-  return change;
-}
-
-Action readFile(const Members& step, const Files&) {
-  step::ChangeFile change{readFileName(step["name"]), std::nullopt};
-  if (const Item text = step["text"]; !text.isNull()) change.text = text.string();
-  return change;
-}
-
-Action readEnterRegion(const Members& step, const Files&) {
-  return step::CrossRegion{step["identifier"].string(), true};
-}
-
-Action readExitRegion(const Members& step, const Files&) {
-  return step::CrossRegion{step["identifier"].string(), false};
-}
-
-Action readRelaunch(const Members& step, const Files&) {
-  step::Relaunch relaunch;
-  const Item state = step["application"];
-  if (state.isThere()) relaunch.application = readApplicationState(state);
-  return relaunch;
-}
-
-Action readWalk(const Members& step, const Files& files) {
-  return readTrack(step, files);
+  return [to = readApplicationState(step["to"])](Stage& stage) { stage.phone().application().moveTo(to); };
 }
 
 Action readLocationStatus(const Members& step, const Files&) {
-  return step::SetLocationAuthorization{readLocationAuthorization(step["to"])};
+  return [to = readLocationAuthorization(step["to"])](Stage& stage) {
+    stage.phone().locations().setAuthorization(to);
+  };
 }
 
 Action readNotificationStatus(const Members& step, const Files&) {
-  return step::SetNotificationAuthorization{readNotificationAuthorization(step["to"])};
+  return [to = readNotificationAuthorization(step["to"])](Stage& stage) {
+    stage.phone().notifications().setAuthorization(to);
+  };
+}
+
+StepKind regionStep(std::string_view name, void (phone::LocationHub::*cross)(std::string_view)) {
+  return {name, {"identifier"}, [cross](const Members& step, const Files&) -> Action {
+            return [cross, identifier = step["identifier"].string()](Stage& stage) {
+              (stage.phone().locations().*cross)(identifier);
+            };
+          }};
+}
+
+Action readRelaunch(const Members& step, const Files&) {
+  ApplicationState state = ApplicationState::active;
+  step.into(state, "application", readApplicationState);
+  return [state](Stage& stage) { stage.relaunch(state); };
 }
 
 Action readClock(const Members& step, const Files&) {
-  return step::SetClock{step.dateTime("to")};
+  return [to = step.dateTime("to")](Stage& stage) { stage.phone().clock().set(to); };
+}
+
+Action readStore(const Members& step, const Files&) {
+  std::string key = step["key"].string();
+  const Item value = step["value"];
+  if (!value.isThere()) value.expected("a value, or null to remove the key");
+  return [key = std::move(key), stored = value.isNull() ? json::Value() : readStorable(value)](Stage& stage) {
+    stage.phone().store().change(key, stored);
+  };
+}
+
+Action readFile(const Members& step, const Files&) {
+  std::string name = readFileName(step["name"]);
+  const Item text = step["text"];
+  return [name = std::move(name), text = text.isNull() ? std::nullopt : std::optional(text.string())](
+             Stage& stage) { stage.phone().files().change(name, text); };
 }
 
 Action readReadFile(const Members& step, const Files&) {
-  return step::ReadFile{readFileName(step["name"])};
+  return [name = readFileName(step["name"])](Stage& stage) {
+    stage.result(stage.phone().files().content(name));
+  };
 }
 
 Action readLocationError(const Members& step, const Files&) {
-  return step::FailLocation{step["description"].string()};
+  return [error = Error{"LocationService", -1, step["description"].string()}](Stage& stage) {
+    stage.phone().locations().fail(error);
+  };
 }
 
 Action readStorage(const Members& step, const Files&) {
-  return step::FailStorage{step["fail"].oneOf<sim::StorageFault>({{"writes", sim::StorageFault::writes},
-                                                                  {"reads", sim::StorageFault::reads},
-                                                                  {"none", sim::StorageFault::none}})};
+  using sim::StorageFault;
+  const auto fault = step["fail"].oneOf<StorageFault>(
+      {{"writes", StorageFault::writes}, {"reads", StorageFault::reads}, {"none", StorageFault::none}});
+  return [fault](Stage& stage) { stage.phone().files().fail(fault); };
 }
 
 Action readClearCooldown(const Members& step, const Files&) {
-  return step::ClearCooldown{step["monitor"].oneOf<bool>({{"foreground", false}, {"background", true}})};
+  const bool background = step["monitor"].oneOf<bool>({{"foreground", false}, {"background", true}});
+  return [background](Stage& stage) {
+    if (background) return stage.services().backgroundMonitor->clearCooldown();
+    stage.services().foregroundMonitor->clearCooldown();
+  };
 }
 
 }  // namespace
@@ -97,12 +111,12 @@ std::vector<StepKind> phoneSteps() {
   return {
       {"clearCooldown", {"monitor"}, readClearCooldown},
       {"fix", {"latitude", "longitude", "accuracy", "fixes"}, readFixes},
-      {"track", {"points", "file", "speed", "interval", "accuracy"}, readWalk},
+      {"track", {"points", "file", "speed", "interval", "accuracy"}, readTrack},
       {"application", {"to", "signal"}, readApplication},
       {"locationAuthorization", {"to"}, readLocationStatus},
       {"notificationAuthorization", {"to"}, readNotificationStatus},
-      {"enterRegion", {"identifier"}, readEnterRegion},
-      {"exitRegion", {"identifier"}, readExitRegion},
+      regionStep("enterRegion", &phone::LocationHub::enterRegion),
+      regionStep("exitRegion", &phone::LocationHub::exitRegion),
       {"relaunch", {"application"}, readRelaunch},
       {"clock", {"to"}, readClock},
       {"store", {"key", "value"}, readStore},

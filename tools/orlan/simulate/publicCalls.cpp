@@ -1,5 +1,5 @@
 // What a host asks of the library besides starting it.
-#include "tools/orlan/simulate/Caller.hpp"
+#include "tools/orlan/simulate/Stage.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
@@ -7,39 +7,38 @@ namespace orlan::simulate {
 namespace {
 
 Action readUpdateSegments(const Members& call, const Files&) {
-  return step::Call{[tags = call["segmentations"].strings()](Caller& caller) {
-    caller.plugin().updateSegments(tags, caller.completion<bool>());
-  }};
+  return [tags = call["segmentations"].strings()](Stage& stage) {
+    stage.plugin().updateSegments(tags, stage.completion<bool>());
+  };
 }
 
 Action readFetchConfiguration(const Members& call, const Files&) {
-  return step::Call{[force = call.boolean("forceRefresh", false)](Caller& caller) {
-    caller.plugin().fetchConfiguration(force, caller.completion<OrlanConfiguration>());
-  }};
+  return [force = call.boolean("forceRefresh", false)](Stage& stage) {
+    stage.plugin().fetchConfiguration(force, stage.completion<OrlanConfiguration>());
+  };
 }
 
 Action readSetCorrelationId(const Members& call, const Files&) {
-  return step::Call{[correlationId = call["correlationId"].string()](Caller& caller) {
-    caller.plugin().setCorrelationId(correlationId);
-  }};
+  return [correlationId = call["correlationId"].string()](Stage& stage) {
+    stage.plugin().setCorrelationId(correlationId);
+  };
 }
 
 Action readTransform(const Members& call, const Files&) {
-  return step::Call{
-      [text = call["text"].string()](Caller& caller) { caller.result(caller.plugin().transform(text)); }};
+  return [text = call["text"].string()](Stage& stage) { stage.result(stage.plugin().transform(text)); };
 }
 
 Action readUpdateAPNsToken(const Members& call, const Files&) {
-  return step::Call{[token = readHex(call["token"])](Caller&) { OrlanPlugin::updateAPNsToken(token); }};
+  return [token = readHex(call["token"])](Stage&) { OrlanPlugin::updateAPNsToken(token); };
 }
 
 Action readUpdateFCMToken(const Members& call, const Files&) {
-  return step::Call{[token = call["token"].string()](Caller&) { OrlanPlugin::updateFCMToken(token); }};
+  return [token = call["token"].string()](Stage&) { OrlanPlugin::updateFCMToken(token); };
 }
 
-void getCurrentConfiguration(Caller& caller) {
-  const auto configuration = caller.plugin().getCurrentConfiguration();
-  caller.result(configuration ? formOf(*configuration) : json::Value());
+void getCurrentConfiguration(Stage& stage) {
+  const auto configuration = stage.plugin().getCurrentConfiguration();
+  stage.result(configuration ? formOf(*configuration) : json::Value());
 }
 
 std::vector<StepKind> backendCalls() {
@@ -47,13 +46,13 @@ std::vector<StepKind> backendCalls() {
       {"updateSegments", {"segmentations"}, readUpdateSegments},
       {"fetchConfiguration", {"forceRefresh"}, readFetchConfiguration},
       plainCall("refreshPrivacyText",
-                [](Caller& c) { c.plugin().refreshPrivacyText(c.completion<std::string>()); }),
-      plainCall("getPrivacyText", [](Caller& c) { c.result(c.plugin().getPrivacyText()); }),
+                [](Stage& s) { s.plugin().refreshPrivacyText(s.completion<std::string>()); }),
+      plainCall("getPrivacyText", [](Stage& s) { s.result(s.plugin().getPrivacyText()); }),
       plainCall("getCurrentConfiguration", getCurrentConfiguration),
       {"setCorrelationId", {"correlationId"}, readSetCorrelationId},
-      plainCall("getCorrelationId", [](Caller& c) { c.result(c.plugin().getCorrelationId()); }),
-      plainCall("clearCorrelationId", [](Caller& c) { c.plugin().clearCorrelationId(); }),
-      plainCall("refetchGeofence", [](Caller& c) { c.plugin().refetchGeofence(); }),
+      plainCall("getCorrelationId", [](Stage& s) { s.result(s.plugin().getCorrelationId()); }),
+      plainCall("clearCorrelationId", [](Stage& s) { s.plugin().clearCorrelationId(); }),
+      plainCall("refetchGeofence", [](Stage& s) { s.plugin().refetchGeofence(); }),
       {"updateAPNsToken", {"token"}, readUpdateAPNsToken},
       {"updateFCMToken", {"token"}, readUpdateFCMToken},
   };
@@ -61,17 +60,17 @@ std::vector<StepKind> backendCalls() {
 
 std::vector<StepKind> localCalls() {
   return {
-      plainCall("requestLocationWhenInUse", [](Caller& c) { c.plugin().requestLocationWhenInUse(); }),
-      plainCall("requestLocationAlways", [](Caller& c) { c.plugin().requestLocationAlways(); }),
-      plainCall("requestPushPermission", [](Caller& c) { c.plugin().requestPushPermission(); }),
+      plainCall("requestLocationWhenInUse", [](Stage& s) { s.plugin().requestLocationWhenInUse(); }),
+      plainCall("requestLocationAlways", [](Stage& s) { s.plugin().requestLocationAlways(); }),
+      plainCall("requestPushPermission", [](Stage& s) { s.plugin().requestPushPermission(); }),
       plainCall("locationAuthorizationStatus",
-                [](Caller& c) { c.result(c.plugin().locationAuthorizationStatusRaw()); }),
+                [](Stage& s) { s.result(s.plugin().locationAuthorizationStatusRaw()); }),
       plainCall("pushAuthorizationStatus",
-                [](Caller& c) { c.result(c.plugin().pushAuthorizationStatusRaw()); }),
+                [](Stage& s) { s.result(s.plugin().pushAuthorizationStatusRaw()); }),
       {"transform", {"text"}, readTransform},
-      plainCall("clearLogs", [](Caller& c) { c.plugin().clearLogs(); }),
-      plainCall("getNotificationStats", [](Caller& c) { c.result(c.plugin().getNotificationStats()); }),
-      plainCall("resetNotificationStats", [](Caller& c) { c.plugin().resetNotificationStats(); }),
+      plainCall("clearLogs", [](Stage& s) { s.plugin().clearLogs(); }),
+      plainCall("getNotificationStats", [](Stage& s) { s.result(s.plugin().getNotificationStats()); }),
+      plainCall("resetNotificationStats", [](Stage& s) { s.plugin().resetNotificationStats(); }),
   };
 }
 

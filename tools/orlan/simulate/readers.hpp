@@ -17,7 +17,7 @@ namespace orlan::simulate {
 [[nodiscard]] BaseUrls readHosts(const Item& hosts);
 [[nodiscard]] std::vector<Step> readSteps(const Item& steps, const Files& files);
 
-[[nodiscard]] step::Track readTrack(const Members& members, const Files& files);
+[[nodiscard]] Track readTrack(const Members& members, const Files& files);
 
 /// A fix among members that may hold more than that.
 [[nodiscard]] Fix readFix(const Members& members);

@@ -1,45 +1,32 @@
 // The host starts the library.
 #include <algorithm>
-#include <variant>
+#include <optional>
 
 #include "orlan/backend/Config.hpp"
-#include "tools/orlan/simulate/Caller.hpp"
+#include "tools/orlan/simulate/Stage.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
 namespace orlan::simulate {
 namespace {
 
-/// With which credentials a start is called: one of its three forms.
-struct AppScoped {
-  std::string companyApiKey;
-  std::string appId;
-  std::string appApiKey;
-  std::string iosBundleId;
+/// With which credentials a start is called; without any it takes them from the property list.
+struct Credentials {
+  struct AppScoped {
+    std::string companyApiKey, appId, appApiKey, iosBundleId;
+  };
+  std::optional<std::string> apiKey;
+  std::optional<AppScoped> app;
 };
-struct ApiKey {
-  std::string apiKey;
-};
-struct FromPropertyList {};
-using Choice = std::variant<FromPropertyList, ApiKey, AppScoped>;
 
-template <class... Handlers>
-struct Overloaded : Handlers... {
-  using Handlers::operator()...;
-};
-template <class... Handlers>
-Overloaded(Handlers...) -> Overloaded<Handlers...>;
-
-/// Which of the three starts it is, by the arguments that are there.
-Choice readChoice(const Members& call) {
+/// Which of the three starts it is follows from the arguments that are there.
+Credentials readCredentials(const Members& call) {
   const std::initializer_list<std::string_view> appScoped = {"companyApiKey", "appId", "appApiKey",
                                                              "iosBundleId", "includeLegacyApiKeyHeader"};
   call.excludes("apiKey", appScoped);
-  if (call.has("apiKey")) return ApiKey{call["apiKey"].string()};
-  if (std::none_of(appScoped.begin(), appScoped.end(), [&](std::string_view key) { return call.has(key); })) {
-    return FromPropertyList{};
-  }
-  return AppScoped{call["companyApiKey"].string(), call["appId"].string(), call["appApiKey"].string(),
-                   call["iosBundleId"].string()};
+  if (call.has("apiKey")) return {call["apiKey"].string(), std::nullopt};
+  if (std::none_of(appScoped.begin(), appScoped.end(), [&](auto key) { return call.has(key); })) return {};
+  return {std::nullopt, Credentials::AppScoped{call["companyApiKey"].string(), call["appId"].string(),
+                                               call["appApiKey"].string(), call["iosBundleId"].string()}};
 }
 
 Config::Environment readEnvironment(const Item& env) {
@@ -51,45 +38,38 @@ Config::Environment readEnvironment(const Item& env) {
                                  {"production", Environment::production}});
 }
 
-OrlanPlugin::Delegate delegateIf(bool wanted, Caller& caller) {
-  return wanted ? caller.host().delegate() : OrlanPlugin::Delegate();
+OrlanPlugin::Delegate delegateIf(bool wanted, Stage& stage) {
+  return wanted ? stage.host().delegate() : OrlanPlugin::Delegate();
 }
 
 Action readStart(const Members& call, const Files&) {
-  const Item tags = call["segmentations"];
-  return step::Call{[choice = readChoice(call), env = readEnvironment(call["env"]),
-                     segmentations = tags.isThere() ? tags.strings() : std::vector<std::string>(),
-                     legacy = call.boolean("includeLegacyApiKeyHeader", true),
-                     wanted = call.boolean("delegate", true)](Caller& caller) {
-    OrlanPlugin& plugin = caller.plugin();
-    const auto delegate = delegateIf(wanted, caller);
-    std::visit(Overloaded{[&](const FromPropertyList&) { plugin.start(env, segmentations, delegate); },
-                          [&](const ApiKey& key) { plugin.start(key.apiKey, env, segmentations, delegate); },
-                          [&](const AppScoped& app) {
-                            plugin.start(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId, env,
-                                         segmentations, legacy, delegate);
-                          }},
-               choice);
-  }};
+  std::vector<std::string> tags;
+  call.into(tags, "segmentations", &Item::strings);
+  return [credentials = readCredentials(call), env = readEnvironment(call["env"]), tags = std::move(tags),
+          legacy = call.boolean("includeLegacyApiKeyHeader", true),
+          wanted = call.boolean("delegate", true)](Stage& stage) {
+    const auto delegate = delegateIf(wanted, stage);
+    if (credentials.apiKey) return stage.plugin().start(*credentials.apiKey, env, tags, delegate);
+    if (!credentials.app) return stage.plugin().start(env, tags, delegate);
+    const auto& app = *credentials.app;
+    stage.plugin().start(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId, env, tags, legacy,
+                         delegate);
+  };
 }
 
 Action readStartBridged(const Members& call, const Files&) {
   const Item tags = call["segmentations"];
   if (tags.isThere() && !tags.isNull() && tags.value().array() == nullptr) tags.expected("an array or null");
   const Item environment = call["environment"];
-  return step::Call{[choice = readChoice(call), env = environment.isThere() ? environment.integer() : 1,
-                     segmentations = tags.value(), wanted = call.boolean("delegate", true)](Caller& caller) {
-    OrlanPlugin& plugin = caller.plugin();
-    const auto delegate = delegateIf(wanted, caller);
-    std::visit(
-        Overloaded{[&](const FromPropertyList&) { plugin.startBridged(env, segmentations, delegate); },
-                   [&](const ApiKey& key) { plugin.startBridged(key.apiKey, env, segmentations, delegate); },
-                   [&](const AppScoped& app) {
-                     plugin.startBridged(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId, env,
-                                         segmentations, delegate);
-                   }},
-        choice);
-  }};
+  return [credentials = readCredentials(call), env = environment.isThere() ? environment.integer() : 1,
+          tags = tags.value(), wanted = call.boolean("delegate", true)](Stage& stage) {
+    const auto delegate = delegateIf(wanted, stage);
+    if (credentials.apiKey) return stage.plugin().startBridged(*credentials.apiKey, env, tags, delegate);
+    if (!credentials.app) return stage.plugin().startBridged(env, tags, delegate);
+    const auto& app = *credentials.app;
+    stage.plugin().startBridged(app.companyApiKey, app.appId, app.appApiKey, app.iosBundleId, env, tags,
+                                delegate);
+  };
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct StepKind {
 /// A step without arguments that makes this call.
 template <class Make>
 [[nodiscard]] StepKind plainCall(std::string_view name, Make make) {
-  return {name, {}, [make = std::move(make)](const Members&, const Files&) { return step::Call{make}; }};
+  return {name, {}, [make = std::move(make)](const Members&, const Files&) { return Act(make); }};
 }
 
 }  // namespace orlan::simulate

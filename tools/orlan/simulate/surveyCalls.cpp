@@ -1,5 +1,5 @@
 // A host reports what a person did with a survey.
-#include "tools/orlan/simulate/Caller.hpp"
+#include "tools/orlan/simulate/Stage.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
@@ -33,19 +33,17 @@ std::optional<std::string> readLocationId(const Item& id) {
 Action readSubmitSurveyResponse(const Members& call, const Files&) {
   std::vector<SurveyAnswer> answers;
   for (const Item& answer : call["answers"].elements()) answers.push_back(readAnswer(answer));
-  return step::Call{[notificationId = call["notificationId"].string(),
-                     locationId = readLocationId(call["locationId"]),
-                     answers = std::move(answers)](Caller& caller) {
-    caller.plugin().submitSurveyResponse(notificationId, locationId, answers, caller.completion<bool>());
-  }};
+  return [notificationId = call["notificationId"].string(), locationId = readLocationId(call["locationId"]),
+          answers = std::move(answers)](Stage& stage) {
+    stage.plugin().submitSurveyResponse(notificationId, locationId, answers, stage.completion<bool>());
+  };
 }
 
 Action readTrackSurveyEvent(const Members& call, const Files&) {
-  return step::Call{[notificationId = call["notificationId"].string(),
-                     locationId = readLocationId(call["locationId"]),
-                     activity = call["activity"].string()](Caller& caller) {
-    caller.plugin().trackSurveyEvent(notificationId, locationId, activity, caller.completion<bool>());
-  }};
+  return [notificationId = call["notificationId"].string(), locationId = readLocationId(call["locationId"]),
+          activity = call["activity"].string()](Stage& stage) {
+    stage.plugin().trackSurveyEvent(notificationId, locationId, activity, stage.completion<bool>());
+  };
 }
 
 }  // namespace

@@ -42,8 +42,8 @@ Walk readTrackFile(const Item& file, const Files& files) {
 
 }  // namespace
 
-step::Track readTrack(const Members& members, const Files& files) {
-  step::Track track{std::chrono::seconds(1), {}};
+Track readTrack(const Members& members, const Files& files) {
+  Track track{std::chrono::seconds(1), {}};
   const Item points = members["points"];
   const Item file = members["file"];
   members.excludes("points", {"file"});

@@ -16,7 +16,7 @@ std::optional<int> hexDigit(char digit) {
 Fix readFix(const Members& members) {
   Fix fix;
   fix.coordinate = {members["latitude"].number(), members["longitude"].number()};
-  if (members.has("accuracy")) fix.accuracy = members["accuracy"].number();
+  members.into(fix.accuracy, "accuracy", &Item::number);
   return fix;
 }
 
@@ -29,9 +29,7 @@ NotificationAuthorization readNotificationAuthorization(const Item& status) {
 }
 
 ApplicationState readApplicationState(const Item& state) {
-  return state.oneOf<ApplicationState>({{"active", ApplicationState::active},
-                                        {"inactive", ApplicationState::inactive},
-                                        {"background", ApplicationState::background}});
+  return state.oneOf<ApplicationState>(applicationStates);
 }
 
 json::Value readStorable(const Item& item) {

@@ -84,12 +84,11 @@ TEST(ScenarioReader, AMistakeIsNamedWithItsPlace) {
       {"no object", "[]", "the scenario: expected an object, found an array"},
       {"no steps", "{}", "steps: expected an array, found nothing"},
       {"unknown member", R"({"step": []})", R"(step: unknown key, did you mean "steps"?)"},
-      {"control characters", R"({"ste\u001bps": []})", R"(ste\u001bps: unknown key, did you mean "steps"?)"},
       {"start", with("start", R"("2026-02-30T00:00:00Z")"),
        R"(start: expected a date and time in UTC such as "2026-01-01T00:00:00Z", found "2026-02-30T00:00:00Z")"},
-      {"start elsewhere", with("start", R"("2026-01-01T00:00:00+01:00")"),
-       R"(start: expected a date and time in UTC such as "2026-01-01T00:00:00Z", found "2026-01-01T00:00:00+01:00")"},
       {"seed", with("seed", "1.5"), "seed: expected an integer, found 1.5"},
+      {"long value", with("seed", '"' + std::string(500, 'x') + '"'),
+       "seed: expected an integer, found \"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx…"},
       {"until", R"({"until": 1, "steps": [{"at": 2, "do": "relaunch"}]})",
        "until: expected the time of the last step (2.0) or later, found 1"},
 
@@ -113,16 +112,10 @@ TEST(ScenarioReader, AMistakeIsNamedWithItsPlace) {
        R"(device.store.k.base64: expected base64 text, found "?")"},
       {"file name", device(R"({"files": {"../x": ""}})"),
        R"(device.files.../x: expected the name of a file, found "../x")"},
-      {"property list", device(R"({"plist": "OrlanConfig.plist"})"),
-       R"(device.plist: expected an object, found "OrlanConfig.plist")"},
       {"property list file", device(R"({"plist": {"file": "no/such.plist"}})"),
        R"(device.plist: cannot read "no/such.plist": No such file or directory)"},
 
-      {"host", with("hosts", R"({"platform": {"stagin": "https://x.example"}})"),
-       R"(hosts.platform.stagin: unknown key, did you mean "staging"?)"},
       {"no responses", responses("[]"), "backend[0].responses: expected at least one response"},
-      {"response member", responses(R"([{"stauts": 1}])"),
-       R"(backend[0].responses[0].stauts: unknown key, did you mean "status"?)"},
       {"two bodies", responses(R"([{"json": null, "text": ""}])"),
        R"(backend[0].responses[0].text: does not go with "json")"},
       {"fault", responses(R"([{}, {"error": "tiemout"}])"),
@@ -142,54 +135,19 @@ TEST(ScenarioReader, AMistakeIsNamedWithItsPlace) {
       {"unknown step", step(R"("strat")"), R"(steps[0].do: unknown step "strat", did you mean "start"?)"},
       {"latitude", step(R"("fix", "latitude": "abc", "longitude": 1)"),
        R"(steps[0].latitude: expected a number, found "abc")"},
-      {"fix of a batch", step(R"("fix", "fixes": [{"latitude": 1, "longitude": 2}, {"latitude": 1}])"),
-       "steps[0].fixes[1].longitude: expected a number, found nothing"},
-      {"fix and fixes", step(R"("fix", "fixes": [], "latitude": 1)"),
-       R"(steps[0].latitude: does not go with "fixes")"},
       {"foreign argument", step(R"("relaunch", "token": "1")"),
        R"(steps[0].token: unknown key, did you mean "do"?)"},
-      {"two kinds of start", step(R"("start", "apiKey": "K", "appId": "A")"),
-       R"(steps[0].appId: does not go with "apiKey")"},
-      {"half a start", step(R"("start", "companyApiKey": "K", "appId": "A", "iosBundleId": "B")"),
-       "steps[0].appApiKey: expected a string, found nothing"},
-      {"segmentations", step(R"("start", "segmentations": ["a", 1])"),
-       "steps[0].segmentations[1]: expected a string, found 1"},
       {"bridged segmentations", step(R"("startBridged", "segmentations": "a")"),
        R"(steps[0].segmentations: expected an array or null, found "a")"},
-      {"bridged header flag", step(R"("startBridged", "includeLegacyApiKeyHeader": true)"),
-       R"(steps[0].includeLegacyApiKeyHeader: unknown key, did you mean "companyApiKey"?)"},
-      {"argument of a call without any", step(R"("clearLogs", "text": "")"),
-       R"(steps[0].text: unknown key, did you mean "at"?)"},
       {"force", step(R"("fetchConfiguration", "forceRefresh": 1)"),
        "steps[0].forceRefresh: expected true or false, found 1"},
       {"half a byte", step(R"("updateAPNsToken", "token": "0aF")"),
        R"(steps[0].token: expected bytes in hexadecimal digits, two a byte, found "0aF")"},
-      {"no digits", step(R"("updateAPNsToken", "token": "0g")"),
-       R"(steps[0].token: expected bytes in hexadecimal digits, two a byte, found "0g")"},
-      {"notification of a survey", step(R"("trackSurveyEvent", "notificationId": 1, "activity": "a")"),
-       "steps[0].notificationId: expected a string, found 1"},
-      {"answer",
-       step(
-           R"("submitSurveyResponse", "notificationId": "1", "answers": [{"question_id": 1, "type": "RATING"}])"),
-       "steps[0].answers[0].value: expected a string, found nothing"},
       {"selection", step(R"("submitSurveyResponse", "notificationId": "1", "answers": [
          {"question_id": 1, "type": "SLIDER", "value": "", "choice": [{"choiceId": 1}]}])"),
        R"(steps[0].answers[0].choice[0].choiceId: unknown key, did you mean "choice_id"?)"},
-      {"engagement", step(R"("trackMediaView", "notificationID": "1", "locationID": 1)"),
-       R"(steps[0].notificationID: expected an integer, found "1")"},
-      {"payload", step(R"("sendTestNotificationWithPayload", "userInfo": [])"),
-       "steps[0].userInfo: expected an object, found an array"},
-      {"delegate", step(R"("setNotificationDelegate", "to": "Bridge")"),
-       R"(steps[0].to: expected "NotificationManager" or "NotificationBridge", found "Bridge")"},
-      {"delivered and more", step(R"("tap", "delivered": 0, "title": "t")"),
-       R"(steps[0].title: does not go with "delivered")"},
       {"delivered", step(R"("present", "delivered": -1)"),
        "steps[0].delivered: expected the number of a notification, from 0 on, found -1"},
-      {"action of what nobody tapped", step(R"("present", "actionIdentifier": "default")"),
-       R"(steps[0].actionIdentifier: unknown key, did you mean "categoryIdentifier"?)"},
-      {"monitor", step(R"("clearCooldown", "monitor": "both")"),
-       R"(steps[0].monitor: expected "foreground" or "background", found "both")"},
-      {"region", step(R"("enterRegion")"), "steps[0].identifier: expected a string, found nothing"},
       {"walk without a way", step(R"("track")"),
        R"(steps[0].points: expected the points of a walk, or a "file", found nothing)"},
       {"walk without a speed", step(R"("track", "points": [[1, 2]])"),
@@ -200,13 +158,6 @@ TEST(ScenarioReader, AMistakeIsNamedWithItsPlace) {
        "steps[0]: the walk has more than ten million fixes"},
       {"store without a value", step(R"("store", "key": "k")"),
        "steps[0].value: expected a value, or null to remove the key, found nothing"},
-      {"clock", step(R"("clock", "to": 5)"),
-       R"(steps[0].to: expected a date and time in UTC such as "2026-01-01T00:00:00Z", found 5)"},
-      {"signal", step(R"("application", "signal": "didEnterForeground")"),
-       R"(steps[0].signal: expected "didEnterBackground", "willEnterForeground", "didBecomeActive" or )"
-       R"("willResignActive", found "didEnterForeground")"},
-      {"state and signal", step(R"("application", "signal": "didBecomeActive", "to": "active")"),
-       R"(steps[0].to: does not go with "signal")"},
       {"only the first mistake", R"({"seed": "x", "steps": [{"at": -1}]})",
        R"(seed: expected an integer, found "x")"},
   };
@@ -218,11 +169,6 @@ TEST(ScenarioReader, TextThatIsNoJsonIsRefused) {
                            R"({"seed": 18446744073709551616, "steps": []})", "\xff"}) {
     EXPECT_FALSE(parse(text)) << text;
   }
-}
-
-TEST(ScenarioReader, LongValuesAreShownInPart) {
-  EXPECT_EQ(mistakeIn(with("seed", '"' + std::string(500, 'x') + '"')),
-            "seed: expected an integer, found \"" + std::string(59, 'x') + "…");
 }
 
 TEST(ScenarioReader, FilesLieBesideTheScenario) {
@@ -245,7 +191,7 @@ TEST(ScenarioReader, FilesLieBesideTheScenario) {
   ASSERT_TRUE(scenario) << scenario.error().description;
   EXPECT_TRUE(scenario->phone.device.propertyLists.empty()) << "what stands in it is the library's affair";
   EXPECT_EQ(scenario->backend[0].answers[0].outcome->body, "answer");
-  const auto& walk = std::get<step::Track>(scenario->steps[0].action);
+  const auto& walk = std::get<Track>(scenario->steps[0].action);
   ASSERT_EQ(walk.fixes.size(), 3u);
   EXPECT_EQ(walk.fixes[1].coordinate, (Coordinate{1, 3}));
   EXPECT_EQ(walk.fixes[1].accuracy, 7.0);

@@ -81,9 +81,11 @@ TEST_F(SimulateSession, AReportIsWrittenWhereAskedFor) {
 
 TEST_F(SimulateSession, AScenarioThatIsNotValidLeavesNothing) {
   file("out.jsonl", "old");
-  options.scenario = file("bad.json", R"({"steps": 1})");
+  options.scenario = file("bad\x1b.json", R"({"ste\u001bps": 1})");
   EXPECT_EQ(run(), 2);
-  EXPECT_EQ(err, "orlan: " + options.scenario + ": steps: expected an array, found 1\n");
+  EXPECT_EQ(err, "orlan: " + (folder / R"(bad\u001b.json)").string() +
+                     R"(: ste\u001bps: unknown key, did you mean "steps"?)"
+                     "\n");
   EXPECT_EQ(written(), "old");
   options.scenario = (folder / "missing.json").string();
   EXPECT_EQ(run(), 2);

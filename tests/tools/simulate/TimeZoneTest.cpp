@@ -26,7 +26,7 @@ TEST(TimeZone, IsAnOffsetOrAName) {
       {"GMT+05:45", winter, 345},
       {"+14", winter, 840},
       {"-0:30", winter, -30},
-      {"Europe/London", springForward - seconds(1), 0},
+      {"Europe/London", springForward - 1s, 0},
       {"Europe/London", springForward, 60},
       {"Europe/London", TimePoint(), 60},                // summer time all year then
       {"Europe/London", sys_days(July / 1 / 2090), 60},  // by the rules at the file's end
@@ -36,7 +36,7 @@ TEST(TimeZone, IsAnOffsetOrAName) {
   for (const auto& row : rows) {
     const auto zone = timeZone(row.name);
     ASSERT_TRUE(zone) << row.name << ": " << zone.error().description;
-    EXPECT_EQ(*zone ? (*zone)(row.at) : seconds(0), minutes(row.minutes)) << row.name;
+    EXPECT_EQ(*zone ? (*zone)(row.at) : 0s, minutes(row.minutes)) << row.name;
   }
   EXPECT_STREQ(std::getenv("TZ"), "Asia/Tokyo") << "the process's own zone is back";
   ::unsetenv("TZ");

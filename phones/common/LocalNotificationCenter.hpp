@@ -55,9 +55,6 @@ class LocalNotificationCenter final : public NotificationCenter {
   /// The person taps a notification.
   void tap(const NotificationResponse& response);
 
-  /// What is scheduled and not yet due.
-  [[nodiscard]] std::size_t pendingCount() const { return pending_.size(); }
-
   /// The process ends: its delegate and its unanswered questions are forgotten, what is scheduled stays.
   void endProcess();
 

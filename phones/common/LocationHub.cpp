@@ -34,7 +34,11 @@ void LocationHub::deliver(std::span<const Location> batch) {
   if (!authorized()) return;
 
   const Place here(fix.coordinate);
-  const auto running = managersThat([](const Manager& each) { return each.running(); });
+  auto running = managers_;  // those who are started meanwhile wait for the next one
+  std::erase_if(running, [](const auto& each) {
+    const auto manager = each.lock();
+    return !manager || !manager->running();
+  });
   for (const auto& each : running) {
     if (const auto manager = each.lock()) manager->take(batch, here);
   }
@@ -63,22 +67,6 @@ void LocationHub::fail(const Error& error) {
 void LocationHub::endProcess() {
   main_.assertCurrent();
   managers_.clear();
-}
-
-bool LocationHub::wantsFixes() const {
-  main_.assertCurrent();
-  return !regions_.regions().empty() ||
-         !managersThat([](const Manager& each) { return each.running(); }).empty();
-}
-
-std::vector<std::weak_ptr<LocationHub::Manager>> LocationHub::managersThat(
-    const std::function<bool(const Manager&)>& match) const {
-  std::vector<std::weak_ptr<Manager>> found;
-  for (const auto& each : managers_) {
-    const auto manager = each.lock();
-    if (manager && match(*manager)) found.push_back(each);
-  }
-  return found;
 }
 
 void LocationHub::tellAll(const std::function<void(Manager&, LocationManagerDelegate&)>& tell) {

@@ -70,13 +70,8 @@ class LocationHub final : public LocationService {
   [[nodiscard]] std::optional<Location> position() const { return position_; }
   [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const { return regions_.regions(); }
 
-  /// Whether some manager runs updates or some region is monitored: whether fixes are of use to anybody.
-  [[nodiscard]] bool wantsFixes() const;
-
  private:
   class Manager;
-  [[nodiscard]] std::vector<std::weak_ptr<Manager>> managersThat(
-      const std::function<bool(const Manager&)>& match) const;
   void tellAll(const std::function<void(Manager&, LocationManagerDelegate&)>& tell);
   [[nodiscard]] bool authorized() const;
   void requestAuthorization();

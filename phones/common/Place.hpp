@@ -12,8 +12,6 @@ class Place {
  public:
   explicit Place(Coordinate coordinate);
 
-  [[nodiscard]] Coordinate coordinate() const { return coordinate_; }
-
   /// Whether distances to it exist: finite, and its latitude on the globe.
   [[nodiscard]] bool measurable() const { return measurable_; }
 

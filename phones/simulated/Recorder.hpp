@@ -34,26 +34,53 @@ class Recorder final : public phone::PhoneObserver {
   int remoteRegistrations = 0;
 
   /// The console's messages alone.
-  [[nodiscard]] std::vector<std::string> messages() const;
+  [[nodiscard]] std::vector<std::string> messages() const {
+    std::vector<std::string> all;
+    all.reserve(lines.size());
+    for (const auto& [level, message] : lines) all.push_back(message);
+    return all;
+  }
 
-  void consoleLine(std::string_view level, std::string_view message) override;
-  void systemLog(std::string_view message) override;
-  void request(phone::RequestId id, const HttpRequest& request) override;
-  void response(phone::RequestId id, const Result<HttpReply>& result) override;
-  void storeWritten(std::string_view key, const json::Value& value) override;
-  void storeRemoved(std::string_view key) override;
-  void fileWritten(std::string_view name, std::size_t size) override;
-  void fileRemoved(std::string_view name) override;
-  void notificationScheduled(const NotificationRequest& request) override;
-  void notificationRefused(const NotificationRequest& request, const Error& why) override;
-  void notificationPresented(const NotificationRequest& request, std::uint32_t options) override;
-  void notificationDelivered(const NotificationRequest& request) override;
-  void notificationTapped(const NotificationResponse& response) override;
-  void locationUpdates(std::string_view manager, bool running, double accuracy, double filter) override;
-  void significantChanges(std::string_view manager, bool running) override;
-  void region(phone::RegionAction action, const CircularRegion& region) override;
-  void applicationSignal(ApplicationSignal signal, ApplicationState state) override;
-  void remoteRegistration() override;
+  void consoleLine(std::string_view level, std::string_view message) override {
+    lines.emplace_back(level, message);
+  }
+  void systemLog(std::string_view message) override { systemLines.emplace_back(message); }
+  void request(phone::RequestId id, const HttpRequest& request) override {
+    requests.resize(id);
+    requests[id - 1].request = request;
+  }
+  void response(phone::RequestId id, const Result<HttpReply>& result) override {
+    if (id > requests.size()) requests.resize(id);
+    requests[id - 1].result = result;
+  }
+  void storeWritten(std::string_view key, const json::Value& value) override {
+    stored.emplace_back(key, value);
+  }
+  void storeRemoved(std::string_view key) override { stored.emplace_back(key, std::nullopt); }
+  void fileWritten(std::string_view name, std::size_t) override { filesWritten.emplace_back(name); }
+  void fileRemoved(std::string_view name) override { filesRemoved.emplace_back(name); }
+  void notificationScheduled(const NotificationRequest& request) override { scheduled.push_back(request); }
+  void notificationRefused(const NotificationRequest& request, const Error&) override {
+    refused.push_back(request);
+  }
+  void notificationPresented(const NotificationRequest& request, std::uint32_t options) override {
+    presented.push_back({request, options});
+  }
+  void notificationDelivered(const NotificationRequest& request) override { delivered.push_back(request); }
+  void notificationTapped(const NotificationResponse& response) override { tapped.push_back(response); }
+  void locationUpdates(std::string_view manager, bool running, double, double) override {
+    updates.emplace_back(manager, running);
+  }
+  void significantChanges(std::string_view manager, bool running) override {
+    significant.emplace_back(manager, running);
+  }
+  void region(phone::RegionAction action, const CircularRegion& region) override {
+    regions.emplace_back(action, region.identifier);
+  }
+  void applicationSignal(ApplicationSignal signal, ApplicationState state) override {
+    signals.emplace_back(signal, state);
+  }
+  void remoteRegistration() override { ++remoteRegistrations; }
 };
 
 }  // namespace orlan::sim

@@ -10,11 +10,6 @@ namespace orlan::sim {
 
 namespace {
 
-[[noreturn]] void stopConfinementMistake(const QueueContext& context) {
-  std::fprintf(stderr, "simulated phone: called outside its queue \"%s\"\n", context.label.c_str());
-  std::abort();
-}
-
 /// A repeating task: posts itself anew before each run, so that the run may stop it.
 class Ticking : public std::enable_shared_from_this<Ticking> {
  public:
@@ -58,48 +53,9 @@ class Ticking : public std::enable_shared_from_this<Ticking> {
 
 }  // namespace
 
-SimulatedQueue::SimulatedQueue(std::shared_ptr<Scheduler> scheduler,
-                               std::shared_ptr<const QueueContext> context)
-    : scheduler_(std::move(scheduler)), context_(std::move(context)) {}
-
-SimulatedQueue::~SimulatedQueue() {
-  scheduler_->cancelAll(this);
-}
-
-void SimulatedQueue::async(std::function<void()> task) {
-  scheduler_->post(this, context_, Duration::zero(), std::move(task));
-}
-
-bool SimulatedQueue::isCurrent() const {
-  return scheduler_->isCurrent(*context_);
-}
-
-void SimulatedQueue::confinementBroken() const {
-  stopConfinementMistake(*context_);
-}
-
-SimulatedLoop::SimulatedLoop(std::shared_ptr<Scheduler> scheduler,
-                             std::shared_ptr<const QueueContext> context)
-    : scheduler_(std::move(scheduler)), context_(std::move(context)) {}
-
-SimulatedLoop::~SimulatedLoop() {
-  clear();
-}
-
-void SimulatedLoop::clear() {
-  scheduler_->cancelAll(this);
-}
-
-void SimulatedLoop::async(std::function<void()> task) {
-  scheduler_->post(this, context_, Duration::zero(), std::move(task));
-}
-
-bool SimulatedLoop::isCurrent() const {
-  return scheduler_->isCurrent(*context_);
-}
-
-void SimulatedLoop::confinementBroken() const {
-  stopConfinementMistake(*context_);
+void stopConfinementMistake(const QueueContext& context) {
+  std::fprintf(stderr, "simulated phone: called outside its queue \"%s\"\n", context.label.c_str());
+  std::abort();
 }
 
 Subscription SimulatedLoop::after(Duration delay, std::function<void()> task) {

@@ -3,47 +3,48 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "orlan/platform/SerialQueue.hpp"
 #include "phones/simulated/Scheduler.hpp"
 
 namespace orlan::sim {
 
-/// A serial queue in virtual time: a task is a turn of the world's scheduler. What is posted dies with it.
-class SimulatedQueue final : public SerialQueue {
+[[noreturn]] void stopConfinementMistake(const QueueContext& context);
+
+/// A queue of that kind in virtual time: a task is a turn of the world's scheduler. What is posted dies with
+/// it.
+template <class Kind>
+class OnScheduler : public Kind {
  public:
-  SimulatedQueue(std::shared_ptr<Scheduler> scheduler, std::shared_ptr<const QueueContext> context);
-  ~SimulatedQueue() override;
+  OnScheduler(std::shared_ptr<Scheduler> scheduler, std::shared_ptr<const QueueContext> context)
+      : scheduler_(std::move(scheduler)), context_(std::move(context)) {}
+  ~OnScheduler() override { clear(); }
 
-  void async(std::function<void()> task) override;
-  [[nodiscard]] bool isCurrent() const override;
-
- private:
-  void confinementBroken() const override;
-
-  std::shared_ptr<Scheduler> scheduler_;
-  std::shared_ptr<const QueueContext> context_;
-};
-
-/// A main loop in virtual time.
-class SimulatedLoop final : public MainLoop {
- public:
-  SimulatedLoop(std::shared_ptr<Scheduler> scheduler, std::shared_ptr<const QueueContext> context);
-  ~SimulatedLoop() override;
-
-  void async(std::function<void()> task) override;
-  [[nodiscard]] bool isCurrent() const override;
-  [[nodiscard]] Subscription after(Duration delay, std::function<void()> task) override;
-  [[nodiscard]] Subscription every(Duration interval, std::function<void()> task) override;
+  void async(std::function<void()> task) override {
+    scheduler_->post(this, context_, Duration::zero(), std::move(task));
+  }
+  [[nodiscard]] bool isCurrent() const override { return scheduler_->isCurrent(*context_); }
 
   /// Everything posted and every timer dies.
-  void clear();
+  void clear() { scheduler_->cancelAll(this); }
 
- private:
-  void confinementBroken() const override;
-
+ protected:
   std::shared_ptr<Scheduler> scheduler_;
   std::shared_ptr<const QueueContext> context_;
+
+ private:
+  void confinementBroken() const override { stopConfinementMistake(*context_); }
+};
+
+using SimulatedQueue = OnScheduler<SerialQueue>;
+
+/// A main loop in virtual time.
+class SimulatedLoop final : public OnScheduler<MainLoop> {
+ public:
+  using OnScheduler::OnScheduler;
+  [[nodiscard]] Subscription after(Duration delay, std::function<void()> task) override;
+  [[nodiscard]] Subscription every(Duration interval, std::function<void()> task) override;
 };
 
 class SimulatedQueues final : public Queues {

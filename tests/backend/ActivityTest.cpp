@@ -19,7 +19,7 @@ const std::string kVendor = "00000000-0000-4000-8000-000000000001";
 sim::PhoneSettings knownInNewYork() {
   sim::PhoneSettings settings;
   settings.store = {{storeKeys::deviceID, "D1"}, {storeKeys::apiKey, "K"}};
-  settings.offsetFromUtc = [](TimePoint) { return std::chrono::hours(-5); };
+  settings.offsetFromUtc = [](TimePoint) { return std::chrono::hours(-4); };
   return settings;
 }
 

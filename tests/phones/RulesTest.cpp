@@ -2,7 +2,6 @@
 
 #include "orlan/platform/Url.hpp"
 #include "orlan/platform/httpRules.hpp"
-#include "phones/common/storageRules.hpp"
 
 namespace orlan::phone {
 namespace {
@@ -97,20 +96,6 @@ TEST(HttpRules, RefusesWhatWouldLeaveItsLine) {
   EXPECT_TRUE(refusal(request("GET", {{"", "x"}})));
   EXPECT_TRUE(refusal(request("GET", {{"a:b", "x"}})));
   EXPECT_TRUE(refusal(request("", {})));
-}
-
-TEST(StorageRules, OnlyPlainFilesInsideTheDirectoryHaveAName) {
-  const auto name = [](std::string_view path) {
-    return nameInside("/phone/caches", path).value_or("(none)");
-  };
-  EXPECT_EQ(name("/phone/caches/orlan-sdk.log"), "orlan-sdk.log");
-  EXPECT_EQ(name("/phone/caches/..."), "...");
-  for (const std::string_view path :
-       {"/phone/caches", "/phone/caches/", "/phone/caches/.", "/phone/caches/..", "/phone/caches/a/b",
-        "/phone/cachesX/a", "/phone/caches2", "phone/caches/a", "", "/"}) {
-    EXPECT_EQ(name(path), "(none)") << path;
-  }
-  EXPECT_EQ(name(std::string_view("/phone/caches/a\0b", 17)), "(none)");
 }
 
 }  // namespace

@@ -85,40 +85,9 @@ TEST_F(SimulatedPhoneTest, ChangesByOthersAreNotTheApplications) {
   phone.files().change("file", std::nullopt);
   EXPECT_EQ(phone.platform().store.get("key"), std::nullopt);
   EXPECT_FALSE(phone.platform().files.exists("/phone/caches/file"));
+  EXPECT_FALSE(phone.platform().files.writeAtomically(std::string("/phone/caches/a\0b", 17), "x"));
   EXPECT_TRUE(recorder.stored.empty());
   EXPECT_TRUE(recorder.filesWritten.empty());
-
-  KeyValueStore& store = phone.platform().store;
-  FileSystem& files = phone.platform().files;
-  store.set("kept", true);
-  store.set("kept", true);
-  store.set("dropped", nullptr);
-  store.remove("kept");
-  store.remove("never there");
-  EXPECT_EQ(recorder.stored,
-            (decltype(recorder.stored){{"kept", true}, {"kept", true}, {"kept", std::nullopt}}));
-  EXPECT_TRUE(files.writeAtomically("/phone/caches/file", "x"));
-  EXPECT_TRUE(files.append("/phone/caches/file", "y"));
-  EXPECT_TRUE(files.remove("/phone/caches/file"));
-  EXPECT_EQ(recorder.filesWritten, std::vector<std::string>{"file"});
-  EXPECT_EQ(recorder.filesRemoved, std::vector<std::string>{"file"});
-}
-
-TEST_F(SimulatedPhoneTest, TheDiskFailsOnRequest) {
-  FileSystem& files = phone.platform().files;
-  const std::string path = "/phone/caches/file";
-  EXPECT_TRUE(files.writeAtomically(path, "old"));
-  phone.files().fail(StorageFault::writes);
-  EXPECT_FALSE(files.writeAtomically(path, "new"));
-  EXPECT_FALSE(files.append(path, "new"));
-  EXPECT_FALSE(files.remove(path));
-  EXPECT_EQ(*files.read(path), "old");
-  phone.files().fail(StorageFault::reads);
-  EXPECT_FALSE(files.read(path));
-  EXPECT_TRUE(files.exists(path));
-  EXPECT_TRUE(files.append(path, " and new"));
-  phone.files().fail(StorageFault::none);
-  EXPECT_EQ(*files.read(path), "old and new");
 }
 
 TEST_F(SimulatedPhoneTest, ARelaunchKeepsThePhoneAndDropsTheProcess) {
@@ -173,11 +142,8 @@ TEST(SimulatedPhone, ComesAsItsSettingsSay) {
   PhoneSettings settings;
   settings.device.vendorIdentifier = "abcdef00-0000-4000-8000-00000000000f";
   settings.device.info.set("CFBundleName", "Shop");
-  settings.device.propertyLists["OrlanConfig"] = {{"apiKey", "k"}};
-  settings.application = ApplicationState::inactive;
-  settings.location.position = Location{{1.0, 2.0}, 5.0, {}};
   settings.notifications.answer = Unexpected(Error{"Test", 3, "no screen"});
-  settings.store = {{"data", Bytes{"x"}}, {"number", 2}};
+  settings.store = {{"data", Bytes{"x"}}};
   settings.files = {{"orlan-geofences.json", "{}"}};
   settings.offsetFromUtc = [](TimePoint) { return 2h; };
   SimulatedPhone phone(world, settings);
@@ -187,59 +153,15 @@ TEST(SimulatedPhone, ComesAsItsSettingsSay) {
   EXPECT_EQ(platform.bundle.info("CFBundleName"), json::Value("Shop"));
   EXPECT_EQ(platform.bundle.info("CFBundleShortVersionString"), json::Value("1.0"));
   EXPECT_TRUE(platform.bundle.info("other").isNull());
-  EXPECT_TRUE(platform.bundle.propertyList("OrlanConfig"));
   EXPECT_FALSE(platform.bundle.propertyList("Other"));
-  EXPECT_EQ(platform.application.state(), ApplicationState::inactive);
-  EXPECT_EQ(platform.locations.makeManager("m")->location()->coordinate, (Coordinate{1.0, 2.0}));
   EXPECT_EQ(platform.store.bytes("data"), "x");
   EXPECT_TRUE(platform.files.exists(platform.files.cachesDirectory() + "/orlan-geofences.json"));
-  EXPECT_EQ(platform.clock.now(), TimePoint(std::chrono::sys_days(std::chrono::January / 1 / 2026)));
   EXPECT_EQ(platform.clock.offsetFromUtc(platform.clock.now()), 2h);
   std::string why;
   platform.notifications.requestAuthorization(
       7, [&](Result<bool> granted) { why = granted.error().description; });
   world.settle();
   EXPECT_EQ(why, "no screen");
-}
-
-TEST(SimulatedPhone, ManualRegionsWaitForTheOperatingSystem) {
-  World world;
-  PhoneSettings settings;
-  settings.location.regionEvents = phone::RegionEvents::manual;
-  SimulatedPhone phone(world, settings);
-  Recorder recorder;
-  phone.observe(recorder);
-  phone.platform().locations.makeManager("test")->startMonitoring({"here", {{51.5, 0.0}, 100.0}});
-  phone.moveTo({51.5, 0.0});
-  phone.locations().exitRegion("here");
-  using phone::RegionAction;
-  EXPECT_EQ(recorder.regions,
-            (decltype(recorder.regions){{RegionAction::start, "here"}, {RegionAction::exit, "here"}}));
-}
-
-TEST(SimulatedPhone, ADayPassesInMoments) {
-  World world;
-  SimulatedPhone phone(world);
-  const auto manager = phone.platform().locations.makeManager("test");
-  struct Counter : LocationManagerDelegate {
-    void didUpdateLocations(LocationManager&, std::span<const Location>) override { ++fixes; }
-    void didEnterRegion(LocationManager&, const CircularRegion&) override { ++entries; }
-    int fixes = 0;
-    int entries = 0;
-  };
-  const auto counter = std::make_shared<Counter>();
-  manager->setDelegate(counter);
-  manager->setDistanceFilter(10.0);
-  manager->startUpdatingLocation();
-  for (int i = 0; i < 20; ++i) {
-    manager->startMonitoring({std::to_string(i), {{51.5 + 0.01 * i, 0.0}, 100.0}});
-  }
-  for (int second = 0; second < 86'400; ++second) {
-    world.runUntil(std::chrono::seconds(second));
-    phone.moveTo({51.4 + 1.25e-5 * (second % 28'800), 0.0});  // 1.4 m a second northwards, three times
-  }
-  EXPECT_EQ(counter->entries, 60);
-  EXPECT_NEAR(counter->fixes, 86'400 / 8, 200);  // each eighth second is 11 m on
 }
 
 }  // namespace

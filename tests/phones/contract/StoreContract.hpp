@@ -49,23 +49,6 @@ TYPED_TEST_P(StoreContract, EveryValueReadsBackWithItsType) {
   EXPECT_EQ(this->store.contents().size(), rows.size());
 }
 
-TYPED_TEST_P(StoreContract, TypedReadersTakeExactlyTheirType) {
-  this->store.set("integer", 3);
-  this->store.set("double", 2.5);
-  this->store.set("true", true);
-  this->store.set("text", "x");
-  this->store.set("bytes", Bytes{"y"});
-  EXPECT_EQ(this->store.number("integer"), 3.0);
-  EXPECT_EQ(this->store.number("double"), 2.5);
-  EXPECT_EQ(this->store.number("true"), std::nullopt);
-  EXPECT_TRUE(this->store.boolean("true"));
-  EXPECT_FALSE(this->store.boolean("integer"));
-  EXPECT_EQ(this->store.string("text"), "x");
-  EXPECT_EQ(this->store.string("bytes"), std::nullopt);
-  EXPECT_EQ(this->store.bytes("bytes"), "y");
-  EXPECT_EQ(this->store.bytes("text"), std::nullopt);
-}
-
 TYPED_TEST_P(StoreContract, WritingReplacesAndRemovingRemoves) {
   this->store.set("b", "first");
   this->store.set("b", 2);
@@ -100,8 +83,7 @@ TYPED_TEST_P(StoreContract, SeveralThreadsMayWriteAtOnce) {
   EXPECT_EQ(this->store.contents().size(), 101U);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(StoreContract, EveryValueReadsBackWithItsType, TypedReadersTakeExactlyTheirType,
-                            WritingReplacesAndRemovingRemoves, WhatItCannotKeepLeavesTheOldValue,
-                            SeveralThreadsMayWriteAtOnce);
+REGISTER_TYPED_TEST_SUITE_P(StoreContract, EveryValueReadsBackWithItsType, WritingReplacesAndRemovingRemoves,
+                            WhatItCannotKeepLeavesTheOldValue, SeveralThreadsMayWriteAtOnce);
 
 }  // namespace orlan

@@ -2,9 +2,10 @@
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "orlan/sdk/OrlanServices.hpp"
@@ -28,26 +29,28 @@ class Player {
  public:
   /// `write` takes the transcript's lines; `only` as for `Transcript`. The scenario outlives the player.
   Player(const Scenario& scenario, Transcript::Write write, std::set<std::string, std::less<>> only);
-  ~Player();
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
 
   /// Before `play`.
-  void add(Spectator spectator);
+  void add(Spectator spectator) { spectators_.push_back(std::move(spectator)); }
 
   /// Virtual time since second 0.
-  [[nodiscard]] Duration now() const;
+  [[nodiscard]] Duration now() const { return world_.now(); }
 
   /// From the first step to the end, or to the first mistake; once.
   void play();
 
   /// What is wrong with the scenario after all, once it has been played: where a mistake stands, what was
   /// expected there and what was found. The transcript then has no end.
-  [[nodiscard]] const std::optional<std::string>& mistake() const;
+  [[nodiscard]] const std::optional<std::string>& mistake() const { return mistake_; }
 
  private:
-  struct Parts;
-  std::unique_ptr<Parts> parts_;
+  const Scenario& scenario_;
+  sim::World world_;
+  Transcript transcript_;
+  std::vector<Spectator> spectators_;
+  std::optional<std::string> mistake_;
 };
 
 }  // namespace orlan::simulate

@@ -1,6 +1,5 @@
 #include "tools/orlan/simulate/Transcript.hpp"
 
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -11,12 +10,10 @@
 namespace orlan::simulate {
 namespace {
 
-constexpr std::array<std::string_view, 15> events{"log",      "system-log",       "request",
-                                                  "response", "delegate",         "publish",
-                                                  "result",   "notification",     "store",
-                                                  "file",     "location-updates", "significant-changes",
-                                                  "region",   "application",      "remote-registration"};
-constexpr std::string_view endEvent = "end";
+constexpr auto events = std::to_array<std::string_view>(
+    {"log", "system-log", "request", "response", "delegate", "publish", "result", "notification", "store",
+     "file", "location-updates", "significant-changes", "region", "application", "remote-registration",
+     "end"});
 
 /// Why a request brought no status: a word, or the fault's own.
 std::string faultName(const Result<HttpReply>& result) {
@@ -30,28 +27,21 @@ std::string faultName(const Result<HttpReply>& result) {
 }  // namespace
 
 std::span<const std::string_view> Transcript::eventNames() {
-  static const auto names = [] {
-    std::array<std::string_view, events.size() + 1> all;
-    std::copy(events.begin(), events.end(), all.begin());
-    all.back() = endEvent;
-    return all;
-  }();
-  return names;
+  return events;
 }
 
 Transcript::Transcript(Write write, std::set<std::string, std::less<>> only, Now now)
     : write_(std::move(write)), only_(std::move(only)), now_(std::move(now)) {}
 
 bool Transcript::wants(std::string_view event) const {
-  return silences_ == 0 && (only_.empty() || only_.contains(event));
+  return silences_ == 0 && (only_.empty() || event == "end" || only_.contains(event));
 }
 
 void Transcript::write(std::string_view event, const json::Object& members) {
+  if (!wants(event)) return;
   std::string line = R"({"at":)" + text::fixed(seconds(now_()), 3) + R"(,"event":)" + json::print(event);
-  if (!members.empty()) line += "," + json::print(members).substr(1);
-  if (members.empty()) line += "}";
-  line += "\n";
-  write_(line);
+  line += members.empty() ? "}" : "," + json::print(members).substr(1);
+  write_(line + "\n");
 }
 
 void Transcript::consoleLine(std::string_view level, std::string_view message) {
@@ -59,7 +49,7 @@ void Transcript::consoleLine(std::string_view level, std::string_view message) {
 }
 
 void Transcript::systemLog(std::string_view message) {
-  if (wants("system-log")) write("system-log", {{"message", message}});
+  write("system-log", {{"message", message}});
 }
 
 void Transcript::request(phone::RequestId id, const HttpRequest& request) {
@@ -80,7 +70,6 @@ void Transcript::request(phone::RequestId id, const HttpRequest& request) {
 }
 
 void Transcript::response(phone::RequestId id, const Result<HttpReply>& result) {
-  if (!wants("response")) return;
   json::Object members{{"id", static_cast<std::int64_t>(id)}};
   if (result && result->status) {
     members.set("status", *result->status);
@@ -91,25 +80,23 @@ void Transcript::response(phone::RequestId id, const Result<HttpReply>& result) 
 }
 
 void Transcript::storeWritten(std::string_view key, const json::Value& value) {
-  if (wants("store")) write("store", {{"key", key}, {"value", value}});
+  write("store", {{"key", key}, {"value", value}});
 }
 
 void Transcript::storeRemoved(std::string_view key) {
-  if (wants("store")) write("store", {{"key", key}, {"removed", true}});
+  write("store", {{"key", key}, {"removed", true}});
 }
 
 void Transcript::fileWritten(std::string_view name, std::size_t size) {
-  if (!wants("file")) return;
   write("file", {{"name", name}, {"action", "written"}, {"size", static_cast<std::int64_t>(size)}});
 }
 
 void Transcript::fileRemoved(std::string_view name) {
-  if (wants("file")) write("file", {{"name", name}, {"action", "removed"}, {"size", nullptr}});
+  write("file", {{"name", name}, {"action", "removed"}, {"size", nullptr}});
 }
 
 void Transcript::notification(std::string_view action, const NotificationRequest& request,
                               const json::Object& extra) {
-  if (!wants("notification")) return;
   json::Object members{{"action", action},
                        {"identifier", request.identifier},
                        {"title", request.content.title},
@@ -142,7 +129,6 @@ void Transcript::notificationTapped(const NotificationResponse& response) {
 
 void Transcript::locationUpdates(std::string_view manager, bool running, double desiredAccuracy,
                                  double distanceFilter) {
-  if (!wants("location-updates")) return;
   write("location-updates", {{"manager", manager},
                              {"running", running},
                              {"desiredAccuracy", desiredAccuracy},
@@ -150,13 +136,10 @@ void Transcript::locationUpdates(std::string_view manager, bool running, double 
 }
 
 void Transcript::significantChanges(std::string_view manager, bool running) {
-  if (wants("significant-changes")) {
-    write("significant-changes", {{"manager", manager}, {"running", running}});
-  }
+  write("significant-changes", {{"manager", manager}, {"running", running}});
 }
 
 void Transcript::region(phone::RegionAction action, const CircularRegion& region) {
-  if (!wants("region")) return;
   write("region", {{"action", wordFor(regionActions, action)},
                    {"identifier", region.identifier},
                    {"latitude", region.circle.centre.latitude},
@@ -165,41 +148,36 @@ void Transcript::region(phone::RegionAction action, const CircularRegion& region
 }
 
 void Transcript::applicationSignal(ApplicationSignal signal, ApplicationState state) {
-  if (wants("application"))
-    write("application",
-          {{"signal", wordFor(applicationSignals, signal)}, {"state", wordFor(applicationStates, state)}});
+  write("application",
+        {{"signal", wordFor(applicationSignals, signal)}, {"state", wordFor(applicationStates, state)}});
 }
 
 void Transcript::remoteRegistration() {
-  if (wants("remote-registration")) write("remote-registration", {});
+  write("remote-registration", {});
 }
 
 void Transcript::delegateCalled(std::string_view to, std::string_view method, json::Array arguments) {
-  if (!wants("delegate")) return;
   write("delegate", {{"to", to}, {"method", method}, {"arguments", std::move(arguments)}});
 }
 
 void Transcript::published(std::string_view stream, json::Value value) {
-  if (wants("publish")) write("publish", {{"stream", stream}, {"value", std::move(value)}});
+  write("publish", {{"stream", stream}, {"value", std::move(value)}});
 }
 
 void Transcript::crossed(std::string_view stream, std::string_view monitor, json::Value value) {
-  if (!wants("publish")) return;
   write("publish", {{"stream", stream}, {"monitor", monitor}, {"value", std::move(value)}});
 }
 
 void Transcript::result(std::size_t step, std::string_view call, json::Value value) {
-  if (!wants("result")) return;
   write("result", {{"step", static_cast<std::int64_t>(step)}, {"call", call}, {"value", std::move(value)}});
 }
 
 void Transcript::failed(std::size_t step, std::string_view call, const Error& error) {
-  if (!wants("result")) return;
   write("result", {{"step", static_cast<std::int64_t>(step)}, {"call", call}, {"error", formOf(error)}});
 }
 
 void Transcript::ended(std::size_t steps) {
-  write(endEvent, {{"steps", static_cast<std::int64_t>(steps)}});
+  write("end", {{"steps", static_cast<std::int64_t>(steps)}});
   ++silences_;
 }
 

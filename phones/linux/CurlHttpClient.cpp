@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "orlan/platform/Url.hpp"
 #include "orlan/platform/httpRules.hpp"
 #include "phones/common/Threads.hpp"
 #include "phones/linux/HttpCall.hpp"
@@ -75,10 +76,7 @@ class CurlHttpClient::Engine {
 
 // What is refused never becomes a request, so that nobody is told of one.
 CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, HttpDone done) {
-  auto refusal = phone::refusal(request);
-  auto url = refusal ? CheckedUrl() : checkedUrl(request.url);
-  if (!refusal && !url.handle) refusal = urlErrors::badURL();
-  if (refusal) {
+  if (auto refusal = phone::refusal(request)) {
     auto call = std::make_shared<HttpCall>(HttpCall::unseen, std::move(done));
     post([this, call, why = std::move(*refusal)] { call->finish(observer_, Unexpected(why)); });
     return call;
@@ -86,7 +84,7 @@ CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, H
   const phone::RequestId id = ++sent_;
   auto call = std::make_shared<HttpCall>(id, std::move(done));
   observer_.request(id, request);  // before the answer can come
-  auto transfer = std::make_shared<HttpTransfer>(std::move(request), std::move(url), options_);
+  auto transfer = std::make_shared<HttpTransfer>(std::move(request), options_);
   post([this, call, transfer = std::move(transfer)] { begin(call, transfer); });
   return call;
 }
@@ -218,7 +216,7 @@ CurlHttpClient::~CurlHttpClient() {
 }
 
 bool CurlHttpClient::isUrl(std::string_view text) const {
-  return checkedUrl(text).handle != nullptr;
+  return isSecureUrl(text);
 }
 
 Subscription CurlHttpClient::send(HttpRequest request, HttpDone done) {

@@ -6,7 +6,6 @@
 
 #include "orlan/base/ascii.hpp"
 #include "orlan/base/text.hpp"
-#include "orlan/platform/Url.hpp"
 
 namespace orlan::linuxphone {
 namespace {
@@ -20,43 +19,16 @@ bool isBlank(const std::string& text) {
   return text.find_first_not_of(" \t") == std::string::npos;
 }
 
-std::string part(CURLU* url, CURLUPart what) {
-  char* text = nullptr;
-  if (curl_url_get(url, what, &text, 0) != CURLUE_OK) return {};
-  std::string copy(text);
-  curl_free(text);
-  return copy;
-}
-
 std::chrono::steady_clock::time_point deadlineAfter(Duration timeout) {
   constexpr Duration longest = std::chrono::hours(24 * 365);
   return std::chrono::steady_clock::now() + std::clamp(timeout, Duration(0), longest);
 }
 
-std::string withoutBrackets(std::string host) {
-  if (host.size() > 2 && host.front() == '[') host = host.substr(1, host.size() - 2);
-  return host;
-}
-
 }  // namespace
 
-CheckedUrl checkedUrl(std::string_view text) {
-  if (!isSecureUrl(text)) return {};
-  UrlHandle url(curl_url());
-  // The path goes out as it was given, dots included.
-  const unsigned flags = CURLU_PATH_AS_IS | CURLU_DISALLOW_USER;
-  if (!url || curl_url_set(url.get(), CURLUPART_URL, std::string(text).c_str(), flags) != CURLUE_OK) {
-    return {};
-  }
-  const bool isPlain = part(url.get(), CURLUPART_SCHEME) != "https";
-  if (isPlain && !isLoopback(withoutBrackets(part(url.get(), CURLUPART_HOST)))) return {};
-  return {std::move(url), isPlain};
-}
-
-HttpTransfer::HttpTransfer(HttpRequest request, CheckedUrl url, const HttpOptions& options)
+HttpTransfer::HttpTransfer(HttpRequest request, const HttpOptions& options)
     : deadline_(deadlineAfter(request.timeout)),
       request_(std::move(request)),
-      url_(std::move(url)),
       options_(options),
       easy_(curl_easy_init()) {
   if (easy_) setUp();
@@ -64,7 +36,8 @@ HttpTransfer::HttpTransfer(HttpRequest request, CheckedUrl url, const HttpOption
 
 void HttpTransfer::setUp() {
   CURL* curl = easy();
-  curl_easy_setopt(curl, CURLOPT_CURLU, url_.handle.get());
+  curl_easy_setopt(curl, CURLOPT_URL, request_.url.c_str());
+  curl_easy_setopt(curl, CURLOPT_PATH_AS_IS, 1L);  // the path goes out as it was given, dots included
   curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, detail_.data());
   curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);  // else a dead name server holds the thread at the end
@@ -81,14 +54,15 @@ void HttpTransfer::setUp() {
 
 void HttpTransfer::setUpSecurity() {
   CURL* curl = easy();
-  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, url_.isPlain ? "http" : "https");
+  const bool isPlain = !ascii::equalsIgnoringCase(std::string_view(request_.url).substr(0, 6), "https:");
+  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, isPlain ? "http" : "https");
   curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 0L);  // keys must not travel to a second host
   curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 1L);
   curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, 2L);
   curl_easy_setopt(curl, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
   curl_easy_setopt(curl, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
   if (!options_.extraCaFile.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, options_.extraCaFile.c_str());
-  if (url_.isPlain) curl_easy_setopt(curl, CURLOPT_PROXY, "");  // the environment's proxy would see it all
+  if (isPlain) curl_easy_setopt(curl, CURLOPT_PROXY, "");  // the environment's proxy would see it all
 }
 
 void HttpTransfer::setUpMethodAndBody() {

@@ -15,22 +15,13 @@
 namespace orlan::linuxphone {
 
 using EasyHandle = std::unique_ptr<CURL, Releasing<curl_easy_cleanup>>;
-using UrlHandle = std::unique_ptr<CURLU, Releasing<curl_url_cleanup>>;
 using HeaderList = std::unique_ptr<curl_slist, Releasing<curl_slist_free_all>>;
-
-/// A URL that may be sent to, as libcurl understands it, so that what was checked is what is used. Empty when
-/// it is none.
-struct CheckedUrl {
-  UrlHandle handle;
-  bool isPlain = false;  // http, to the loopback
-};
-[[nodiscard]] CheckedUrl checkedUrl(std::string_view text);
 
 /// One request and its response inside libcurl. One thread at a time.
 class HttpTransfer {
  public:
-  /// The request was not refused, its URL is `url`.
-  HttpTransfer(HttpRequest request, CheckedUrl url, const HttpOptions& options);
+  /// The request was not refused.
+  HttpTransfer(HttpRequest request, const HttpOptions& options);
   HttpTransfer(const HttpTransfer&) = delete;
   HttpTransfer& operator=(const HttpTransfer&) = delete;
 
@@ -57,7 +48,6 @@ class HttpTransfer {
 
   std::chrono::steady_clock::time_point deadline_;
   HttpRequest request_;
-  CheckedUrl url_;
   const HttpOptions& options_;
   EasyHandle easy_;
   HeaderList headers_;

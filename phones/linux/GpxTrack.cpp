@@ -9,6 +9,8 @@
 namespace orlan::linuxphone {
 namespace {
 
+constexpr Duration assumedStep = std::chrono::seconds(1);
+
 struct Point {
   Location fix;
   std::optional<TimePoint> time;
@@ -70,20 +72,24 @@ std::vector<pugi::xml_node> pointsOf(const pugi::xml_node& gpx) {
   return points;
 }
 
-Track track(const std::vector<Point>& points) {
-  std::vector<std::optional<TimePoint>> times;
-  times.reserve(points.size());
-  for (const auto& point : points) times.push_back(point.time);
-  const auto filled = filledTimes(times);
-  Track track;
-  track.fixes.reserve(points.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    track.fixes.push_back(points[i].fix);
-    track.fixes.back().timestamp = filled[i];
+/// `points` has one at least.
+void fillTimes(std::vector<Point>& points) {
+  const auto isTimed = [](const Point& point) { return point.time.has_value(); };
+  auto from = std::find_if(points.begin(), points.end(), isTimed);
+  if (from == points.end()) {
+    from = points.begin();
+    from->time = TimePoint();
   }
-  std::stable_sort(track.fixes.begin(), track.fixes.end(),
-                   [](const Location& a, const Location& b) { return a.timestamp < b.timestamp; });
-  return track;
+  for (auto it = from; it != points.begin(); --it) (it - 1)->time = *it->time - assumedStep;
+  while (from + 1 != points.end()) {
+    const auto next = std::find_if(from + 1, points.end(), isTimed);
+    const bool isLast = next == points.end();
+    const Duration step = isLast ? assumedStep : (*next->time - *from->time) / (next - from);
+    for (auto it = from + 1; it != next; ++it) {
+      it->time = isLast ? *(it - 1)->time + step : *next->time - step * (next - it);
+    }
+    from = isLast ? next - 1 : next;
+  }
 }
 
 }  // namespace
@@ -103,7 +109,15 @@ Result<Track, std::string> parseGpx(std::string_view bytes) {
     if (!point) return Unexpected(xml::place(bytes, node) + point.error());
     points.push_back(*point);
   }
-  return track(points);
+  fillTimes(points);
+  Track track;
+  for (Point& point : points) {
+    point.fix.timestamp = *point.time;
+    track.fixes.push_back(point.fix);
+  }
+  std::stable_sort(track.fixes.begin(), track.fixes.end(),
+                   [](const Location& a, const Location& b) { return a.timestamp < b.timestamp; });
+  return track;
 }
 
 }  // namespace orlan::linuxphone

@@ -41,7 +41,4 @@ inline constexpr double assumedAccuracy = 5.0;
 /// - Accuracy: the root of the squared standard deviations of GST, else from the HDOP of GGA.
 [[nodiscard]] Result<Track, std::string> parseNmea(std::string_view bytes);
 
-/// Fills what is missing by the rule above: as many times as given.
-[[nodiscard]] std::vector<TimePoint> filledTimes(const std::vector<std::optional<TimePoint>>& times);
-
 }  // namespace orlan::linuxphone

@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <sys/socket.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cmath>
@@ -12,7 +12,6 @@
 #include "phones/common/ThreadQueue.hpp"
 #include "phones/linux/EventLoop.hpp"
 #include "phones/linux/SignalStop.hpp"
-#include "phones/linux/TimedTasks.hpp"
 
 namespace orlan::linuxphone {
 namespace {
@@ -80,7 +79,7 @@ TEST_F(EventLoopTest, FarAwayDeadlinesNeitherOverflowNorRun) {
 
 TEST_F(EventLoopTest, ATaskThatPostsItselfDoesNotStarveAWatchedFile) {
   int ends[2];
-  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  ASSERT_EQ(::pipe(ends), 0);
   const FileDescriptor ours(ends[0]);
   FileDescriptor theirs(ends[1]);
   std::function<void()> again = [&] {
@@ -88,39 +87,23 @@ TEST_F(EventLoopTest, ATaskThatPostsItselfDoesNotStarveAWatchedFile) {
     loop.async(again);
   };
   loop.async(again);
-  std::string heard;
-  bool closed = false;
-  Subscription watch = loop.watch(ours.get(), [&] {
+  Subscription second;
+  Subscription first = loop.watch(ours.get(), [&] {
     char c = 0;
-    if (::read(ours.get(), &c, 1) == 1) {
-      heard += c;
-    } else {
-      closed = true;
-      watch.cancel();
-    }
+    const bool open = ::read(ours.get(), &c, 1) == 1;
+    ran.push_back(open ? std::string(1, c) : "end");
+    second.cancel();
+    if (!open) first.cancel();
   });
+  second = loop.watch(ours.get(), note("a watch that ended"));
   ASSERT_EQ(::write(theirs.get(), "ab", 2), 2);
-  ASSERT_TRUE(loop.runUntil([&] { return heard == "ab"; }, milliseconds(5000)));
+  ASSERT_TRUE(loop.runUntil([&] { return ran.size() == 2; }, milliseconds(5000)));
   theirs.close();
-  ASSERT_TRUE(loop.runUntil([&] { return closed; }, milliseconds(5000)));
+  ASSERT_TRUE(loop.runUntil([&] { return ran.size() == 3; }, milliseconds(5000)));
+  turn();
+  EXPECT_EQ(ran, (Ran{"a", "b", "end"}));
   again = [] {};
   loop.runPosted();
-}
-
-TEST_F(EventLoopTest, AWatchEndsWithItsHandle) {
-  int ends[2];
-  ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
-  const FileDescriptor ours(ends[0]);
-  const FileDescriptor theirs(ends[1]);
-  Subscription second;
-  const auto first = loop.watch(ours.get(), [&] {
-    ran.push_back("first");
-    second.cancel();
-  });
-  second = loop.watch(ours.get(), note("second"));
-  ASSERT_EQ(::write(theirs.get(), "x", 1), 1);
-  turn();
-  EXPECT_EQ(ran, (Ran{"first"}));
 }
 
 TEST(EventLoopLife, WhatIsPostedRunsAtTheEndTimersDoNot) {
@@ -187,23 +170,6 @@ TEST(EventLoopLife, ASignalBecomesATask) {
   EXPECT_EQ(after.sa_handler, before.sa_handler);
 }
 
-TEST(ReplayTime, RunsFasterInEveryRespect) {
-  const TimePoint start = std::chrono::sys_days(std::chrono::November / 29 / 2019);
-  const ReplayTime time(3600.0, start);
-  EventLoop loop(time);
-  SystemClock clock(time);
-  const auto realStart = std::chrono::steady_clock::now();
-  TimePoint seen;
-  const auto timer = loop.after(std::chrono::minutes(2), [&] {
-    seen = clock.now();
-    loop.stop();
-  });
-  loop.run();
-  EXPECT_GE(seen - start, std::chrono::minutes(2));
-  EXPECT_LT(std::chrono::steady_clock::now() - realStart, std::chrono::seconds(30));
-  EXPECT_GE(clock.now(), seen);
-}
-
 TEST(ReplayTime, AChangeOfPaceIsNoJump) {
   ReplayTime time(1.0, {});
   for (const double scale : {1e6, 1e-3, 600.0, 1.0}) {
@@ -218,38 +184,30 @@ TEST(ReplayTime, AChangeOfPaceIsNoJump) {
 }
 
 TEST(ReplayTime, NeverSleepsTooShortAndTakesAnyScale) {
-  const struct {
-    double scale;
-    double used;
-  } rows[] = {{2.0, 2.0},          {1.0, 1.0},   {0.0, 1e-3},   {-5.0, 1e-3},
-              {std::nan(""), 1.0}, {1e300, 1e6}, {600.0, 600.0}};
-  for (const auto& row : rows) {
-    const ReplayTime time(row.scale, {});
-    for (const Duration wait : {Duration(0), Duration(1), Duration(999'983), Duration::max(), Duration(-5)}) {
-      const auto sleep = time.realTime(wait);
-      EXPECT_GE(sleep.count(), 0);
-      const double slept = static_cast<double>(sleep.count()) / 1000.0 * row.used;
-      if (wait < std::chrono::hours(1)) {
-        EXPECT_GE(slept, static_cast<double>(wait.count())) << row.scale;
-      }
+  const std::pair<double, double> rows[] = {{600.0, 600.0}, {0.0, 1e-3}, {std::nan(""), 1.0}, {1e300, 1e6}};
+  for (const auto& [scale, used] : rows) {
+    const ReplayTime time(scale, {});
+    for (const Duration wait : {Duration(1), Duration(999'983)}) {
+      const double slept = static_cast<double>(time.realTime(wait).count()) / 1000.0 * used;
+      EXPECT_NEAR(slept, static_cast<double>(wait.count()), used / 1000.0) << scale;
+      EXPECT_GE(slept, static_cast<double>(wait.count())) << scale;
     }
+    EXPECT_EQ(time.realTime(Duration(-5)).count(), 0);
+    EXPECT_GT(time.realTime(Duration::max()), std::chrono::hours(1));
   }
 }
 
 TEST(ThreadQueueLife, ItsEndRunsWhatIsPostedAndWhatThatPosts) {
-  Ran ran;
   for (int round = 0; round < 50; ++round) {
-    ran.clear();
+    std::atomic<int> ran = 0;
     auto queue = std::make_unique<phone::ThreadQueue>("com.example.test");
     SerialQueue& posting = *queue;
     queue->async([&] {
-      ran.push_back("1");
-      posting.async([&] { ran.push_back("3"); });
+      ++ran;
+      posting.async([&] { ++ran; });
     });
-    queue->async([&] { ran.push_back("2"); });
     queue.reset();
-    ASSERT_EQ(ran.size(), 3U);
-    EXPECT_EQ(ran.front(), "1");
+    ASSERT_EQ(ran, 2);
   }
 }
 

@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
+#include <future>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -15,36 +14,23 @@
 
 namespace orlan::linuxphone::test {
 
-/// What came of one request; shared with its completion.
-class Outcome {
- public:
+/// What came of one request; outlives its client.
+struct Outcome {
   HttpDone done() {
-    return [this](Result<HttpReply> result) {
-      const std::lock_guard lock(mutex_);
-      result_ = std::move(result);
-      ++completions_;
-      changed_.notify_all();
+    return [this](Result<HttpReply> came) {
+      if (completions++ == 0) first.set_value(std::move(came));
     };
   }
 
   /// Waits for the first completion; an error of its own when none comes.
   Result<HttpReply> wait() {
-    std::unique_lock lock(mutex_);
-    if (!changed_.wait_for(lock, std::chrono::seconds(20), [this] { return completions_ > 0; })) {
-      return Unexpected(Error{"test", 0, "never completed"});
-    }
-    return *result_;
-  }
-  int completions() {
-    const std::lock_guard lock(mutex_);
-    return completions_;
+    if (result.wait_for(std::chrono::seconds(20)) == std::future_status::ready) return result.get();
+    return Unexpected(Error{"test", 0, "never completed"});
   }
 
- private:
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::optional<Result<HttpReply>> result_;
-  int completions_ = 0;
+  std::atomic<int> completions = 0;
+  std::promise<Result<HttpReply>> first;
+  std::shared_future<Result<HttpReply>> result = first.get_future().share();
 };
 
 inline HttpRequest get(const std::string& url, Duration timeout = std::chrono::seconds(10)) {
@@ -60,7 +46,7 @@ inline Result<HttpReply> exchange(HttpRequest request, const HttpOptions& option
   handle = client->send(std::move(request), outcome.done());
   auto result = outcome.wait();
   client.reset();
-  EXPECT_EQ(outcome.completions(), 1);
+  EXPECT_EQ(outcome.completions, 1);
   return result;
 }
 

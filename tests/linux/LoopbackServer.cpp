@@ -83,11 +83,6 @@ bool Peer::write(std::string_view bytes) {
   return true;
 }
 
-void Peer::reset() {
-  const linger abort{1, 0};
-  ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
-}
-
 void Peer::close() {
   ::shutdown(socket_, SHUT_WR);
 }

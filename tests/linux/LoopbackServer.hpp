@@ -25,9 +25,6 @@ class Peer {
   /// False when the client is gone.
   bool write(std::string_view bytes);
 
-  /// When the script ends, the connection ends with a reset instead of a proper close.
-  void reset();
-
   /// Closes our direction now.
   void close();
 

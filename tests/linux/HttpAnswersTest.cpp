@@ -11,36 +11,28 @@ namespace {
 using std::chrono::milliseconds;
 
 TEST(HttpAnswers, AreWhatTheServerSaid) {
-  const std::string chunked = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
   const struct {
     const char* name;
     std::string bytes;
     std::string expected;
   } rows[] = {
-      {"with length", plainReply(200, "hello"), "200: hello"},
-      {"any status", plainReply(418, "teapot"), "418: teapot"},
-      {"length zero", plainReply(200, ""), "200: "},
-      {"ended by closing", "HTTP/1.1 200 OK\r\n\r\nhello", "200: hello"},
+      {"with length", plainReply(418, "teapot"), "418: teapot"},
+      {"ended by closing", "HTTP/1.0 200\r\n\r\nhello", "200: hello"},
       {"nothing before closing", "HTTP/1.1 200 OK\r\n\r\n", "200: "},
-      {"old version", "HTTP/1.0 200 OK\r\n\r\nhello", "200: hello"},
-      {"no reason", "HTTP/1.1 200\r\nContent-Length: 2\r\n\r\nhi", "200: hi"},
       {"no content", "HTTP/1.1 204 No Content\r\n\r\n", "204 without a body"},
       {"not modified", "HTTP/1.1 304 Not Modified\r\nContent-Length: 5\r\n\r\n", "304 without a body"},
-      {"chunked", chunked + "3\r\nhel\r\n2\r\nlo\r\n0\r\n\r\n", "200: hello"},
-      {"chunked, empty", chunked + "0\r\n\r\n", "200: "},
-      {"chunked, cut off", chunked + "5\r\nhel", "error -1"},
-      {"chunked, nonsense", chunked + "hello", "error -1"},
       {"interim answers first",
        "HTTP/1.1 103 Early Hints\r\nX: early\r\n\r\nHTTP/1.1 100 Continue\r\n\r\n" + plainReply(200, "hello"),
        "200: hello"},
       {"only an interim answer", "HTTP/1.1 100 Continue\r\n\r\n", "error -1"},
-      {"shorter than announced", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhello", "error -1"},
+      {"cut off in the status", "HTTP/1.1 20", "error -1"},
+      {"cut off in the headers", "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n", "error -1"},
+      {"cut off in the body", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhello", "error -1"},
+      {"chunked, cut off", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhel", "error -1"},
       {"impossible length", "HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nhello", "error -1011"},
       {"redirect", "HTTP/1.1 302 Found\r\nLocation: /elsewhere\r\nContent-Length: 0\r\n\r\n", "302: "},
       {"nothing at all", "", "error -1"},
       {"another protocol", "SSH-2.0-OpenSSH_9.2\r\n", "no HTTP"},
-      {"a bare text", "hello", "no HTTP"},
-      {"binary", std::string("\0\xff\x15\x03\x01\0\x02\x02", 8), "no HTTP"},
   };
   for (const auto& row : rows) {
     LoopbackServer server([&](Peer& peer) {
@@ -68,31 +60,20 @@ TEST(HttpAnswers, CarryTheHeadersOfTheFinalAnswerInTheirOrder) {
 }
 
 TEST(HttpAnswers, AServerThatHangsEndsInATimeout) {
-  const struct {
-    const char* name;
-    std::string bytes;
-  } rows[] = {
-      {"at once", ""},
-      {"in the status line", "HTTP/1.1 2"},
-      {"in the headers", "HTTP/1.1 200 OK\r\nContent-"},
-      {"in the body", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhel"},
-      {"after an interim answer", "HTTP/1.1 100 Continue\r\n\r\n"},
-  };
-  for (const auto& row : rows) {
+  for (const char* said : {"", "HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nhel"}) {
     LoopbackServer server([&](Peer& peer) {
       peer.readRequest();
-      peer.write(row.bytes);
+      peer.write(said);
       peer.waitForHangUp();
     });
-    EXPECT_EQ(summary(exchange(get(server.url(), milliseconds(40)))), "error -1001") << row.name;
+    for (const Duration limit : {Duration(-1), Duration(0), Duration(milliseconds(40))}) {
+      EXPECT_EQ(summary(exchange(get(server.url(), limit))), "error -1001") << said << limit.count();
+    }
   }
 
   // Also for one that waits for a connection, while others hold all there are.
   phone::PhoneObserver nobody;
   LoopbackServer deaf([](Peer& peer) { peer.waitForHangUp(); });
-  for (const Duration noTime : {Duration(0), Duration(-1), Duration(1)}) {
-    EXPECT_EQ(summary(exchange(get(deaf.url(), noTime))), "error -1001") << noTime.count();
-  }
   CurlHttpClient client(nobody);
   std::deque<Outcome> outcomes(10);
   std::vector<Subscription> handles;
@@ -101,45 +82,24 @@ TEST(HttpAnswers, AServerThatHangsEndsInATimeout) {
     handles.push_back(client.send(get(deaf.url(), limit), outcome.done()));
   }
   EXPECT_EQ(summary(outcomes.back().wait()), "error -1001");
-  EXPECT_EQ(outcomes.front().completions(), 0);
-}
-
-TEST(HttpAnswers, AConnectionCutAtAnyByteNeverPassesForAnAnswer) {
-  const std::string whole = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nhello";
-  for (const bool hard : {false, true}) {
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-      LoopbackServer server([&](Peer& peer) {
-        peer.readRequest();
-        peer.write(whole.substr(0, length));
-        if (hard) peer.reset();
-      });
-      const auto result = exchange(get(server.url()));
-      EXPECT_FALSE(result && result->status) << "after " << length << " bytes: " << summary(result);
-    }
-  }
+  EXPECT_EQ(outcomes.front().completions, 0);
 }
 
 TEST(HttpAnswers, AnEndlessAnswerIsCutOff) {
   const HttpOptions small{.extraCaFile = {}, .maxBody = 100'000, .maxHeaders = 10'000};
   const std::string some(9'000, 'x');
-  const struct {
-    const char* name;
-    std::string first;
-    std::string again;
-  } rows[] = {
-      {"body", "HTTP/1.1 200 OK\r\n\r\n", some},
-      {"announced body", "HTTP/1.1 200 OK\r\nContent-Length: 999999999999\r\n\r\n", some},
-      {"headers", "HTTP/1.1 200 OK\r\n", "X: " + some + "\r\n"},
-      {"one header", "HTTP/1.1 200 OK\r\nX: ", some},
-      {"interim answers", "", "HTTP/1.1 100 Continue\r\nX: " + some + "\r\n\r\n"},
+  const std::pair<std::string, std::string> rows[] = {
+      {"HTTP/1.1 200 OK\r\n\r\n", some},
+      {"HTTP/1.1 200 OK\r\n", "X: " + some + "\r\n"},
+      {"", "HTTP/1.1 100 Continue\r\nX: " + some + "\r\n\r\n"},
   };
-  for (const auto& row : rows) {
-    LoopbackServer server([&](Peer& peer) {
+  for (const auto& [begin, again] : rows) {
+    LoopbackServer server([&, &first = begin, &rest = again](Peer& peer) {
       peer.readRequest();
-      peer.write(row.first);
-      while (peer.write(row.again)) continue;
+      peer.write(first);
+      while (peer.write(rest)) continue;
     });
-    EXPECT_EQ(summary(exchange(get(server.url()), small)), "error -1") << row.name;
+    EXPECT_EQ(summary(exchange(get(server.url()), small)), "error -1") << begin;
   }
   LoopbackServer exact([](Peer& peer) {
     peer.readRequest();

@@ -71,7 +71,7 @@ class LinuxUnderContract {
 
  private:
   test::TemporaryDirectory home_;
-  test::RefusingPort nobody_;
+  test::Port nobody_;
   Pages pages_;
   test::LoopbackServer server_{[this](test::Peer& peer) { pages_.talk(peer); }};
   LinuxPhone phone_{{.home = home_.path(), .console = {}, .systemLog = {}}};

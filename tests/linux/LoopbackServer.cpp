@@ -2,19 +2,15 @@
 
 #include <arpa/inet.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 
 #include <charconv>
-#include <cstdint>
 #include <stdexcept>
 
 #include "phones/common/Threads.hpp"
 
 namespace orlan::linuxphone::test {
 namespace {
-
-constexpr int patienceMs = 5000;
 
 std::size_t contentLength(std::string_view head) {
   const auto at = head.find("Content-Length: ");
@@ -23,49 +19,24 @@ std::size_t contentLength(std::string_view head) {
   return length;
 }
 
-/// The socket's new port on the loopback.
-int bindAnywhere(int socket) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  auto* plain = reinterpret_cast<sockaddr*>(&address);
-  socklen_t size = sizeof address;
-  if (::bind(socket, plain, size) != 0 || ::getsockname(socket, plain, &size) != 0) {
-    throw std::runtime_error("no port on the loopback");
-  }
-  return ntohs(address.sin_port);
-}
-
-std::string urlAt(int port, const std::string& path) {
-  return "http://127.0.0.1:" + std::to_string(port) + path;
-}
-
 }  // namespace
 
 std::string Peer::readRequest() {
-  while (true) {
-    const auto end = unread_.find("\r\n\r\n");
-    if (end != std::string::npos) {
-      const std::size_t whole = end + 4 + contentLength(unread_.substr(0, end + 2));
-      while (unread_.size() < whole) {
-        if (!readMore()) return {};
-      }
-      std::string request = unread_.substr(0, whole);
-      unread_.erase(0, whole);
-      return request;
-    }
+  std::size_t end = 0;
+  while ((end = unread_.find("\r\n\r\n")) == std::string::npos) {
     if (!readMore()) return {};
   }
-}
-
-bool Peer::readable() {
-  pollfd files[] = {{socket_, POLLIN, 0}, {serverEnds_, POLLIN, 0}};
-  return ::poll(files, 2, patienceMs) > 0 && files[1].revents == 0;
+  const std::size_t whole = end + 4 + contentLength(unread_.substr(0, end + 2));
+  while (unread_.size() < whole) {
+    if (!readMore()) return {};
+  }
+  std::string request = unread_.substr(0, whole);
+  unread_.erase(0, whole);
+  return request;
 }
 
 bool Peer::readMore() {
   char buffer[4096];
-  if (!readable()) return false;
   const ssize_t got = ::recv(socket_, buffer, sizeof buffer, 0);
   if (got <= 0) return false;
   unread_.append(buffer, static_cast<std::size_t>(got));
@@ -74,9 +45,7 @@ bool Peer::readMore() {
 
 bool Peer::write(std::string_view bytes) {
   while (!bytes.empty()) {
-    pollfd files[] = {{socket_, POLLOUT, 0}, {serverEnds_, POLLIN, 0}};
-    if (::poll(files, 2, patienceMs) <= 0 || files[1].revents != 0) return false;
-    const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     if (sent < 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(sent));
   }
@@ -92,51 +61,55 @@ void Peer::waitForHangUp() {
 }
 
 void Peer::wait(std::chrono::milliseconds time) {
-  pollfd file{serverEnds_, POLLIN, 0};
+  pollfd file{socket_, 0, 0};
   ::poll(&file, 1, static_cast<int>(time.count()));
 }
 
-LoopbackServer::LoopbackServer(Script script)
-    : script_(std::move(script)),
-      listener_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)),
-      ends_(::eventfd(0, EFD_CLOEXEC)) {
-  port_ = bindAnywhere(listener_.get());
-  if (::listen(listener_.get(), 64) != 0) throw std::runtime_error("no loopback server");
-  acceptor_ = phone::startThread("acceptor", [this] { acceptAll(); });  // no signals here: SIGPIPE
+Port::Port() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  auto* plain = reinterpret_cast<sockaddr*>(&address);
+  socklen_t size = sizeof address;
+  if (::bind(socket_.get(), plain, size) != 0 || ::getsockname(socket_.get(), plain, &size) != 0) {
+    throw std::runtime_error("no port on the loopback");
+  }
+  port_ = ntohs(address.sin_port);
+}
+
+std::string Port::url(const std::string& path) const {
+  return "http://127.0.0.1:" + std::to_string(port_) + path;
+}
+
+LoopbackServer::LoopbackServer(Script script) : script_(std::move(script)) {
+  if (::listen(socket_.get(), 64) != 0) throw std::runtime_error("no loopback server");
+  acceptor_ = phone::startThread("acceptor", [this] { acceptAll(); });  // where no SIGPIPE strikes
 }
 
 LoopbackServer::~LoopbackServer() {
-  const std::uint64_t one = 1;
-  (void)!::write(ends_.get(), &one, sizeof one);
+  ::shutdown(socket_.get(), SHUT_RDWR);  // ends the accepting
   acceptor_.join();
-  for (auto& talker : talkers_) talker.join();
+  for (auto& talk : talks_) ::shutdown(talk.socket.get(), SHUT_RDWR);
+  for (auto& talk : talks_) talk.thread.join();
 }
 
 void LoopbackServer::acceptAll() {
   while (true) {
-    pollfd files[] = {{listener_.get(), POLLIN, 0}, {ends_.get(), POLLIN, 0}};
-    if (::poll(files, 2, -1) < 0 || files[1].revents != 0) return;
-    const int socket = ::accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC);
-    if (socket < 0) continue;
+    FileDescriptor socket(::accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC));
+    if (!socket) return;
     ++connections_;
-    talkers_.emplace_back([this, socket] {
-      const FileDescriptor owned(socket);
-      Peer peer(socket, ends_.get());
+    const timeval patience{5, 0};
+    for (const int way : {SO_RCVTIMEO, SO_SNDTIMEO}) {
+      ::setsockopt(socket.get(), SOL_SOCKET, way, &patience, sizeof patience);
+    }
+    const int fd = socket.get();
+    auto play = [this, fd] {
+      Peer peer(fd);
       script_(peer);
-    });
+      ::shutdown(fd, SHUT_RDWR);
+    };
+    talks_.push_back({std::move(socket), std::thread(play)});
   }
-}
-
-std::string LoopbackServer::url(const std::string& path) const {
-  return urlAt(port_, path);
-}
-
-RefusingPort::RefusingPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  port_ = bindAnywhere(socket_.get());
-}
-
-std::string RefusingPort::url() const {
-  return urlAt(port_, "/");
 }
 
 std::string plainReply(int status, const std::string& body) {

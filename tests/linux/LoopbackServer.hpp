@@ -4,7 +4,6 @@
 #include <chrono>
 #include <functional>
 #include <list>
-#include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -17,7 +16,7 @@ namespace orlan::linuxphone::test {
 /// server ends, or after a few seconds.
 class Peer {
  public:
-  Peer(int socket, int serverEnds) : socket_(socket), serverEnds_(serverEnds) {}
+  explicit Peer(int socket) : socket_(socket) {}
 
   /// The next request, head and body, as it came; empty when there is none any more.
   std::string readRequest();
@@ -28,25 +27,36 @@ class Peer {
   /// Closes our direction now.
   void close();
 
-  /// Until the client hangs up.
   void waitForHangUp();
 
-  /// Lets time pass, unless the server ends meanwhile.
+  /// Lets time pass, unless the connection ends meanwhile.
   void wait(std::chrono::milliseconds time);
 
   [[nodiscard]] int socket() const { return socket_; }
 
  private:
-  [[nodiscard]] bool readable();
   bool readMore();
 
   int socket_;
-  int serverEnds_;
   std::string unread_;
 };
 
-/// A server on a port of its own of the loopback that plays `script` on a thread for each connection.
-class LoopbackServer {
+/// A port of the loopback that is taken and, by itself, refuses every connection.
+class Port {
+ public:
+  Port();
+  [[nodiscard]] std::string url(const std::string& path = "/") const;
+  [[nodiscard]] int port() const { return port_; }
+
+ protected:
+  FileDescriptor socket_;
+
+ private:
+  int port_ = 0;
+};
+
+/// A server on such a port that plays `script` on a thread for each connection.
+class LoopbackServer : public Port {
  public:
   using Script = std::function<void(Peer&)>;
 
@@ -55,31 +65,19 @@ class LoopbackServer {
   LoopbackServer& operator=(const LoopbackServer&) = delete;
   ~LoopbackServer();
 
-  [[nodiscard]] std::string url(const std::string& path = "/") const;
-  [[nodiscard]] int port() const { return port_; }
   [[nodiscard]] int connections() const { return connections_; }
 
  private:
+  struct Talk {
+    FileDescriptor socket;
+    std::thread thread;
+  };
   void acceptAll();
 
   Script script_;
-  FileDescriptor listener_;
-  FileDescriptor ends_;  // readable once the server ends
-  int port_ = 0;
   std::atomic<int> connections_ = 0;
-  std::list<std::thread> talkers_;  // the acceptor's
+  std::list<Talk> talks_;  // the acceptor's
   std::thread acceptor_;
-};
-
-/// A port of the loopback that is taken and refuses every connection.
-class RefusingPort {
- public:
-  RefusingPort();
-  [[nodiscard]] std::string url() const;
-
- private:
-  FileDescriptor socket_;
-  int port_ = 0;
 };
 
 /// "HTTP/1.1 200 Reason" with `body` and its length.

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -72,7 +70,7 @@ TEST(LinuxPhone, ATrackReplaysFastWithEveryTimerTrue) {
   const test::TemporaryDirectory home;
   const TimePoint recorded = std::chrono::sys_days(std::chrono::November / 29 / 2019);
   Track track;
-  for (int minute : {0, 1, 2, 2, 20}) {
+  for (int minute : {0, 2, 2, 20}) {
     track.fixes.push_back({{51.0, minute * 0.01}, 5.0, recorded + std::chrono::minutes(minute)});
   }
   PhoneConfig config = quiet(home.path());
@@ -80,25 +78,24 @@ TEST(LinuxPhone, ATrackReplaysFastWithEveryTimerTrue) {
   config.wallClock = recorded;
   LinuxPhone phone(std::move(config));
   struct Watcher : phone::PhoneObserver {
-    explicit Watcher(LinuxPhone& p) : phone(p) {}
+    explicit Watcher(Clock& c) : clock(c) {}
     void fixes(std::span<const Location> batch) override {
       got.insert(got.end(), batch.begin(), batch.end());
-      EXPECT_GE(phone.clock().now(), got.back().timestamp);  // never before its time
+      EXPECT_GE(clock.now(), got.back().timestamp);  // never before its time
     }
-    LinuxPhone& phone;
+    Clock& clock;
     std::vector<Location> got;
-  } watcher(phone);
+  } watcher(phone.clock());
   phone.observe(watcher);
-
   int ticks = 0;
   const auto everyTenMinutes = phone.main().every(std::chrono::minutes(10), [&] { ++ticks; });
   const TimePoint begun = phone.clock().now();
   phone.player().play(track, [&] { phone.stop(); });
   phone.run();
 
-  ASSERT_EQ(watcher.got.size(), 5U);
+  ASSERT_EQ(watcher.got.size(), 4U);
   EXPECT_GE(watcher.got[0].timestamp, begun);  // the phone's clock, not the file's
-  for (std::size_t i = 0; i < 5; ++i) {
+  for (std::size_t i = 0; i < 4; ++i) {
     EXPECT_EQ(watcher.got[i].coordinate, track.fixes[i].coordinate);
     EXPECT_EQ(watcher.got[i].timestamp - watcher.got[0].timestamp, track.fixes[i].timestamp - recorded);
   }
@@ -226,14 +223,12 @@ TEST(HostBundle, PropertyListsComeFromNamedFilesThenTheDirectory) {
   };
   write("A.plist", "directory");
   write("other.plist", "named");
-  std::ofstream(directory.file("Bad.plist")) << "<plist><array/></plist>";
   const HostBundle bundle({.identifier = {},
                            .info = {{"CFBundleName", "Host"}},
                            .directory = directory.path(),
                            .propertyListFiles = {{"B", directory.file("other.plist")}}});
   EXPECT_EQ(bundle.propertyList("A"), (json::Object{{"k", "directory"}}));
   EXPECT_EQ(bundle.propertyList("B"), (json::Object{{"k", "named"}}));
-  EXPECT_EQ(bundle.propertyList("Bad"), std::nullopt);
   EXPECT_EQ(bundle.propertyList("None"), std::nullopt);
   EXPECT_EQ(HostBundle({}).propertyList("A"), std::nullopt);
   EXPECT_EQ(bundle.info("CFBundleName"), json::Value("Host"));
@@ -243,20 +238,17 @@ TEST(HostBundle, PropertyListsComeFromNamedFilesThenTheDirectory) {
 TEST(HostConsole, PrintsALinesTextAndTellsItsMessage) {
   struct Watcher : phone::PhoneObserver {
     void consoleLine(std::string_view level, std::string_view message) override {
-      seen += std::string(level) + "|" + std::string(message) + ";";
+      seen.append(level).append("|").append(message).append(";");
     }
     std::string seen;
   } watcher;
   std::string printed;
   const ConsoleLine lines[] = {{"INFO", "one", "[t] [INFO] one\n"}, {"WARN", "a\nb", "[t] [WARN] a\nb\n"}};
-  HostConsole(
-      [&](std::span<const ConsoleLine> all) {
-        for (const auto& line : all) printed += line.text;
-      },
-      watcher)
-      .print(lines);
+  const ConsoleSink sink = [&](std::span<const ConsoleLine> all) {
+    for (const auto& line : all) printed += line.text;
+  };
+  for (const auto& each : {sink, ConsoleSink()}) HostConsole(each, watcher).print(lines);
   EXPECT_EQ(printed, "[t] [INFO] one\n[t] [WARN] a\nb\n");
-  HostConsole({}, watcher).print(lines);
   EXPECT_EQ(watcher.seen, "INFO|one;WARN|a\nb;INFO|one;WARN|a\nb;");
 }
 

@@ -64,10 +64,6 @@ void NotificationManager::sendFirebaseStyleTestNotification() {
 void NotificationManager::sendTestNotificationWithPayload(json::Object userInfo) {
   const Turn turn = main_.enter();
   logger_.breadcrumb("🔔 Sending test notification with custom payload");
-  schedule(std::move(userInfo));
-}
-
-void NotificationManager::schedule(json::Object userInfo) {
   const auto note = [this](const Result<void>& outcome) {
     if (!outcome) return logger_.log("Test notification error: " + outcome.error().description);
     logger_.breadcrumb("🔔 Test notification scheduled successfully");
@@ -126,7 +122,9 @@ void NotificationManager::handle(const NotificationContent& content) {
   logger_.breadcrumb(diagnostics::processed(details));
   reportNotification(ActivityType::notificationDelivered, details.locationID(), details.notifID(),
                      NotificationType::notification);
-  publish(details);
+  logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID()));
+  subject_.send(details);
+  setLatest(details);
 }
 
 OrlanNotificationDetails NotificationManager::detailsOf(const NotificationContent& content) {
@@ -147,12 +145,6 @@ OrlanNotificationDetails NotificationManager::detailsOf(const NotificationConten
                                    .questions = questions_.find(content.userInfo, payload.notifID),
                                    .completionMessage = payload.completionMessage},
                                   random_);
-}
-
-void NotificationManager::publish(const OrlanNotificationDetails& details) {
-  logger_.breadcrumb(fmt::format("📤 Publishing tapped notif {}", details.notifID()));
-  subject_.send(details);
-  setLatest(details);
 }
 
 }  // namespace orlan

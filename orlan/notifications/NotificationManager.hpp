@@ -69,8 +69,6 @@ class NotificationManager final : public NotificationCenterDelegate,
   void logNotificationDiagnostics(const NotificationContent& content, std::string_view context);
   void handle(const NotificationContent& content);
   [[nodiscard]] OrlanNotificationDetails detailsOf(const NotificationContent& content);
-  void publish(const OrlanNotificationDetails& details);
-  void schedule(json::Object userInfo);
 
   MainLoop& main_;
   NotificationCenter& center_;

@@ -33,13 +33,10 @@ void NotificationPermissionManager::refresh() {
     const auto manager = self.lock();
     if (!manager) return;
     manager->center_.setDelegate(manager);
-    manager->askForStatus();
-  });
-}
-
-void NotificationPermissionManager::askForStatus() {
-  center_.authorizationStatus([this, pass = gate_.pass()](NotificationAuthorization answer) {
-    pass([this, answer] { publish(answer); });
+    manager->center_.authorizationStatus(
+        [&manager = *manager, pass = manager->gate_.pass()](NotificationAuthorization answer) {
+          pass([&manager, answer] { manager.publish(answer); });
+        });
   });
 }
 

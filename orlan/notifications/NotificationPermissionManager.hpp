@@ -49,7 +49,6 @@ class NotificationPermissionManager final
   [[nodiscard]] std::string_view name() const override { return "NotificationPermissionManager"; }
 
  private:
-  void askForStatus();
   void publish(NotificationAuthorization status);
   void takeAnswer(const Result<bool>& answer);
 

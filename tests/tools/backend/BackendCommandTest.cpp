@@ -65,8 +65,9 @@ TEST(BackendCommand, WhatCannotBeUsedIsOneLineAndTwo) {
            Row{{"--campaigns", "/no/such/file"},
                "orlan backend: /no/such/file: cannot be read: No such file"},
            Row{{"--fault", "/get-config=slow"}, "orlan backend: fault \"/get-config=slow\": expected status"},
-           Row{{"--answer", "/get-config"}, "orlan backend: answer \"/get-config\": expected PATH=FILE"},
-           Row{{"--answer", "/config=x"}, "no such endpoint; there are /api/device-registerd/create"},
+           Row{{"--answer", "/get-config"}, "orlan backend: answer \"/get-config\": there is no \"=\""},
+           Row{{"--answer", "/config=x"},
+               R"(answer "/config=x": no such endpoint "/config"; there are /api/dev)"},
            Row{{"--answer", "/get-config=/no/such"}, "orlan backend: /no/such: cannot be read"},
        }) {
     const auto outcome = run(row.words);
@@ -78,8 +79,8 @@ TEST(BackendCommand, WhatCannotBeUsedIsOneLineAndTwo) {
 }
 
 TEST(BackendCommand, WhatTheMachineRefusesIsOne) {
-  DevBackend other;
-  const auto port = other.start({});
+  DevBackend other({});
+  const auto port = other.start();
   ASSERT_TRUE(port);
   const auto taken = run({"--port", std::to_string(*port)});
   EXPECT_EQ(taken.status, 1);

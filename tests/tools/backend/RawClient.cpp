@@ -8,8 +8,6 @@
 
 #include <array>
 
-#include "orlan/base/text.hpp"
-
 namespace orlan::devbackend {
 
 RawClient::RawClient(int port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -27,49 +25,30 @@ void RawClient::send(std::string_view bytes) {
             static_cast<ssize_t>(bytes.size()));
 }
 
-bool RawClient::more() {
-  std::array<char, 4096> chunk;
-  const auto count = ::recv(socket_.get(), chunk.data(), chunk.size(), 0);
-  if (count <= 0) return false;
-  buffer_.append(chunk.data(), static_cast<std::size_t>(count));
-  return true;
-}
-
 std::string RawClient::receive() {
-  std::size_t headEnd = 0;
-  while ((headEnd = buffer_.find("\r\n\r\n")) == std::string::npos) {
-    if (!more()) return std::exchange(buffer_, {});
+  constexpr std::string_view length = "Content-Length: ";
+  for (std::array<char, 4096> chunk;;) {
+    const auto headEnd = buffer_.find("\r\n\r\n");
+    if (headEnd != std::string::npos) {
+      const auto at = buffer_.find(length);
+      const auto size = headEnd + 4 + (at < headEnd ? std::stoul(buffer_.substr(at + length.size())) : 0);
+      if (buffer_.size() >= size) {
+        auto answer = buffer_.substr(0, size);
+        buffer_.erase(0, size);
+        return answer;
+      }
+    }
+    const auto count = ::recv(socket_.get(), chunk.data(), chunk.size(), 0);
+    EXPECT_GE(count, 0) << "no answer and no end";
+    if (count <= 0) return std::exchange(buffer_, {});
+    buffer_.append(chunk.data(), static_cast<std::size_t>(count));
   }
-  const auto head = parseHead(std::string_view(buffer_).substr(0, headEnd));
-  const auto* length = findHeader(head, "Content-Length");
-  const auto size = headEnd + 4 + static_cast<std::size_t>(length ? text::toInteger(*length).value_or(0) : 0);
-  while (buffer_.size() < size) {
-    if (!more()) return std::exchange(buffer_, {});
-  }
-  auto answer = buffer_.substr(0, size);
-  buffer_.erase(0, size);
-  return answer;
 }
 
-bool RawClient::ended() {
-  char byte = 0;
-  return buffer_.empty() && ::recv(socket_.get(), &byte, 1, 0) == 0;
-}
-
-std::string wire(const Request& request) {
-  auto bytes = request.method + " " + request.target + " HTTP/1.1\r\n";
-  for (const auto& [name, value] : request.headers) bytes += name + ": " + value + "\r\n";
-  return bytes + "\r\n" + request.body;
-}
-
-int statusOf(std::string_view answer) {
-  if (!answer.starts_with("HTTP/1.1 ")) return 0;
-  return static_cast<int>(text::toInteger(answer.substr(9, 3)).value_or(0));
-}
-
-std::string_view bodyOf(std::string_view answer) {
-  const auto end = answer.find("\r\n\r\n");
-  return end == std::string_view::npos ? std::string_view() : answer.substr(end + 4);
+std::string ask(int port, std::string_view bytes) {
+  RawClient client(port);
+  client.send(bytes);
+  return client.receive();
 }
 
 }  // namespace orlan::devbackend

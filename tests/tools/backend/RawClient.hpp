@@ -1,11 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include "phones/linux/FileDescriptor.hpp"
-#include "tools/orlan/backend/Request.hpp"
 
 namespace orlan::devbackend {
 
@@ -20,21 +18,12 @@ class RawClient {
   /// ten seconds at most, which only a fault can need.
   std::string receive();
 
-  /// Whether the peer has ended the connection, and nothing more is to be read.
-  bool ended();
-
  private:
-  bool more();
-
   linuxphone::FileDescriptor socket_;
   std::string buffer_;
 };
 
-/// The request as bytes.
-std::string wire(const Request& request);
-
-/// The status of an answer; 0 when there is none.
-int statusOf(std::string_view answer);
-std::string_view bodyOf(std::string_view answer);
+/// What a connection of its own is answered to these bytes.
+std::string ask(int port, std::string_view bytes);
 
 }  // namespace orlan::devbackend

@@ -42,15 +42,13 @@ struct Options {
 };
 
 Result<void> addAnswer(const std::string& text, DevBackendConfig& config) {
-  const auto refused = [&](std::string why) {
-    return Unexpected(
-        Error{"orlan backend", -1, fmt::format("answer {}: {}", excerpt(text), std::move(why))});
-  };
-  const auto equals = text.find('=');
-  if (equals == std::string::npos) return refused("expected PATH=FILE");
-  const auto endpoint = endpointOf(std::string_view(text).substr(0, equals));
-  if (!endpoint) return refused(fmt::format("no such endpoint; there are {}", knownPaths()));
-  auto content = readFile(text.substr(equals + 1));
+  std::string_view file = text;
+  const auto endpoint = takeEndpoint(file);
+  if (!endpoint) {
+    return Unexpected(Error{"orlan backend", -1,
+                            fmt::format("answer {}: {}", excerpt(text), endpoint.error().description)});
+  }
+  auto content = readFile(std::string(file));
   if (!content) return Unexpected(content.error());
   config.answers[*endpoint] = std::move(content).value();
   return {};
@@ -113,29 +111,6 @@ void tell(const Exchange& exchange, const Options& options) {
   for (auto& line : complaints(exchange)) print(stderr, std::move(line));
 }
 
-/// The signals that end the program, held back from every thread that is started while this lives.
-class EndSignals {
- public:
-  EndSignals() {
-    ::sigemptyset(&signals_);
-    ::sigaddset(&signals_, SIGINT);
-    ::sigaddset(&signals_, SIGTERM);
-    ::pthread_sigmask(SIG_BLOCK, &signals_, &former_);
-  }
-  EndSignals(const EndSignals&) = delete;
-  EndSignals& operator=(const EndSignals&) = delete;
-  ~EndSignals() { ::pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
-
-  void await() const {
-    int signal = 0;
-    ::sigwait(&signals_, &signal);
-  }
-
- private:
-  ::sigset_t signals_{};
-  ::sigset_t former_{};
-};
-
 int refuse(const Error& error, int status) {
   print(stderr, fmt::format("orlan backend: {}", text::escapedControls(error.description)));
   return status;
@@ -145,11 +120,16 @@ int runBackend(const Options& options) {
   auto config = configOf(options);
   if (!config) return refuse(config.error(), 2);
   config->observer = [&options](const Exchange& exchange) { tell(exchange, options); };
-  const EndSignals signals;
-  DevBackend backend;
-  if (auto port = backend.start(std::move(config).value()); !port) return refuse(port.error(), 1);
+  ::sigset_t ending;  // held back from the backend's threads, too
+  ::sigemptyset(&ending);
+  ::sigaddset(&ending, SIGINT);
+  ::sigaddset(&ending, SIGTERM);
+  ::pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+  DevBackend backend(std::move(config).value());
+  if (auto port = backend.start(); !port) return refuse(port.error(), 1);
   announce(backend, options.json);
-  signals.await();
+  int signal = 0;
+  ::sigwait(&ending, &signal);
   backend.stop();
   if (options.json || !options.quiet) conclude(backend, options.json);
   return 0;

@@ -1,16 +1,24 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <map>
-#include <memory>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "orlan/base/Result.hpp"
+#include "orlan/base/Time.hpp"
+#include "tools/orlan/backend/Answers.hpp"
 #include "tools/orlan/backend/Endpoint.hpp"
 #include "tools/orlan/backend/Exchange.hpp"
 #include "tools/orlan/backend/Faults.hpp"
+#include "tools/orlan/backend/HttpServer.hpp"
+#include "tools/orlan/backend/RecordFile.hpp"
+#include "tools/orlan/backend/Verdict.hpp"
 
 namespace orlan::devbackend {
 
@@ -39,12 +47,12 @@ struct Tally {
 /// arrived, faults on request, and a strict eye on the wire format.
 class DevBackend {
  public:
-  DevBackend();
+  explicit DevBackend(DevBackendConfig config);
   /// Stops.
-  ~DevBackend();
+  ~DevBackend() { stop(); }
 
   /// Serves until `stop`. The port, or why it cannot: the port is taken, the record cannot be written. Once.
-  Result<int> start(DevBackendConfig config);
+  Result<int> start();
 
   /// "http://127.0.0.1:PORT", the base address of both families; the transmission layer also answers behind
   /// "/api" and "/api/".
@@ -57,9 +65,25 @@ class DevBackend {
   [[nodiscard]] std::vector<Tally> summary() const;
 
  private:
-  class Service;
-  std::unique_ptr<Service> service_;
+  Reply serve(const Request& request);
+  void remember(const Request& request, Verdict& verdict);
+  void settle(Exchange exchange);
+  bool outlives(Duration delay);
+
+  DevBackendConfig config_;
+  Answers answers_;
   int port_ = 0;
+  const std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+
+  mutable std::mutex mutex_;
+  std::condition_variable stopped_;
+  bool stopping_ = false;
+  std::int64_t lastId_ = 0;
+  std::set<std::string> boundaries_;
+  std::map<std::pair<std::optional<Endpoint>, std::optional<int>>, int> tallies_;
+  RecordFile record_;
+
+  HttpServer server_;  // last: its threads use all of the above
 };
 
 }  // namespace orlan::devbackend

@@ -1,56 +1,41 @@
 #include "tools/orlan/backend/Endpoint.hpp"
 
-#include <array>
+#include <fmt/format.h>
+
+#include "tools/orlan/backend/Formats.hpp"
+#include "tools/orlan/backend/Request.hpp"
 
 namespace orlan::devbackend {
-namespace {
-
-struct Row {
-  Endpoint endpoint;
-  std::string_view method;
-  std::string_view path;
-  bool hasPrefixes = false;
-};
-
-constexpr std::array rows{
-    Row{Endpoint::registration, "POST", "/api/device-registerd/create"},
-    Row{Endpoint::segments, "POST", "/api/segments"},
-    Row{Endpoint::activities, "POST", "/api/activities"},
-    Row{Endpoint::pluginActivity, "POST", "/api/plugin-activity/create"},
-    Row{Endpoint::surveyResponse, "POST", "/api/survey-response"},
-    Row{Endpoint::configuration, "GET", "/get-config", true},
-    Row{Endpoint::geofenceCheck, "POST", "/check-geofence", true},
-};
-
-const Row& rowOf(Endpoint endpoint) {
-  return rows[static_cast<std::size_t>(endpoint)];
-}
-
-}  // namespace
 
 std::optional<Endpoint> endpointOf(std::string_view target) {
-  for (const auto& row : rows) {
-    if (target == row.path) return row.endpoint;
-    if (!row.hasPrefixes || !target.ends_with(row.path)) continue;
-    const auto prefix = target.substr(0, target.size() - row.path.size());
-    if (prefix == "/api" || prefix == "/api/") return row.endpoint;
+  for (const auto& format : formats()) {
+    if (!target.ends_with(format.path)) continue;
+    const auto prefix = target.substr(0, target.size() - format.path.size());
+    const bool isKnown = format.isTransmission && (prefix == "/api" || prefix == "/api/");
+    if (prefix.empty() || isKnown) return format.endpoint;
   }
   return std::nullopt;
 }
 
-std::string_view pathOf(Endpoint endpoint) {
-  return rowOf(endpoint).path;
-}
-
-std::string_view methodOf(Endpoint endpoint) {
-  return rowOf(endpoint).method;
+Result<Endpoint> takeEndpoint(std::string_view& text) {
+  const auto refused = [&](std::string why) {
+    return Unexpected(Error{"orlan backend", -1, std::move(why)});
+  };
+  const auto equals = text.find('=');
+  if (equals == std::string_view::npos) return refused("there is no \"=\" behind the path");
+  const auto path = text.substr(0, equals);
+  const auto endpoint = endpointOf(path);
+  if (!endpoint)
+    return refused(fmt::format("no such endpoint {}; there are {}", excerpt(path), knownPaths()));
+  text.remove_prefix(equals + 1);
+  return *endpoint;
 }
 
 std::string knownPaths() {
   std::string list;
-  for (const auto& row : rows) {
+  for (const auto& format : formats()) {
     if (!list.empty()) list += ", ";
-    list += row.path;
+    list += format.path;
   }
   return list;
 }

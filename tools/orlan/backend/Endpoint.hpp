@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "orlan/base/Result.hpp"
+
 namespace orlan::devbackend {
 
 /// What can be asked of the backend. Registration and push-token sync are one endpoint.
@@ -22,10 +24,8 @@ enum class Endpoint {
 /// Anything else, a query included, is no endpoint.
 [[nodiscard]] std::optional<Endpoint> endpointOf(std::string_view target);
 
-/// The path without an environment's prefix, such as "/check-geofence".
-[[nodiscard]] std::string_view pathOf(Endpoint endpoint);
-
-[[nodiscard]] std::string_view methodOf(Endpoint endpoint);
+/// Reads "PATH=REST", with the path of an endpoint, and takes PATH and "=" off. The error says what is wrong.
+[[nodiscard]] Result<Endpoint> takeEndpoint(std::string_view& text);
 
 /// All paths, for messages: "/api/device-registerd/create, /api/segments, …".
 [[nodiscard]] std::string knownPaths();

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstddef>
-#include <mutex>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,12 +25,11 @@ struct Fault {
 
   Endpoint endpoint = Endpoint::registration;
   Kind kind = Kind::status;
-  int status = 0;
+  std::int64_t number = 0;  // the status, or the bytes before the cut
   Duration delay{};
-  std::size_t bytes = 0;
   std::string text;
-  std::optional<int> times;  // how many requests it strikes; nothing: all
-  std::string name;          // as asked for, for records: "status:500"
+  std::optional<std::int64_t> times;  // how many requests it strikes; nothing: all
+  std::string name;                   // as asked for, for records: "status:500"
 };
 
 /// Reads `PATH=status:500`, `PATH=delay:2.5`, `PATH=cut`, `PATH=cut:20`, `PATH=body:TEXT` or `raw:TEXT`
@@ -39,26 +38,10 @@ struct Fault {
 [[nodiscard]] Result<Fault> parseFault(std::string_view text);
 
 /// What strikes one request.
-struct Strike {
-  std::optional<int> status;
-  Duration delay{};
-  std::optional<std::size_t> cutAfter;
-  std::optional<std::string> body;
-  std::optional<std::string> raw;
-  std::vector<std::string> names;
-};
+using Strike = std::map<Fault::Kind, Fault>;
 
-/// The faults asked for and how often each has struck. Faults of different kinds strike together; of several
-/// of one kind at one endpoint the first that is not used up. Any thread.
-class Faults {
- public:
-  explicit Faults(std::vector<Fault> faults = {}) : faults_(std::move(faults)) {}
-
-  [[nodiscard]] Strike take(Endpoint endpoint);
-
- private:
-  std::mutex mutex_;
-  std::vector<Fault> faults_;
-};
+/// What strikes the next request at that endpoint, and from `faults` it is counted off. Faults of different
+/// kinds strike together; of several of one kind the first that is not used up.
+[[nodiscard]] Strike takeStrike(std::vector<Fault>& faults, Endpoint endpoint);
 
 }  // namespace orlan::devbackend

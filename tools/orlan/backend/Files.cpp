@@ -2,14 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <system_error>
-
 #include "orlan/base/text.hpp"
 #include "orlan/campaigns/GeofenceResponse.hpp"
+#include "phones/linux/disk.hpp"
 
 namespace orlan::devbackend {
 namespace {
@@ -21,15 +16,9 @@ Unexpected<Error> failed(const std::string& path, std::string_view why) {
 }  // namespace
 
 Result<std::string> readFile(const std::string& path) {
-  std::error_code ignored;
-  if (std::filesystem::is_directory(path, ignored)) return failed(path, "is a directory");
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  std::string content{std::istreambuf_iterator<char>(file), {}};
-  if (file.bad() || !file.is_open()) {
-    return failed(path, fmt::format("cannot be read: {}", std::generic_category().message(errno)));
-  }
-  return content;
+  auto content = linuxphone::disk::read(path);
+  if (!content) return failed(path, fmt::format("cannot be read: {}", content.error().message()));
+  return std::move(content).value();
 }
 
 Result<std::string> readCampaigns(const std::string& path) {

@@ -1,39 +1,31 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <functional>
-#include <memory>
+#include <list>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "orlan/base/Result.hpp"
-#include "tools/orlan/backend/Request.hpp"
+#include "tools/orlan/backend/HttpConnection.hpp"
 
 namespace orlan::devbackend {
 
-/// What goes back, or does not.
-struct Reply {
-  int status = 200;
-  std::string contentType;
-  std::string body;
-  std::optional<std::size_t> cutAfter;  // the connection ends after so many bytes of the answer
-  std::optional<std::string> raw;       // these bytes instead of an HTTP answer, then the end
-};
-
-/// HTTP/1.1 on the loopback, connections kept alive, each on a thread of its own. The HTTP library reads and
-/// writes the protocol; requests are handed on as they stood on the wire, headers with empty values and raw
-/// multipart bodies included, which that library by itself would drop or take apart.
+/// HTTP/1.1 on the loopback, connections kept alive, each on a thread of its own, so that many idle ones
+/// never keep a new one waiting. Of our own, because what it is for is what servers are built to hide:
+/// headers with empty values, the bytes of what is no HTTP, and answers that end in the middle.
 class HttpServer {
  public:
-  /// Called on the connection's thread, several at once.
+  /// Called on the connection's thread, several at once, also with what was no HTTP request.
   using Handler = std::function<Reply(const Request&)>;
-  /// What came and was no HTTP request; it has been answered with 400.
-  using Unreadable = std::function<void(std::string_view bytes)>;
 
-  HttpServer(Handler handler, Unreadable unreadable);
+  explicit HttpServer(Handler handler) : handler_(std::move(handler)) {}
   /// Stops.
-  ~HttpServer();
+  ~HttpServer() { stop(); }
 
   /// Listens on 127.0.0.1; port 0 picks a free one. The port, or why it cannot be had. Once in a lifetime.
   Result<int> start(int port);
@@ -42,8 +34,22 @@ class HttpServer {
   void stop();
 
  private:
-  class Server;
-  std::unique_ptr<Server> server_;
+  struct Peer {
+    explicit Peer(linuxphone::FileDescriptor socket) : connection(std::move(socket)) {}
+    HttpConnection connection;
+    std::atomic<bool> done = false;
+    std::thread thread;
+  };
+
+  void acceptAll();
+  void serve(HttpConnection& connection);
+
+  Handler handler_;
+  linuxphone::FileDescriptor listening_;
+  std::thread accepting_;
+  std::atomic<bool> closing_ = false;
+  std::mutex mutex_;
+  std::list<Peer> peers_;
 };
 
 }  // namespace orlan::devbackend

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
-#include <string_view>
 
 #include "orlan/base/Result.hpp"
+#include "phones/linux/FileDescriptor.hpp"
 
 namespace orlan::devbackend {
 
@@ -13,17 +11,16 @@ namespace orlan::devbackend {
 /// thing happens. One thread at a time.
 class RecordFile {
  public:
-  /// Creates or empties the file. The error names it.
+  /// A new file in the place of the one before, so that nobody who may read that one, or has it open, reads
+  /// on. A link is refused, for what it names is not ours to replace; a pipe or device is written to as it
+  /// is. The error names the file.
   Result<void> open(const std::string& path);
 
   /// Does nothing while no file is open.
-  void write(std::string_view line);
+  void write(std::string line);
 
  private:
-  struct Close {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-  std::unique_ptr<std::FILE, Close> file_;
+  linuxphone::FileDescriptor file_;
 };
 
 }  // namespace orlan::devbackend

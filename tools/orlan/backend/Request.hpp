@@ -10,6 +10,7 @@ namespace orlan::devbackend {
 using Header = std::pair<std::string, std::string>;
 
 /// A request as it arrived: nothing decoded, dropped or put in order, headers with empty values included.
+/// Bytes that are no HTTP request are the body of one without a method.
 struct Request {
   std::string method;
   std::string target;  // path and query, as sent
@@ -26,8 +27,5 @@ using Problems = std::vector<std::string>;
 
 /// At most `limit` bytes of a peer's text between quotes, control characters escaped, "…" when more follows.
 [[nodiscard]] std::string excerpt(std::string_view text, std::size_t limit = 60);
-
-/// The request line and header lines of one request, without its body. Lines that are no header are skipped.
-[[nodiscard]] Request parseHead(std::string_view head);
 
 }  // namespace orlan::devbackend

@@ -2,36 +2,105 @@
 
 #include <fmt/format.h>
 
-#include "tools/orlan/backend/BodyChecks.hpp"
-#include "tools/orlan/backend/HeaderCheck.hpp"
+#include <algorithm>
+#include <array>
+
+#include "orlan/base/ascii.hpp"
+#include "orlan/base/text.hpp"
+#include "tools/orlan/backend/Formats.hpp"
 
 namespace orlan::devbackend {
 namespace {
 
-void checkBody(Endpoint endpoint, const Request& request, Problems& problems) {
-  switch (endpoint) {
-    case Endpoint::registration:
-      return checkDeviceRecord(request, problems);
-    case Endpoint::segments:
-      return checkSegments(request, problems);
-    case Endpoint::activities:
-      return checkActivityUpload(request, problems);
-    case Endpoint::pluginActivity:
-      return checkPluginActivity(request, problems);
-    case Endpoint::surveyResponse:
-      return checkSurveyResponse(request, problems);
-    case Endpoint::geofenceCheck:
-      return checkGeofenceQuestion(request, problems);
-    case Endpoint::configuration:
-      if (!request.body.empty()) problems.push_back("body: expected none");
-      return;
+constexpr Rule key{"some text", isFilled};
+constexpr std::array appScoped{Field{"x-company-api-key", key}, Field{"x-app-id", key},
+                               Field{"x-app-api-key", key}, Field{"x-app-identifier", key},
+                               Field{"x-platform", {"ios"}}};
+constexpr std::array<std::string_view, 7> transport{"Host",           "Content-Length", "Transfer-Encoding",
+                                                    "Connection",     "User-Agent",     "Accept-Encoding",
+                                                    "Accept-Language"};
+
+bool isAppScoped(Endpoint endpoint, const Request& request) {
+  return formatOf(endpoint).isTransmission &&
+         std::any_of(appScoped.begin(), appScoped.end() - 1,
+                     [&](const Field& field) { return findHeader(request, field.name) != nullptr; });
+}
+
+/// The header that says who asks.
+std::string_view keyHeader(Endpoint endpoint, const Request& request) {
+  if (!formatOf(endpoint).isTransmission) return "ApiKey";
+  return isAppScoped(endpoint, request) ? "x-company-api-key" : "x-api-key";
+}
+
+std::vector<Field> expectedHeaders(Endpoint endpoint, const Request& request) {
+  const auto& own = formatOf(endpoint).headers;
+  std::vector<Field> list(own.begin(), own.end());
+  if (!isAppScoped(endpoint, request)) {
+    list.push_back({keyHeader(endpoint, request), key});
+    return list;
   }
+  list.insert(list.end(), appScoped.begin(), appScoped.end());
+  if (findHeader(request, "x-api-key") != nullptr) list.push_back({"x-api-key", key});
+  return list;
+}
+
+void checkOne(const Request& request, const Field& expected, Problems& problems) {
+  const auto where = fmt::format("header {}", expected.name);
+  int count = 0;
+  for (const auto& [name, value] : request.headers) {
+    if (!ascii::equalsIgnoringCase(name, expected.name)) continue;
+    ++count;
+    if (name != expected.name) problems.push_back(fmt::format("{}: spelled {}", where, excerpt(name)));
+    checkValue(expected.rule, where, value, problems);
+  }
+  if (count == 0) problems.push_back(fmt::format("{}: missing", where));
+  if (count > 1) problems.push_back(fmt::format("{}: sent {} times", where, count));
+}
+
+/// Nothing stands beside the expected headers but what transport brings along.
+void checkHeaders(Endpoint endpoint, const Request& request, Problems& problems) {
+  const auto expected = expectedHeaders(endpoint, request);
+  std::vector<std::string> wanted;
+  for (const auto& field : expected) wanted.emplace_back(field.name);
+
+  std::vector<std::ptrdiff_t> places;
+  for (const auto& [name, value] : request.headers) {
+    const auto isIt = [&name = name](std::string_view known) {
+      return ascii::equalsIgnoringCase(name, known);
+    };
+    const auto place = std::find_if(wanted.begin(), wanted.end(), isIt);
+    if (place != wanted.end()) {
+      places.push_back(place - wanted.begin());
+    } else if (std::none_of(transport.begin(), transport.end(), isIt)) {
+      problems.push_back(fmt::format("header {}: does not belong to this request", excerpt(name)));
+    }
+  }
+  for (const auto& field : expected) checkOne(request, field, problems);
+  if (!std::is_sorted(places.begin(), places.end())) {
+    problems.push_back(fmt::format("headers: expected in the order {}", text::joined(wanted, ", ")));
+  }
+  const auto* legacy = findHeader(request, "x-api-key");
+  const auto* company = findHeader(request, "x-company-api-key");
+  if (legacy != nullptr && company != nullptr && *legacy != *company) {
+    problems.push_back("header x-api-key: differs from x-company-api-key");
+  }
+}
+
+/// A device that never registered has no key.
+bool hasKey(Endpoint endpoint, const Request& request) {
+  const auto* value = findHeader(request, keyHeader(endpoint, request));
+  return value != nullptr && !value->empty();
 }
 
 }  // namespace
 
 Verdict judge(const Request& request) {
   Verdict verdict{.endpoint = endpointOf(request.target), .problems = {}};
+  if (request.method.empty()) {
+    verdict.status = 400;
+    verdict.problems.push_back(fmt::format("expected an HTTP/1.1 request, found {}", excerpt(request.body)));
+    return verdict;
+  }
   if (!verdict.endpoint) {
     verdict.status = 404;
     verdict.problems.push_back(
@@ -39,16 +108,16 @@ Verdict judge(const Request& request) {
     return verdict;
   }
   const auto endpoint = *verdict.endpoint;
-  if (request.method != methodOf(endpoint)) {
+  const auto& format = formatOf(endpoint);
+  if (request.method != format.method) {
     verdict.status = 405;
     verdict.problems.push_back(
-        fmt::format("method: expected {}, found {}", methodOf(endpoint), excerpt(request.method)));
+        fmt::format("method: expected {}, found {}", format.method, excerpt(request.method)));
     return verdict;
   }
-  checkHeaders(request, expectedHeaders(endpoint, request), verdict.problems);
-  checkKeys(endpoint, request, verdict.problems);
+  checkHeaders(endpoint, request, verdict.problems);
   if (request.isWhole) {
-    checkBody(endpoint, request, verdict.problems);
+    format.checkBody(request, verdict.problems);
   } else {
     verdict.problems.push_back("body: too large, or broken off");
   }

@@ -52,8 +52,8 @@ Result<std::unique_ptr<devbackend::DevBackend>> startOwnBackend(const Inputs& in
   config.observer = [](const devbackend::Exchange& exchange) {
     for (const auto& line : devbackend::complaints(exchange)) complain("backend: " + line);
   };
-  auto backend = std::make_unique<devbackend::DevBackend>();
-  if (auto port = backend->start(std::move(config)); !port) return Unexpected(port.error());
+  auto backend = std::make_unique<devbackend::DevBackend>(std::move(config));
+  if (auto port = backend->start(); !port) return Unexpected(port.error());
   return backend;
 }
 

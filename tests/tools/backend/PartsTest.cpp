@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <set>
@@ -12,7 +10,6 @@
 #include "tools/orlan/backend/Campaigns.hpp"
 #include "tools/orlan/backend/Exchange.hpp"
 #include "tools/orlan/backend/Faults.hpp"
-#include "tools/orlan/backend/Files.hpp"
 
 namespace orlan::devbackend {
 namespace {
@@ -113,23 +110,6 @@ TEST(AnswersTest, AnIdentityIsForGood) {
     const Request request{.body = R"({"device_id":")" + row.device + R"(","orlan_id":")" + row.orlan + "\"}"};
     EXPECT_EQ(answers.answer(Endpoint::registration, request).body, R"({"data":)" + row.identity + "}");
   }
-}
-
-TEST(CampaignFiles, ErrorsNameFileAndPlace) {
-  const std::string path = testing::TempDir() + "campaigns.json";
-  struct Row {
-    const char* content;
-    const char* problem;
-  };
-  for (const auto& row : {Row{"", "campaigns.json: is empty"},
-                          Row{R"({"geoCampaign":[{"campaignName":1}],"pushCampaign":[]})",
-                              "campaigns.json: geoCampaign[0].campaignName: expected a string"}}) {
-    std::ofstream(path) << row.content;
-    EXPECT_THAT(readCampaigns(path).error().description, HasSubstr(row.problem));
-    std::filesystem::remove(path);
-  }
-  EXPECT_THAT(readCampaigns(testing::TempDir()).error().description,
-              HasSubstr("cannot be read: Is a directory"));
 }
 
 TEST(ExchangeTest, APeersControlCharactersNeverReachTheTerminal) {

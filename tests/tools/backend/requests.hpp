@@ -17,6 +17,7 @@ extern const std::string configuration;  // app-scoped, with the legacy header
 extern const std::string legacyConfiguration;
 extern const std::string geofenceCheck;  // app-scoped, without the legacy header
 extern const std::string activity;
+inline constexpr char uuid[] = "9F8E7D6C-5B4A-4392-8170-6F5E4D3C2B1A";  // in the registration, of the vendor
 inline constexpr std::string_view boundary = "Boundary-0A1B2C3D-4E5F-4A6B-8C7D-9E0F1A2B3C4D";
 
 }  // namespace orlan::devbackend::good

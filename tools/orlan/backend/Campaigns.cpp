@@ -57,20 +57,20 @@ json::Array shapeOf(Cell cell) {
 
 /// `form` with its places filled: "$key" stands for the theme's member, and "#" for `id`, as a number when it
 /// leads ("#2": the identifier with a 2 behind it).
-json::Value filled(const json::Value& form, const json::Object& theme, const std::string& id) {
+json::Value completed(const json::Value& form, const json::Object& theme, const std::string& id) {
   if (const auto* elements = form.array()) {
     json::Array list;
-    for (const auto& element : *elements) list.push_back(filled(element, theme, id));
+    for (const auto& element : *elements) list.push_back(completed(element, theme, id));
     return list;
   }
   if (const auto* members = form.object()) {
     json::Object object;
-    for (const auto& [key, value] : *members) object.set(key, filled(value, theme, id));
+    for (const auto& [key, value] : *members) object.set(key, completed(value, theme, id));
     return object;
   }
   const auto* text = form.string();
   if (text == nullptr) return form;
-  if (text->starts_with('$')) return filled(*theme.find(text->substr(1)), theme, id);
+  if (text->starts_with('$')) return completed(*theme.find(text->substr(1)), theme, id);
   const auto mark = text->find('#');
   if (mark == std::string::npos) return form;
   auto whole = text->substr(0, mark) + id + text->substr(mark + 1);
@@ -86,13 +86,9 @@ json::Value placedCampaign(Cell cell) {
   const auto& themes = *texts().find("themes")->array();
   const auto& theme = themes[static_cast<std::size_t>((cell.row % 3) * 3 + cell.column % 3)];
   const auto id = fmt::format("{}", cell.row * 100'000 + cell.column);
-  auto campaign = filled(*texts().find("placed"), *theme.object(), id);
+  auto campaign = completed(*texts().find("placed"), *theme.object(), id);
   campaign.object()->find("locationsArray")->object()->set("geofence", shapeOf(cell));
   return campaign;
-}
-
-bool isOnGlobe(Coordinate position) {
-  return std::abs(position.latitude) <= 90.0 && std::abs(position.longitude) <= 180.0;  // not-a-number: no
 }
 
 }  // namespace
@@ -100,7 +96,8 @@ bool isOnGlobe(Coordinate position) {
 json::Value campaignsAround(std::optional<Coordinate> position, bool push) {
   json::Array geo;
   json::Array pushed;
-  if (position && isOnGlobe(*position)) {
+  // Not-a-number is nowhere.
+  if (position && std::abs(position->latitude) <= 90.0 && std::abs(position->longitude) <= 180.0) {
     const auto middle = static_cast<std::int64_t>(std::floor((position->latitude + 90.0) / rowHeight));
     for (auto row = std::max<std::int64_t>(middle - 1, 0); row <= middle + 1; ++row) {
       const auto column = columnAt(row, position->longitude);

@@ -8,10 +8,6 @@
 namespace orlan::devbackend {
 namespace {
 
-json::Array texts(const std::vector<std::string>& list) {
-  return {list.begin(), list.end()};
-}
-
 std::string subject(const Exchange& exchange) {
   if (exchange.request.method.empty()) return "no HTTP request";
   return text::escapedControls(fmt::format("{} {}", exchange.request.method, exchange.request.target));
@@ -34,8 +30,8 @@ std::string recordLine(const Exchange& exchange) {
     line.set("bodyBase64", text::base64(request.body));
   }
   line.set("status", exchange.status ? json::Value(*exchange.status) : json::Value());
-  line.set("faults", texts(exchange.faults));
-  line.set("problems", texts(exchange.problems));
+  line.set("faults", json::Array(exchange.faults.begin(), exchange.faults.end()));
+  line.set("problems", json::Array(exchange.problems.begin(), exchange.problems.end()));
   return json::print(line);
 }
 

@@ -29,6 +29,7 @@ void checkValue(const Rule& rule, std::string_view where, std::string_view value
 
 /// Rules for texts.
 [[nodiscard]] bool isFilled(std::string_view text);
+inline constexpr Rule filled{"some text", isFilled};
 
 /// "E621E1F8-C36C-495A-93FC-0C247A3E6E5F": the standard form with upper-case letters.
 [[nodiscard]] bool isUuid(std::string_view text);

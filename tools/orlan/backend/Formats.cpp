@@ -13,7 +13,6 @@ namespace {
 
 using json::Kind;
 
-constexpr Rule filled{"some text", isFilled};
 constexpr Rule dateTime{"yyyy-MM-dd HH:mm:ss", isDateTime};
 constexpr Rule decimal{"a decimal integer", isPlainInteger};
 constexpr Rule latitude{"degrees from -90 to 90 as their shortest text", isLatitude};

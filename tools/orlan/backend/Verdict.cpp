@@ -12,9 +12,8 @@
 namespace orlan::devbackend {
 namespace {
 
-constexpr Rule key{"some text", isFilled};
-constexpr std::array appScoped{Field{"x-company-api-key", key}, Field{"x-app-id", key},
-                               Field{"x-app-api-key", key}, Field{"x-app-identifier", key},
+constexpr std::array appScoped{Field{"x-company-api-key", filled}, Field{"x-app-id", filled},
+                               Field{"x-app-api-key", filled}, Field{"x-app-identifier", filled},
                                Field{"x-platform", {"ios"}}};
 constexpr std::array<std::string_view, 7> transport{"Host",           "Content-Length", "Transfer-Encoding",
                                                     "Connection",     "User-Agent",     "Accept-Encoding",
@@ -36,11 +35,11 @@ std::vector<Field> expectedHeaders(Endpoint endpoint, const Request& request) {
   const auto& own = formatOf(endpoint).headers;
   std::vector<Field> list(own.begin(), own.end());
   if (!isAppScoped(endpoint, request)) {
-    list.push_back({keyHeader(endpoint, request), key});
+    list.push_back({keyHeader(endpoint, request), filled});
     return list;
   }
   list.insert(list.end(), appScoped.begin(), appScoped.end());
-  if (findHeader(request, "x-api-key") != nullptr) list.push_back({"x-api-key", key});
+  if (findHeader(request, "x-api-key") != nullptr) list.push_back({"x-api-key", filled});
   return list;
 }
 
@@ -86,42 +85,34 @@ void checkHeaders(Endpoint endpoint, const Request& request, Problems& problems)
   }
 }
 
-/// A device that never registered has no key.
-bool hasKey(Endpoint endpoint, const Request& request) {
-  const auto* value = findHeader(request, keyHeader(endpoint, request));
-  return value != nullptr && !value->empty();
-}
-
 }  // namespace
 
 Verdict judge(const Request& request) {
-  Verdict verdict{.endpoint = endpointOf(request.target), .problems = {}};
+  const auto endpoint = endpointOf(request.target);
+  const auto refused = [&](int status, std::string problem) {
+    return Verdict{endpoint, status, {std::move(problem)}};
+  };
   if (request.method.empty()) {
-    verdict.status = 400;
-    verdict.problems.push_back(fmt::format("expected an HTTP/1.1 request, found {}", excerpt(request.body)));
-    return verdict;
+    return refused(400, fmt::format("expected an HTTP/1.1 request, found {}", excerpt(request.body)));
   }
-  if (!verdict.endpoint) {
-    verdict.status = 404;
-    verdict.problems.push_back(
-        fmt::format("path: no such endpoint {}; there are {}", excerpt(request.target), knownPaths()));
-    return verdict;
+  if (!endpoint) {
+    return refused(
+        404, fmt::format("path: no such endpoint {}; there are {}", excerpt(request.target), knownPaths()));
   }
-  const auto endpoint = *verdict.endpoint;
-  const auto& format = formatOf(endpoint);
+  const auto& format = formatOf(*endpoint);
   if (request.method != format.method) {
-    verdict.status = 405;
-    verdict.problems.push_back(
-        fmt::format("method: expected {}, found {}", format.method, excerpt(request.method)));
-    return verdict;
+    return refused(405, fmt::format("method: expected {}, found {}", format.method, excerpt(request.method)));
   }
-  checkHeaders(endpoint, request, verdict.problems);
+  Verdict verdict{.endpoint = endpoint, .problems = {}};
+  checkHeaders(*endpoint, request, verdict.problems);
   if (request.isWhole) {
     format.checkBody(request, verdict.problems);
   } else {
     verdict.problems.push_back("body: too large, or broken off");
   }
-  if (!verdict.problems.empty()) verdict.status = hasKey(endpoint, request) ? 400 : 401;
+  const auto* given = findHeader(request, keyHeader(*endpoint, request));
+  const bool hasKey = given != nullptr && !given->empty();  // a device that never registered has none
+  if (!verdict.problems.empty()) verdict.status = hasKey ? 400 : 401;
   return verdict;
 }
 

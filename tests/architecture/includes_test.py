@@ -51,7 +51,6 @@ LIBRARIES = {
     "plist/": ("phones/linux/", "tools/"),
     "pugixml.hpp": ("phones/linux/", "tools/"),
     "CLI/": ("tools/",),
-    "httplib.h": ("tools/",),
 }
 
 

@@ -12,8 +12,8 @@
 
 #include "orlan/platform/Url.hpp"
 #include "orlan/platform/httpRules.hpp"
+#include "phones/common/HttpCall.hpp"
 #include "phones/common/Threads.hpp"
-#include "phones/linux/HttpCall.hpp"
 #include "phones/linux/HttpTransfer.hpp"
 
 namespace orlan::linuxphone {
@@ -34,7 +34,7 @@ void startLibrary() {
 /// The client's thread and what it shares with the senders.
 class CurlHttpClient::Engine {
  public:
-  using Call = std::shared_ptr<HttpCall>;
+  using Call = std::shared_ptr<phone::HttpCall>;
 
   Engine(phone::PhoneObserver& observer, HttpOptions options)
       : observer_(observer), options_(std::move(options)), multi_(curl_multi_init()) {
@@ -77,12 +77,12 @@ class CurlHttpClient::Engine {
 // What is refused never becomes a request, so that nobody is told of one.
 CurlHttpClient::Engine::Call CurlHttpClient::Engine::send(HttpRequest request, HttpDone done) {
   if (auto refusal = phone::refusal(request)) {
-    auto call = std::make_shared<HttpCall>(HttpCall::unseen, std::move(done));
+    auto call = std::make_shared<phone::HttpCall>(phone::HttpCall::unseen, std::move(done));
     post([this, call, why = std::move(*refusal)] { call->finish(observer_, Unexpected(why)); });
     return call;
   }
   const phone::RequestId id = ++sent_;
-  auto call = std::make_shared<HttpCall>(id, std::move(done));
+  auto call = std::make_shared<phone::HttpCall>(id, std::move(done));
   observer_.request(id, request);  // before the answer can come
   auto transfer = std::make_shared<HttpTransfer>(std::move(request), options_);
   post([this, call, transfer = std::move(transfer)] { begin(call, transfer); });
@@ -167,7 +167,7 @@ bool CurlHttpClient::Engine::reportFinished() {
 }
 
 void CurlHttpClient::Engine::end(CURL* easy, CURLcode code) {
-  HttpCall* key = nullptr;
+  phone::HttpCall* key = nullptr;
   curl_easy_getinfo(easy, CURLINFO_PRIVATE, &key);
   const auto found = transfers_.find(Call(Call(), key));
   assert(found != transfers_.end());

@@ -6,17 +6,17 @@
 
 #include "phones/common/PhoneObserver.hpp"
 
-namespace orlan::linuxphone {
+namespace orlan::phone {
 
 /// One request's promise to answer exactly once or, after `cancel`, never.
 class HttpCall {
  public:
-  static constexpr phone::RequestId unseen = 0;  // no observer hears of it
+  static constexpr RequestId unseen = 0;  // no observer hears of it
 
-  HttpCall(phone::RequestId id, HttpDone done) : id_(id), done_(std::move(done)) {}
+  HttpCall(RequestId id, HttpDone done) : id_(id), done_(std::move(done)) {}
 
   /// Tells `observer` and the sender, unless cancelled. Call once, on the client's thread.
-  void finish(phone::PhoneObserver& observer, Result<HttpReply> result);
+  void finish(PhoneObserver& observer, Result<HttpReply> result);
 
   /// Afterwards the sender's callback is not running and will not run; from inside the callback itself, it
   /// only returns. Any thread.
@@ -25,7 +25,7 @@ class HttpCall {
  private:
   enum class State { waiting, answering, over };
 
-  const phone::RequestId id_;
+  const RequestId id_;
   std::mutex mutex_;
   std::condition_variable changed_;
   State state_ = State::waiting;
@@ -33,4 +33,4 @@ class HttpCall {
   HttpDone done_;
 };
 
-}  // namespace orlan::linuxphone
+}  // namespace orlan::phone

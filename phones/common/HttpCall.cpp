@@ -1,10 +1,10 @@
-#include "phones/linux/HttpCall.hpp"
+#include "phones/common/HttpCall.hpp"
 
 #include <utility>
 
-namespace orlan::linuxphone {
+namespace orlan::phone {
 
-void HttpCall::finish(phone::PhoneObserver& observer, Result<HttpReply> result) {
+void HttpCall::finish(PhoneObserver& observer, Result<HttpReply> result) {
   HttpDone done;
   {
     const std::lock_guard lock(mutex_);
@@ -36,4 +36,4 @@ void HttpCall::cancel() {
   changed_.wait(lock, [this] { return state_ == State::over; });
 }
 
-}  // namespace orlan::linuxphone
+}  // namespace orlan::phone

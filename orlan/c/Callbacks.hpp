@@ -15,56 +15,52 @@ namespace orlan::c {
 
 /// Calls a completion exactly once: with the outcome, or with an error when nobody has one any more. Not when
 /// the operation itself fails to begin, which its status tells.
-class Outcome {
+template <class T>
+class Once {
  public:
-  Outcome(orlan_outcome_completion completion, void* context) : completion_(completion), context_(context) {}
-  ~Outcome() {
-    if (!called_ && std::uncaught_exceptions() == exceptions_) tell(false, endedEarly());
+  explicit Once(Completion<T> completion) : completion_(std::move(completion)) {}
+  ~Once() {
+    if (std::uncaught_exceptions() != exceptions_) return;
+    tell(Unexpected(Error{ORLAN_ERROR_DOMAIN, 1, "The library ended before the answer came."}));
   }
-  Outcome(const Outcome&) = delete;
-  Outcome& operator=(const Outcome&) = delete;
+  Once(const Once&) = delete;
+  Once& operator=(const Once&) = delete;
 
-  void tell(bool succeeded, const std::optional<Error>& error);
-  [[nodiscard]] static Error endedEarly();
+  void tell(const Result<T>& outcome) {
+    if (const auto completion = std::exchange(completion_, nullptr)) completion(outcome);
+  }
 
  private:
-  orlan_outcome_completion completion_;
-  void* context_;
-  bool called_ = false;
+  Completion<T> completion_;
   const int exceptions_ = std::uncaught_exceptions();
 };
 
-/// The same with a text.
-class TextOutcome {
- public:
-  TextOutcome(orlan_text_completion completion, void* context) : completion_(completion), context_(context) {}
-  ~TextOutcome() {
-    if (!called_ && std::uncaught_exceptions() == exceptions_) tell(std::nullopt, Outcome::endedEarly());
-  }
-  TextOutcome(const TextOutcome&) = delete;
-  TextOutcome& operator=(const TextOutcome&) = delete;
-
-  void tell(const std::optional<std::string>& value, const std::optional<Error>& error);
-
- private:
-  orlan_text_completion completion_;
-  void* context_;
-  bool called_ = false;
-  const int exceptions_ = std::uncaught_exceptions();
-};
+template <class T>
+[[nodiscard]] Completion<T> once(Completion<T> completion) {
+  return [once = std::make_shared<Once<T>>(std::move(completion))](const Result<T>& outcome) {
+    once->tell(outcome);
+  };
+}
 
 /// Empty for NULL, so that nothing is kept for nobody.
-[[nodiscard]] BridgedOutcome outcome(orlan_outcome_completion completion, void* context);
+[[nodiscard]] inline Completion<bool> outcome(orlan_outcome_completion completion, void* context) {
+  if (completion == nullptr) return {};
+  return once<bool>([=](const Result<bool>& outcome) {
+    const orlan_error error = outcome ? orlan_error{} : lent(outcome.error());
+    call(completion, context, outcome.has_value(), outcome ? nullptr : &error);
+  });
+}
 
 /// `toText` makes the text of a value.
 template <class T, class ToText>
-[[nodiscard]] BridgedCompletion<T> textOutcome(orlan_text_completion completion, void* context,
-                                               ToText toText) {
+[[nodiscard]] Completion<T> textOutcome(orlan_text_completion completion, void* context, ToText toText) {
   if (completion == nullptr) return {};
-  return [told = std::make_shared<TextOutcome>(completion, context), toText](
-             const std::optional<T>& value, const std::optional<Error>& error) {
-    told->tell(value ? std::optional<std::string>(toText(*value)) : std::nullopt, error);
-  };
+  return once<T>([=](const Result<T>& outcome) {
+    const std::string text = outcome ? std::string(toText(*outcome)) : std::string();
+    const orlan_string value = lent(text);
+    const orlan_error error = outcome ? orlan_error{} : lent(outcome.error());
+    call(completion, context, outcome ? &value : nullptr, outcome ? nullptr : &error);
+  });
 }
 
 }  // namespace orlan::c

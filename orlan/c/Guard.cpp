@@ -6,31 +6,12 @@
 namespace orlan::c {
 namespace {
 
-thread_local int depth = 0;
-thread_local int tableDepth = 0;
 thread_local std::array<char, 320> lastProblem = {};
 
 }  // namespace
 
-Inside::Inside() {
-  ++depth;
-}
-Inside::~Inside() {
-  --depth;
-}
-bool Inside::any() {
-  return depth > 0;
-}
-
-InsideTable::InsideTable() {
-  ++tableDepth;
-}
-InsideTable::~InsideTable() {
-  --tableDepth;
-}
-void InsideTable::refuse() {
-  if (tableDepth > 0) throw Misuse{ORLAN_BUSY, "inside a function of the phone"};
-}
+thread_local int Inside::depth = 0;
+thread_local int InsideTable::depth = 0;
 
 orlan_status note(const char* function, orlan_status status, const char* problem) noexcept {
   static_cast<void>(std::snprintf(lastProblem.data(), lastProblem.size(), "%s: %s", function, problem));
@@ -41,4 +22,8 @@ orlan_status note(const char* function, orlan_status status, const char* problem
 
 const char* orlan_last_problem(void) {
   return orlan::c::lastProblem.data();
+}
+
+const char* orlan_version(void) {
+  return ORLAN_VERSION;
 }

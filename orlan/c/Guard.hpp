@@ -17,27 +17,33 @@ struct Misuse {
 /// Counts, on each thread, how deep the host is inside the library or the library inside the host.
 class Inside {
  public:
-  Inside();
-  ~Inside();
+  Inside() { ++depth; }
+  ~Inside() { --depth; }
   Inside(const Inside&) = delete;
   Inside& operator=(const Inside&) = delete;
 
-  [[nodiscard]] static bool any();
+  [[nodiscard]] static bool any() { return depth > 0; }
+
+ private:
+  static thread_local int depth;
 };
 
 /// Marks, on each thread, that the library waits inside a function of the host's phone, which is no moment
 /// for anything but answers.
 class InsideTable {
  public:
-  InsideTable();
-  ~InsideTable();
+  InsideTable() { ++depth; }
+  ~InsideTable() { --depth; }
   InsideTable(const InsideTable&) = delete;
   InsideTable& operator=(const InsideTable&) = delete;
 
   /// A `Misuse` inside such a function.
-  static void refuse();
+  static void refuse() {
+    if (depth > 0) throw Misuse{ORLAN_BUSY, "inside a function of the phone"};
+  }
 
  private:
+  static thread_local int depth;
   const Inside inside_;
 };
 

@@ -1,6 +1,6 @@
 #include "orlan/c/Host.hpp"
 
-#include <atomic>
+#include <mutex>
 #include <utility>
 
 #include "orlan/c/Values.hpp"
@@ -8,10 +8,19 @@
 namespace orlan::c {
 namespace {
 
-std::atomic<Host*> installed = nullptr;
+struct Installed {
+  std::mutex mutex;
+  std::shared_ptr<Host> host;
+};
 
-Misuse notInstalled() {
-  return {ORLAN_NOT_INSTALLED, "orlan_install comes first"};
+Installed& installed() {
+  static auto* const one = new Installed;  // never destroyed: calls may come while the process ends
+  return *one;
+}
+
+std::shared_ptr<Host> replaceHost(std::shared_ptr<Host> host) {
+  const std::lock_guard lock(installed().mutex);
+  return std::exchange(installed().host, std::move(host));
 }
 
 Config::Environment environmentOf(const orlan_base_url& base) {
@@ -45,22 +54,22 @@ RuntimeOptions optionsFrom(const orlan_options* given) {
 
 }  // namespace
 
-Host& hostOnAnyThread() {
-  InsideTable::refuse();
-  Host* const host = installed.load();
-  if (host == nullptr) throw notInstalled();
-  return *host;
+std::shared_ptr<Host> installedHost() {
+  const std::lock_guard lock(installed().mutex);
+  return installed().host;
 }
 
-Host& hostOnMain() {
-  Host& host = hostOnAnyThread();
-  if (!host.platform.main.isCurrent()) throw Misuse{ORLAN_WRONG_THREAD, "not on the main thread"};
+std::shared_ptr<Host> hostOnAnyThread() {
+  InsideTable::refuse();
+  auto host = installedHost();
+  if (!host) throw Misuse{ORLAN_NOT_INSTALLED, "orlan_install comes first"};
   return host;
 }
 
-bool isInstalled(const PhoneModel& phone) {
-  const Host* const host = installed.load();
-  return host != nullptr && host->phone.get() == &phone;
+std::shared_ptr<Host> hostOnMain() {
+  auto host = hostOnAnyThread();
+  assertMain(*host->phone);
+  return host;
 }
 
 }  // namespace orlan::c
@@ -70,13 +79,13 @@ using namespace orlan::c;
 orlan_status orlan_install(orlan_phone* phone, const orlan_options* options) {
   const bool nested = Inside::any();
   return guarded(__func__, [&] {
-    auto host = std::make_unique<Host>(phoneOf(phone));
+    auto host = std::make_shared<Host>(phoneOf(phone));
     assertMain(*host->phone);
     if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
-    if (installed.load() != nullptr) throw Misuse{ORLAN_BUSY, "a phone is installed already"};
+    if (installedHost()) throw Misuse{ORLAN_BUSY, "a phone is installed already"};
     const auto done = orlan::Runtime::install(host->platform, optionsFrom(options));
     if (!done) throw Misuse{ORLAN_BUSY, done.error().description};
-    installed.store(host.release());
+    replaceHost(std::move(host));
   });
 }
 
@@ -85,8 +94,7 @@ orlan_status orlan_uninstall(void) {
   return guarded(__func__, [&] {
     static_cast<void>(hostOnMain());
     if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
-    const std::unique_ptr<Host> ending(
-        installed.exchange(nullptr));  // what is called meanwhile finds nothing
+    const auto ending = replaceHost(nullptr);  // what is called meanwhile finds nothing
     orlan::Runtime::uninstall();
   });
 }

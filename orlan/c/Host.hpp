@@ -9,8 +9,8 @@
 
 namespace orlan::c {
 
-/// What `orlan_install` made. The delegates are the host's tables, held here because the services hold them
-/// weakly.
+/// What `orlan_install` made. It visits the phone, which so outlives it. The delegates are the host's tables,
+/// held here because the services hold them weakly.
 struct Host {
   explicit Host(std::shared_ptr<PhoneModel> model) : phone(std::move(model)), platform(phone->platform()) {}
 
@@ -25,16 +25,17 @@ struct Host {
   [[nodiscard]] static OrlanPlugin& plugin() { return *services().plugin; }
 };
 
-/// The installed one, on its main thread or on any; a `Misuse` else.
-[[nodiscard]] Host& hostOnMain();
-[[nodiscard]] Host& hostOnAnyThread();
+/// The installed one, if any. Any thread: the result keeps it, but not what belongs to the main thread.
+[[nodiscard]] std::shared_ptr<Host> installedHost();
 
-[[nodiscard]] bool isInstalled(const PhoneModel& phone);
+/// The installed one, on its main thread or on any; a `Misuse` else.
+[[nodiscard]] std::shared_ptr<Host> hostOnMain();
+[[nodiscard]] std::shared_ptr<Host> hostOnAnyThread();
 
 /// Runs the body of an operation of an installed library, on the main thread.
 template <class Body>
 orlan_status onMain(const char* function, Body&& body) noexcept {
-  return guarded(function, [&] { body(hostOnMain()); });
+  return guarded(function, [&] { body(*hostOnMain()); });
 }
 
 }  // namespace orlan::c

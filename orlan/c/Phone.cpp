@@ -1,8 +1,10 @@
 #include "orlan/c/Phone.hpp"
 
+#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <utility>
 
 #include "orlan/c/Guard.hpp"
 #include "orlan/c/Host.hpp"
@@ -10,10 +12,17 @@
 namespace orlan::c {
 namespace {
 
+struct Entry {
+  std::shared_ptr<PhoneModel> phone;
+  int visits = 0;
+  bool isEnding = false;
+};
+
 /// Handles are numbers in the dress of pointers: nobody looks behind them.
 struct Phones {
   std::mutex mutex;
-  std::map<orlan_phone*, std::shared_ptr<PhoneModel>> byHandle;
+  std::condition_variable left;
+  std::map<orlan_phone*, Entry> byHandle;
   std::uintptr_t last = 0;
 };
 
@@ -21,6 +30,29 @@ Phones& phones() {
   static auto* const all = new Phones;  // never destroyed: answers may come while the process ends
   return *all;
 }
+
+Entry& enter(orlan_phone* handle) {
+  const std::lock_guard lock(phones().mutex);
+  const auto found = phones().byHandle.find(handle);
+  if (found == phones().byHandle.end() || found->second.isEnding) {
+    throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such phone"};
+  }
+  ++found->second.visits;
+  return found->second;
+}
+
+struct Visit {
+  explicit Visit(orlan_phone* handle) : entry(enter(handle)) {}
+  ~Visit() {
+    const std::lock_guard lock(phones().mutex);
+    --entry.visits;
+    phones().left.notify_all();
+  }
+  Visit(const Visit&) = delete;
+  Visit& operator=(const Visit&) = delete;
+
+  Entry& entry;
+};
 
 }  // namespace
 
@@ -30,15 +62,14 @@ orlan_phone* handleOf(std::shared_ptr<PhoneModel> phone) {
   const std::lock_guard lock(phones().mutex);
   phones().last += alignof(std::max_align_t);
   auto* const handle = reinterpret_cast<orlan_phone*>(phones().last);  // NOLINT: see `Phones`
-  phones().byHandle.emplace(handle, std::move(phone));
+  phones().byHandle[handle].phone = std::move(phone);
   return handle;
 }
 
 std::shared_ptr<PhoneModel> phoneOf(orlan_phone* handle) {
-  const std::lock_guard lock(phones().mutex);
-  const auto found = phones().byHandle.find(handle);
-  if (found == phones().byHandle.end()) throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such phone"};
-  return found->second;
+  auto visit = std::make_shared<Visit>(handle);
+  auto* const phone = visit->entry.phone.get();
+  return {std::move(visit), phone};
 }
 
 void throwOtherKind() {
@@ -56,11 +87,21 @@ orlan_status orlan_phone_free(orlan_phone* phone) {
   if (phone == nullptr) return ORLAN_OK;
   const bool nested = Inside::any();
   return guarded(__func__, [&] {
-    std::shared_ptr<PhoneModel> ending = phoneOf(phone);
-    assertMain(*ending);
-    if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
-    if (isInstalled(*ending)) throw Misuse{ORLAN_BUSY, "the phone is installed"};
-    const std::lock_guard lock(phones().mutex);
-    phones().byHandle.erase(phone);
+    {
+      const Visit visit(phone);
+      PhoneModel& model = *visit.entry.phone;
+      assertMain(model);
+      if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
+      if (model.inItsLoop) throw Misuse{ORLAN_BUSY, "the phone's main loop runs"};
+      const auto host = installedHost();
+      if (host && host->phone.get() == &model) throw Misuse{ORLAN_BUSY, "the phone is installed"};
+      const std::lock_guard lock(phones().mutex);
+      visit.entry.isEnding = true;
+    }
+    decltype(phones().byHandle)::node_type ended;  // ends last, outside the lock: it calls the host
+    std::unique_lock lock(phones().mutex);
+    const auto found = phones().byHandle.find(phone);
+    phones().left.wait(lock, [&] { return found->second.visits == 0; });
+    ended = phones().byHandle.extract(found);
   });
 }

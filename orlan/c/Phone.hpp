@@ -16,12 +16,15 @@ class PhoneModel {
   virtual ~PhoneModel();
 
   [[nodiscard]] virtual Platform platform() = 0;
+
+  bool inItsLoop = false;  // main thread: an exported function that may not end under it runs
 };
 
 /// A handle for a new phone. No handle is ever used twice, so that one that was freed stays wrong.
 [[nodiscard]] orlan_phone* handleOf(std::shared_ptr<PhoneModel> phone);
 
-/// The phone; a `Misuse` when there is none. Any thread: the result keeps it alive.
+/// The phone; a `Misuse` when there is none. Any thread. The result is a visit: `orlan_phone_free` waits for
+/// its end.
 [[nodiscard]] std::shared_ptr<PhoneModel> phoneOf(orlan_phone* handle);
 
 [[noreturn]] void throwOtherKind();
@@ -33,6 +36,7 @@ template <class Model>
   if (!phone) throwOtherKind();
   return phone;
 }
+
 /// A `Misuse` unless the caller is on the phone's main thread.
 void assertMain(PhoneModel& phone);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,6 +52,12 @@ template <class Table>
   }
   std::memcpy(&table, given, std::min(given->struct_size, sizeof table));
   return table;
+}
+
+/// A delegate that holds such a table; NULL is nobody.
+template <class Delegate, class Table>
+[[nodiscard]] std::shared_ptr<Delegate> delegateFrom(const Table* given) {
+  return given == nullptr ? nullptr : std::make_shared<Delegate>(tableFrom(given, "delegate"));
 }
 
 // Outwards.

@@ -11,8 +11,10 @@ extern "C" {
 /// tables, or by a ready-made phone's own function.
 typedef struct orlan_phone orlan_phone;
 
-/// Frees a phone, NULL too. `ORLAN_BUSY` while it is installed and inside any callback. Afterwards every
-/// function that is given it returns `ORLAN_INVALID_ARGUMENT`. Main thread.
+/// Frees a phone, NULL too. `ORLAN_BUSY` while it is installed, inside any callback and inside its own main
+/// loop. Every function that is given it from now on returns `ORLAN_INVALID_ARGUMENT`; for those that are
+/// inside it on other threads this one waits, so that nothing of the host's is called afterwards. Main
+/// thread.
 ORLAN_API orlan_status orlan_phone_free(orlan_phone* phone);
 
 /// The backend's environments, as every function takes them; any other value means staging.
@@ -21,9 +23,9 @@ enum { ORLAN_DEVELOPMENT = 0, ORLAN_STAGING = 1, ORLAN_PRODUCTION = 2, ORLAN_NIG
 /// The two families of backend addresses.
 enum { ORLAN_PLATFORM_API = 0, ORLAN_TRANSMISSION_LAYER = 1 };
 
-/// Where one family of one environment answers: an absolute http or https URL with a host; for the platform
-/// API and for development and production of the transmission layer without a path, for its nightly with the
-/// path "/api/", for its staging with the path "/api".
+/// Where one family of one environment answers: an absolute https URL, or http to the loopback; for
+/// the platform API and for development and production of the transmission layer without a path, for its
+/// nightly with the path "/api/", for its staging with the path "/api".
 typedef struct orlan_base_url {
   int64_t environment;
   int32_t family;

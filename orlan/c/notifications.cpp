@@ -1,7 +1,7 @@
 #include "orlan/c/notifications.h"
 
-#include "orlan/c/Delegates.hpp"
 #include "orlan/c/Host.hpp"
+#include "orlan/c/Notifications.hpp"
 #include "orlan/c/Streams.hpp"
 #include "orlan/c/Values.hpp"
 #include "orlan/surveys/SurveyFields.hpp"
@@ -56,6 +56,18 @@ OrlanNotificationDetails detailsFrom(const orlan_notification_details& given) {
   }
   return OrlanNotificationDetails(std::move(content));
 }
+
+class Bridge final : public orlan::OrlanNotificationDelegate {
+ public:
+  explicit Bridge(const orlan_notification_delegate& table) : table_(table) {}
+  void orlanDidReceive(const orlan::NotificationResponse& response) override {
+    const LentNotification out(response.request);
+    call(table_.did_receive, table_.context, out.get(), lent(response.actionIdentifier));
+  }
+
+ private:
+  const orlan_notification_delegate table_;
+};
 
 orlan::NotificationManager& manager() {
   return *Host::services().notificationManager;
@@ -133,7 +145,7 @@ orlan_status orlan_handle_notifications(void) {
 
 orlan_status orlan_bridge_set_delegate(const orlan_notification_delegate* delegate) {
   return onMain(__func__, [&](Host& host) {
-    host.bridgeDelegate = delegateFrom(delegate);
+    host.bridgeDelegate = delegateFrom<Bridge>(delegate);
     Host::services().notificationBridge->setDelegate(host.bridgeDelegate);
   });
 }

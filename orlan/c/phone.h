@@ -59,8 +59,9 @@ typedef struct orlan_queue_functions {
   void (*gone)(void* context, orlan_id queue);
 } orlan_queue_functions;
 
-/// Runs a task that was posted, on the main thread or on a thread of its queue's choice. `ORLAN_UNKNOWN` for
-/// one that has run, was cancelled or is obsolete, which is no mistake. Any thread.
+/// Runs a task that was posted: one of the main loop on the main thread, one of a queue on any.
+/// `ORLAN_WRONG_THREAD` for one of the main loop elsewhere; it still waits. `ORLAN_UNKNOWN` for one that has
+/// run, was cancelled or is obsolete, which is no mistake. Any thread.
 ORLAN_API orlan_status orlan_phone_run(orlan_phone* phone, orlan_id task);
 
 // ---- Time and chance -----------------------------------------------------------------------------------
@@ -312,7 +313,7 @@ ORLAN_API orlan_status orlan_phone_move_to(orlan_phone* phone, int32_t state);
 /// What the phone says of itself; copied.
 typedef struct orlan_device {
   size_t struct_size;
-  orlan_string vendor_identifier;  ///< optional: an upper-case UUID, the same at every run
+  orlan_string vendor_identifier;  ///< optional: a UUID, the same at every run; used in upper case
   orlan_string system_version;
   orlan_string model;
   orlan_string name;

@@ -3,6 +3,7 @@
 #include "orlan/c/Callbacks.hpp"
 #include "orlan/c/Host.hpp"
 #include "orlan/c/Values.hpp"
+#include "orlan/sdk/BridgedArguments.hpp"
 #include "orlan/surveys/AnswerValidation.hpp"
 #include "orlan/surveys/SurveyFields.hpp"
 
@@ -11,16 +12,15 @@ using namespace orlan::c;
 orlan_status orlan_update_segments(const orlan_string* segmentations, size_t segmentation_count,
                                    orlan_outcome_completion completion, void* context) {
   return onMain(__func__, [&](Host&) {
-    orlan::json::Array tags;
-    for (auto& tag : texts(segmentations, segmentation_count, "segmentations")) tags.emplace_back(tag);
-    Host::plugin().updateSegmentsBridged(tags, outcome(completion, context));
+    Host::plugin().updateSegments(texts(segmentations, segmentation_count, "segmentations"),
+                                  outcome(completion, context));
   });
 }
 
 orlan_status orlan_fetch_configuration(bool force_refresh, orlan_text_completion completion, void* context) {
   return onMain(__func__, [&](Host&) {
     using orlan::OrlanConfiguration;
-    Host::plugin().fetchConfigurationBridged(
+    Host::plugin().fetchConfiguration(
         force_refresh,
         textOutcome<OrlanConfiguration>(completion, context, [](const OrlanConfiguration& configuration) {
           return orlan::json::print(configuration.encode());
@@ -30,7 +30,7 @@ orlan_status orlan_fetch_configuration(bool force_refresh, orlan_text_completion
 
 orlan_status orlan_refresh_privacy_text(orlan_text_completion completion, void* context) {
   return onMain(__func__, [&](Host&) {
-    Host::plugin().refreshPrivacyTextBridged(
+    Host::plugin().refreshPrivacyText(
         textOutcome<std::string>(completion, context, [](const std::string& text) { return text; }));
   });
 }
@@ -45,7 +45,7 @@ orlan_status orlan_current_configuration(orlan_string* json) {
 
 orlan_status orlan_privacy_text(orlan_string* text) {
   return onMain(__func__,
-                [&](Host&) { give(text, "text", [&] { return Host::plugin().getPrivacyTextBridged(); }); });
+                [&](Host&) { give(text, "text", [&] { return Host::plugin().getPrivacyText(); }); });
 }
 
 orlan_status orlan_set_correlation_id(orlan_string correlation_id) {
@@ -74,7 +74,7 @@ orlan_status orlan_update_fcm_token(orlan_string token) {
 }
 
 orlan_status orlan_refetch_geofence(void) {
-  return onMain(__func__, [](Host&) { Host::plugin().refetchGeofenceBridged(); });
+  return onMain(__func__, [](Host&) { Host::plugin().refetchGeofence(); });
 }
 
 orlan_status orlan_request_location_when_in_use(void) {
@@ -164,8 +164,8 @@ orlan_status orlan_submit_survey_response(orlan_string notification_id, orlan_st
   return onMain(__func__, [&](Host&) {
     const std::string notification(text(notification_id, "notification_id"));
     const auto location = optionalText(location_id, "location_id");
-    const auto list = jsonValue(answers, "answers");
-    Host::plugin().submitSurveyResponseObjC(notification, location, list, outcome(completion, context));
+    const auto list = orlan::answersFromBridged(jsonValue(answers, "answers"));
+    Host::plugin().submitSurveyResponse(notification, location, list, outcome(completion, context));
   });
 }
 
@@ -184,6 +184,6 @@ orlan_status orlan_track_survey_event(orlan_string notification_id, orlan_string
     const std::string notification(text(notification_id, "notification_id"));
     const auto location = optionalText(location_id, "location_id");
     const std::string event(text(activity, "activity"));
-    Host::plugin().trackSurveyEventObjC(notification, location, event, outcome(completion, context));
+    Host::plugin().trackSurveyEvent(notification, location, event, outcome(completion, context));
   });
 }

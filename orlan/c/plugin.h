@@ -20,9 +20,10 @@ typedef struct orlan_plugin_delegate {
 
 /// Starts with an API key; with the credentials in the bundle's property list "OrlanConfig", which wins over
 /// a key and must be there for the second; with app-scoped credentials, taken as they are. A start replaces
-/// the one before, ended or not, and its delegate: the former one hears no more. The delegate is copied and
-/// used until then, until `orlan_forget_plugin_delegate` or until `orlan_uninstall`; it may be NULL.
-/// `environment`: see `install.h`. `segmentations` are tags of this device's user.
+/// the one before, ended or not, and its delegate: the former one hears no more. One that is refused, inside
+/// the call, changes nothing: the one before goes on. The delegate is copied and used until then, until
+/// `orlan_forget_plugin_delegate` or until `orlan_uninstall`; it may be NULL. `environment`: see `install.h`.
+/// `segmentations` are tags of this device's user.
 ORLAN_API orlan_status orlan_start_with_api_key(orlan_string api_key, int64_t environment,
                                                 const orlan_string* segmentations, size_t segmentation_count,
                                                 const orlan_plugin_delegate* delegate);

@@ -48,7 +48,10 @@ void emitPolygons(orlan_polygons_handler handler, void* context, const std::vect
 }  // namespace
 
 void orlan_subscription_free(orlan_subscription* subscription) {
-  delete subscription;
+  guarded(__func__, [&] {
+    if (const auto host = installedHost()) assertMain(*host->phone);
+    delete subscription;
+  });
 }
 
 orlan_status orlan_subscribe_location_authorization(orlan_integer_handler handler, void* context,

@@ -174,7 +174,8 @@ typedef struct orlan_notification {
 
 /// What keeps a stream going. Freeing it ends the stream; once that has returned its handler is not called
 /// any more. NULL is allowed; so is the handler itself as the place, from its second call on, and any time
-/// after `orlan_uninstall`. Main thread.
+/// after `orlan_uninstall`, then on any thread. Else main thread: on another it does nothing, as
+/// `orlan_last_problem` tells, and the handle stays the host's to free.
 typedef struct orlan_subscription orlan_subscription;
 ORLAN_API void orlan_subscription_free(orlan_subscription* subscription);
 

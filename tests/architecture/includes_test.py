@@ -36,8 +36,8 @@ C_HEADERS = {name + ".h" for name in
              "assert ctype errno float inttypes limits locale math stdarg stdbool stddef stdint stdio stdlib string "
              "time wchar".split()}
 
-# Time, chance, files, threads and the terminal reach the library through its phone only. The phone made of a C host's
-# functions stands in orlan/c.
+# Time, chance, files, threads and the terminal reach the library through its phone only. The border to C
+# hosts, orlan/c, waits for those who are inside a phone that is freed.
 PHONE_MATTERS = {"condition_variable", "filesystem", "fstream", "future", "iostream", "random", "stop_token", "thread"}
 
 # Who may use a library: files, or folders with a slash. Whatever is not listed is the operating system's.

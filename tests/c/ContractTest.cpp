@@ -38,7 +38,7 @@ class TablesUnderContract {
   std::string unreachableUrl() { return url("/nobody"); }
 
  private:
-  test::TablesOverSimulated tables_{bare};
+  test::TablesOverSimulated tables_{bare ? test::TablesOverSimulated::bare : nullptr};
 };
 
 using Tables = TablesUnderContract<false>;

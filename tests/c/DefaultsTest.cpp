@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "c/MiniPhone.h"
-#include "orlan/c/Phone.hpp"
+#include "c/TablesOverSimulated.hpp"
 
 namespace orlan {
 namespace {
@@ -30,9 +29,19 @@ struct Ear final : LocationManagerDelegate {
 
 class Defaults : public ::testing::Test {
  protected:
-  ~Defaults() override { EXPECT_EQ(mini_free(phone), ORLAN_OK); }
-  mini_phone* const phone = mini_new();
-  const Platform platform = c::phoneOf(phone->handle)->platform();
+  void moveTo(double latitude) {
+    const orlan_location fix{{latitude, 0}, 5, 0};
+    EXPECT_EQ(orlan_phone_fixes(host.handle, ORLAN_ALL_MANAGERS, &fix, 1), ORLAN_OK);
+  }
+
+  std::int32_t authorized = ORLAN_LOCATION_ALWAYS;
+  const orlan_location_functions location{sizeof location, &authorized,
+                                          [](void* status) { return *static_cast<std::int32_t*>(status); }};
+  test::TablesOverSimulated host{[this](orlan_phone_parts& parts) {
+    test::TablesOverSimulated::bare(parts);
+    parts.location = &location;
+  }};
+  const Platform platform = host.platform();
 };
 
 TEST_F(Defaults, FixesForAllPassTheFiltersOfThoseThatRun) {
@@ -40,11 +49,11 @@ TEST_F(Defaults, FixesForAllPassTheFiltersOfThoseThatRun) {
   const auto manager = platform.locations.makeManager("test");
   EXPECT_EQ(manager->location(), std::nullopt);
   manager->setDelegate(ear);
-  mini_run_for(phone, 1);
+  host.pass();
   EXPECT_THAT(ear->heard, ElementsAre("authorization 3"));
   ear->heard.clear();
   manager->setDistanceFilter(100);
-  EXPECT_EQ(mini_move_to(phone, 51.5, 0), ORLAN_OK);
+  moveTo(51.5);
   EXPECT_THAT(ear->heard, IsEmpty()) << "nothing runs";
   const struct {
     const char* name;
@@ -58,18 +67,18 @@ TEST_F(Defaults, FixesForAllPassTheFiltersOfThoseThatRun) {
   manager->startUpdatingLocation();
   for (const auto& row : rows) {
     ear->heard.clear();
-    EXPECT_EQ(mini_move_to(phone, row.latitude, 0), ORLAN_OK);
+    moveTo(row.latitude);
     EXPECT_EQ(ear->heard.size(), row.fixes) << row.name;
   }
-  phone->location_authorization = ORLAN_LOCATION_DENIED;
+  authorized = ORLAN_LOCATION_DENIED;
   ear->heard.clear();
-  mini_move_to(phone, 51.6, 0);
+  moveTo(51.6);
   EXPECT_THAT(ear->heard, IsEmpty()) << "the person said no";
-  phone->location_authorization = ORLAN_LOCATION_WHEN_IN_USE;
+  authorized = ORLAN_LOCATION_WHEN_IN_USE;
   manager->stopUpdatingLocation();
   manager->startMonitoringSignificantChanges();
   ear->heard.clear();
-  for (const double latitude : {51.5, 51.504, 51.506}) mini_move_to(phone, latitude, 0);
+  for (const double latitude : {51.5, 51.504, 51.506}) moveTo(latitude);
   EXPECT_EQ(ear->heard.size(), 2U) << "the first, and the one 500 m on";
   EXPECT_EQ(manager->location()->coordinate, (Coordinate{51.506, 0}));
 }
@@ -86,25 +95,23 @@ TEST_F(Defaults, TwentyRegionsAreKeptAndCrossingsAreHeard) {
   manager->stopMonitoring("0");
   EXPECT_EQ(platform.locations.makeManager("other")->monitoredRegions().size(), 19U);
   const orlan_region region{orlan_str("1"), {{51.5, 0}, 100}, true, true};
-  EXPECT_EQ(orlan_phone_region_entered(phone->handle, ORLAN_ALL_MANAGERS, &region), ORLAN_OK);
-  EXPECT_EQ(orlan_phone_region_entered(phone->handle, 999, &region), ORLAN_OK);
+  EXPECT_EQ(orlan_phone_region_entered(host.handle, ORLAN_ALL_MANAGERS, &region), ORLAN_OK);
+  EXPECT_EQ(orlan_phone_region_entered(host.handle, 999, &region), ORLAN_OK);
   EXPECT_THAT(ear->heard, ElementsAre("enter 1"));
 }
 
-TEST_F(Defaults, TheApplicationRaisesWhatLiesOnTheWay) {
+TEST_F(Defaults, TheApplicationsStateIsWhatTheHostSaid) {
   std::vector<std::string> raised;
-  SubscriptionBag bag;
-  const char* const names[] = {"background", "foreground", "active", "resign"};
-  for (int i = 0; i < 4; ++i) {
-    bag.add(platform.application.observe(static_cast<ApplicationSignal>(i), [&raised, &names, i, this] {
-      raised.push_back(names[i] + std::to_string(static_cast<int>(platform.application.state())));
-    }));
-  }
-  for (const int state : {ORLAN_STATE_BACKGROUND, ORLAN_STATE_BACKGROUND, ORLAN_STATE_ACTIVE}) {
-    EXPECT_EQ(orlan_phone_move_to(phone->handle, state), ORLAN_OK);
-  }
-  EXPECT_EQ(orlan_phone_signal(phone->handle, ORLAN_DID_BECOME_ACTIVE), ORLAN_OK);
-  EXPECT_THAT(raised, ElementsAre("resign1", "background2", "foreground2", "active0", "active0"));
+  const auto note = [&](const char* signal) {
+    return [&raised, signal, this] {
+      raised.push_back(signal + std::to_string(static_cast<int>(platform.application.state())));
+    };
+  };
+  const auto resigns = platform.application.observe(ApplicationSignal::willResignActive, note("resign"));
+  const auto enters = platform.application.observe(ApplicationSignal::didEnterBackground, note("enter"));
+  EXPECT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_BACKGROUND), ORLAN_OK);
+  EXPECT_EQ(orlan_phone_signal(host.handle, ORLAN_DID_ENTER_BACKGROUND), ORLAN_OK);
+  EXPECT_THAT(raised, ElementsAre("resign1", "enter2", "enter2"));
 }
 
 TEST_F(Defaults, NotificationsAreAllowedAndAnsweredLater) {
@@ -116,14 +123,14 @@ TEST_F(Defaults, NotificationsAreAllowedAndAnsweredLater) {
   platform.notifications.add(
       {"n", {"T"}}, [&](const Result<void>& done) { answers.emplace_back(done ? "added" : "not added"); });
   EXPECT_THAT(answers, IsEmpty());
-  mini_run_for(phone, 1);
+  host.pass();
   EXPECT_THAT(answers, ElementsAre("granted", "2", "added"));
   orlan_notification arrives{};
   arrives.struct_size = sizeof arrives;
   std::uint32_t shown = 99;
   EXPECT_EQ(
       orlan_phone_present(
-          phone->handle, &arrives,
+          host.handle, &arrives,
           [](void* bits, std::uint32_t options) { *static_cast<std::uint32_t*>(bits) = options; }, &shown),
       ORLAN_OK);
   EXPECT_EQ(shown, 0U) << "nobody in the library to ask";

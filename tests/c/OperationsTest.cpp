@@ -2,11 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "c/MiniPhone.h"
+#include "c/TablesOverSimulated.hpp"
+#include "orlan/c/Notifications.hpp"
 
 namespace {
 
@@ -14,7 +14,10 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr std::int64_t second = 1'000'000;
+using ::testing::Contains;
+using ::testing::Not;
+
+constexpr orlan_device device{sizeof device, {"00c0ffee-0000-4000-8000-00000000000a", 36}, {}, {}, {}, {}};
 
 class Operations : public ::testing::Test {
  public:
@@ -30,27 +33,21 @@ class Operations : public ::testing::Test {
 
  protected:
   void SetUp() override {
-    mini_serve(phone);
-    mini_route(phone, "/segments", 200, "{}");
-    mini_route(phone, "/survey-response", 201, "ok");
-    ASSERT_EQ(orlan_install(phone->handle, nullptr), ORLAN_OK);
-    ASSERT_EQ(mini_move_to(phone, 51.49, -0.12), ORLAN_OK);
+    host.phone.observe(host.seen);
+    ASSERT_EQ(orlan_install(host.handle, nullptr), ORLAN_OK);
+    host.phone.moveTo({51.49, -0.12});
     ASSERT_EQ(orlan_start_with_app_credentials(orlan_str("COMPANY"), orlan_str("APP"), orlan_str("APPKEY"),
                                                orlan_str(""), ORLAN_STAGING, nullptr, 0, true, nullptr),
               ORLAN_OK);
-    mini_run_for(phone, second);
-  }
-  ~Operations() override {
-    orlan_uninstall();
-    EXPECT_EQ(mini_free(phone), ORLAN_OK);
+    host.pass();
   }
 
-  /// What is to be seen outside once `call` was made.
-  std::vector<std::string> seenAfter(const std::function<orlan_status()>& call) {
-    const std::size_t before = phone->line_count;
-    EXPECT_EQ(call(), ORLAN_OK) << orlan_last_problem();
-    mini_run_for(phone, second);
-    return {phone->lines + before, phone->lines + phone->line_count};
+  /// What is to be seen outside after a call.
+  void seen(const char* expected, orlan_status status) {
+    EXPECT_EQ(status, ORLAN_OK) << orlan_last_problem();
+    host.pass(std::chrono::seconds(2));
+    EXPECT_THAT(host.seen.lines, Contains(HasSubstr(expected)));
+    host.seen = {};
   }
   std::string textFrom(orlan_status (*get)(orlan_string*)) {
     orlan_string text{};
@@ -60,7 +57,7 @@ class Operations : public ::testing::Test {
     return copy;
   }
 
-  mini_phone* const phone = mini_new();
+  orlan::test::TablesOverSimulated host{[](orlan_phone_parts& parts) { parts.device = &device; }};
   std::vector<std::string> heard;
 };
 
@@ -68,48 +65,41 @@ TEST_F(Operations, EachIsSeenOutside) {
   const auto answers = orlan_str(R"([{"question_id":1,"type":"RATING","value":"4"},"no answer"])");
   const auto seven = orlan_str("7");
   const orlan_string tags[] = {orlan_str("north"), orlan_str("loud")};
-  const struct {
-    const char* expected;
-    std::function<orlan_status()> call;
-  } rows[] = {
-      {"log ✅ Segments updated to: north, loud",
-       [&] { return orlan_update_segments(tags, 2, outcome, this); }},
-      {"request https", [&] { return orlan_refetch_geofence(); }},
-      {"log APNs token forwarded to SDK", [&] { return orlan_update_apns_token("\0\xff", 2); }},
-      {"log 🔥 FCM token forwarded to SDK", [&] { return orlan_update_fcm_token(orlan_str("t")); }},
-      {"survey-response", [&] { return orlan_submit_survey_response(seven, seven, answers, outcome, this); }},
-      {"survey-response",
-       [&] { return orlan_track_survey_event(seven, {}, orlan_str("shown"), outcome, this); }},
-      {"activities", [&] { return orlan_track_cta_engagement(7, 8); }},
-      {"activities", [&] { return orlan_track_media_view(7, 8); }},
-      {"activities",
-       [&] { return orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE); }},
-      {"notification ", [&] { return orlan_send_test_notification(); }},
-      {"notification ", [&] { return orlan_send_test_notification_with_payload(orlan_str("{\"a\":1}")); }},
-      {"notification ", [&] { return orlan_send_firebase_style_test_notification(); }},
-      {"log 🟢 FG-Monitor started (live GPS)", orlan_foreground_start},
-      {"log 🔴 FG-Monitor stopped", orlan_foreground_stop},
-      {"log ▶️  BG-Monitor resumed (background mode)", orlan_background_resume},
-      {"log ⏸️  BG-Monitor paused (foreground mode)", orlan_background_pause},
-      {"log 🔔 Cleared all notification cooldowns", orlan_foreground_clear_cooldown},
-      {"log 🔔 BG Cleared all notification cooldowns", orlan_background_clear_cooldown},
-      {"log 📊 Recorded FG notification: ON_ENTER (Total: 1)",
-       [&] { return orlan_record_fg_notification(orlan_str("ON_ENTER")); }},
-      {"log 📊 Recorded BG notification: ON_EXIT (Total: 2)",
-       [&] { return orlan_record_bg_notification(orlan_str("ON_EXIT")); }},
-      {"log mine", [&] { return orlan_log(ORLAN_LOG_BREADCRUMB, orlan_str("mine")); }},
-  };
-  for (const auto& row : rows) {
-    const auto seen = seenAfter(row.call);
-    EXPECT_THAT(seen, ::testing::Contains(HasSubstr(row.expected)));
-  }
+  host.seen = {};
+  seen("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, outcome, this));
+  seen("/check-geofence", orlan_refetch_geofence());
+  seen("APNs token forwarded to SDK", orlan_update_apns_token("\0\xff", 2));
+  seen("🔥 FCM token forwarded to SDK", orlan_update_fcm_token(orlan_str("t")));
+  seen("survey-response", orlan_submit_survey_response(seven, seven, answers, outcome, this));
+  seen("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), outcome, this));
+  seen("activities", orlan_track_cta_engagement(7, 8));
+  seen("activities", orlan_track_media_view(7, 8));
+  seen("activities", orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE));
+  seen("notification ", orlan_send_test_notification());
+  seen("notification ", orlan_send_test_notification_with_payload(orlan_str("{\"a\":1}")));
+  seen("notification ", orlan_send_firebase_style_test_notification());
+  seen("🔴 FG-Monitor stopped", orlan_foreground_stop());
+  seen("🟢 FG-Monitor started (live GPS)", orlan_foreground_start());
+  seen("▶️  BG-Monitor resumed (background mode)", orlan_background_resume());
+  seen("⏸️  BG-Monitor paused (foreground mode)", orlan_background_pause());
+  seen("🔔 Cleared all notification cooldowns", orlan_foreground_clear_cooldown());
+  seen("🔔 BG Cleared all notification cooldowns", orlan_background_clear_cooldown());
+  seen("📊 Recorded FG notification: ON_ENTER (Total: 1)",
+       orlan_record_fg_notification(orlan_str("ON_ENTER")));
+  seen("📊 Recorded BG notification: ON_EXIT (Total: 2)", orlan_record_bg_notification(orlan_str("ON_EXIT")));
+  seen("mine", orlan_log(ORLAN_LOG_BREADCRUMB, orlan_str("mine")));
   EXPECT_THAT(heard, ElementsAre("done", "done", "done"));
-  EXPECT_EQ(orlan_report_notification(7, 0, 0, 0), ORLAN_INVALID_ARGUMENT);
   for (const auto& quiet :
        {orlan_clear_logs, orlan_clear_correlation_id, orlan_reset_notification_stats,
         orlan_clear_latest_notification, orlan_request_location_always, orlan_request_location_when_in_use}) {
     EXPECT_EQ(quiet(), ORLAN_OK);
   }
+}
+
+TEST_F(Operations, TheVendorsIdentifierGoesOutInUpperCase) {
+  const std::string record = host.seen.requests.at(0).body.value_or("");
+  EXPECT_THAT(record, HasSubstr("00C0FFEE-0000-4000-8000-00000000000A"));
+  EXPECT_THAT(record, Not(HasSubstr("c0ffee")));
 }
 
 TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
@@ -136,7 +126,7 @@ TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
 }
 
 TEST_F(Operations, WhatIsKnownCanBeAsked) {
-  EXPECT_THAT(textFrom(orlan_log_file_path), HasSubstr("/memory/orlan-sdk.log"));
+  EXPECT_THAT(textFrom(orlan_log_file_path), HasSubstr("/orlan-sdk.log"));
   EXPECT_THAT(textFrom(orlan_notification_stats), HasSubstr("Total: 0"));
   EXPECT_EQ(textFrom(orlan_notification_telemetry), "{}");
   EXPECT_EQ(textFrom(orlan_privacy_text), "");
@@ -160,7 +150,7 @@ TEST_F(Operations, WhatIsKnownCanBeAsked) {
 }
 
 TEST_F(Operations, StreamsCarryWhatHappens) {
-  orlan_subscription* held[5] = {};
+  orlan_subscription* held[8] = {};
   ASSERT_EQ(orlan_subscribe_campaigns(text, this, &held[0]), ORLAN_OK);
   ASSERT_EQ(orlan_subscribe_circles([](void* self, const orlan_circle*,
                                        std::size_t count) { hear(self, std::to_string(count) + " circles"); },
@@ -172,31 +162,63 @@ TEST_F(Operations, StreamsCarryWhatHappens) {
                 },
                 this, &held[2]),
             ORLAN_OK);
-  ASSERT_EQ(heard.size(), 3U);
+  ASSERT_EQ(orlan_subscribe_polygons(
+                [](void* self, const orlan_polygon* polygons, std::size_t count) {
+                  hear(self, std::to_string(count) + " polygon of " + std::to_string(polygons[0].count) +
+                                 " from " + std::to_string(polygons[0].vertices[0].latitude));
+                },
+                this, &held[3]),
+            ORLAN_OK);
+  ASSERT_EQ(heard.size(), 4U);
   EXPECT_THAT(heard[0], HasSubstr(R"("campaignId":42)"));
   EXPECT_EQ(heard[1], "1 circles");
+  EXPECT_EQ(heard[3], "1 polygon of 4 from 51.499000");
   heard.clear();
-  for (const auto& [kind, name] : {std::pair{ORLAN_BACKGROUND_ENTER, 3}, {ORLAN_BACKGROUND_EXIT, 4}}) {
-    ASSERT_EQ(orlan_subscribe_crossings(
-                  kind,
-                  [](void* self, orlan_crossing crossing) {
-                    hear(self, "crossed " + std::to_string(crossing.campaign_id));
-                  },
-                  this, &held[name]),
-              ORLAN_OK);
+  const auto crossed = [](void* self, orlan_crossing crossing) {
+    hear(self, "crossed " + std::to_string(crossing.campaign_id));
+  };
+  for (const int kind :
+       {ORLAN_FOREGROUND_ENTER, ORLAN_FOREGROUND_EXIT, ORLAN_BACKGROUND_ENTER, ORLAN_BACKGROUND_EXIT}) {
+    ASSERT_EQ(orlan_subscribe_crossings(kind, crossed, this, &held[4 + kind]), ORLAN_OK);
   }
   const orlan_geofence_delegate delegate{sizeof delegate, this,
                                          [](void* self, orlan_crossing crossing) {
                                            hear(self, "entered " + std::to_string(crossing.location_id));
                                          },
                                          nullptr};
+  EXPECT_EQ(orlan_foreground_set_delegate(&delegate), ORLAN_OK);
   EXPECT_EQ(orlan_background_set_delegate(&delegate), ORLAN_OK);
-  EXPECT_EQ(orlan_phone_move_to(phone->handle, ORLAN_STATE_BACKGROUND), ORLAN_OK);
-  const orlan_region region{orlan_str("camp_42_7"), {{51.5, -0.12}, 100}, true, true};
-  EXPECT_EQ(orlan_phone_region_entered(phone->handle, ORLAN_ALL_MANAGERS, &region), ORLAN_OK);
-  mini_run_for(phone, second);
-  EXPECT_THAT(heard, ElementsAre("entered 7", "crossed 42"));
+  host.phone.moveTo({51.5, -0.12});
+  host.pass();
+  EXPECT_THAT(heard, ElementsAre("entered 7", "crossed 42", "51.500000"));
+  heard.clear();
+  host.phone.moveTo({51.49, -0.12});
+  EXPECT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_BACKGROUND), ORLAN_OK);
+  host.pass();
+  host.phone.moveTo({51.5, -0.12});
+  host.pass();
+  EXPECT_THAT(heard, ElementsAre("crossed 42", "51.490000", "entered 7", "crossed 42", "51.500000"));
   for (auto* each : held) orlan_subscription_free(each);
+}
+
+TEST_F(Operations, ATappedNotificationIsHandled) {
+  orlan_subscription* details = nullptr;
+  ASSERT_EQ(orlan_subscribe_notifications(
+                [](void* self, const orlan_notification_details* record) {
+                  hear(self, std::string(record->headline.data) + ": " + record->body.data + " " +
+                                 std::to_string(record->notification_id) + " " +
+                                 std::to_string(record->location_id));
+                },
+                this, &details),
+            ORLAN_OK);
+  ASSERT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_INACTIVE), ORLAN_OK);
+  host.phone.moveTo({51.5, -0.12});
+  host.pass();
+  ASSERT_EQ(host.phone.scheduled().size(), 1U);
+  const orlan::c::LentNotification tapped(host.phone.scheduled()[0]);
+  EXPECT_EQ(orlan_phone_tapped(host.handle, tapped.get(), {}, nullptr, nullptr), ORLAN_OK);
+  EXPECT_THAT(heard, ElementsAre("Welcome: Fresh bread. 1 7"));
+  orlan_subscription_free(details);
 }
 
 }  // namespace

@@ -2,7 +2,23 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "orlan/c/Notifications.hpp"
+
 namespace orlan::test {
+namespace {
+
+constexpr char market[] = R"({"geoCampaign":[{"campaignName":"Market","campaignId":42,"type":"geo",
+  "locations":[7],"active":"true","testIds":"","segmentationTags":"","locationsArray":{"locationId":7,
+  "_id":"l","geofence":[{"position":0,"latitude":"51.499","longitude":"-0.121","_id":"a"},
+  {"position":1,"latitude":"51.499","longitude":"-0.119","_id":"b"},
+  {"position":2,"latitude":"51.501","longitude":"-0.119","_id":"c"},
+  {"position":3,"latitude":"51.501","longitude":"-0.121","_id":"d"}]},"notificationsArray":[{"id":1,
+  "campaignId":[42],"headline":"Welcome","body":"Fresh bread.","type":"text","media":[],"questions":[],"cta":[],
+  "segmentationTags":"","testIds":"","start":"","end":"","activation":"ON_ENTER"}]}],"pushCampaign":[]})";
+
+}  // namespace
 
 orlan_value TablesOverSimulated::lend(const json::Value& value) {
   orlan_value out{};
@@ -33,6 +49,7 @@ orlan_loop_functions TablesOverSimulated::loop() {
   orlan_loop_functions table{sizeof table, this};
   table.post = [](void* context, orlan_id task) {
     Self& self = of(context);
+    self.lastTask = task;
     self.phone.platform().main.async([&self, task] { orlan_phone_run(self.handle, task); });
   };
   table.post_after = [](void* context, std::int64_t delay, orlan_id task) {
@@ -85,8 +102,7 @@ orlan_store_functions TablesOverSimulated::store() {
 }
 
 orlan_file_functions TablesOverSimulated::files() {
-  static const std::string directory = phone.files().cachesDirectory();
-  orlan_file_functions table{sizeof table, this, c::lent(directory)};
+  orlan_file_functions table{sizeof table, this, c::lent(caches_)};
   table.exists = [](void* context, orlan_string path) {
     return of(context).phone.files().exists(std::string(view(path)));
   };
@@ -113,6 +129,8 @@ orlan_http_functions TablesOverSimulated::http() {
     Self& self = of(context);
     HttpRequest request{std::string(view(given->method)), std::string(view(given->url))};
     request.timeout = Duration(given->timeout);
+    if (given->body.data != nullptr) request.body = view(given->body);
+    self.lastCall = call;
     for (std::size_t i = 0; i < given->header_count; ++i) {
       request.addHeader(std::string(view(given->headers[i].name)),
                         std::string(view(given->headers[i].value)));
@@ -137,12 +155,11 @@ orlan_location_functions TablesOverSimulated::location() {
   table.authorization = [](void* context) {
     return static_cast<std::int32_t>(rawValue(of(context).phone.locations().authorization()));
   };
-  table.request_authorization = [](void* context, bool) { of(context).any_->requestAlwaysAuthorization(); };
+  table.request_authorization = [](void* context, bool) {
+    of(context).manager(0).requestAlwaysAuthorization();
+  };
   table.made = [](void* context, orlan_id id, orlan_string name) {
-    Self& self = of(context);
-    Client client{self.phone.locations().makeManager(view(name)), std::make_shared<Ear>(self, id)};
-    client.manager->setDelegate(client.ear);
-    self.clients_[id] = std::move(client);
+    of(context).clients_[id] = of(context).client(id, view(name));
   };
   table.gone = [](void* context, orlan_id id) { of(context).clients_.erase(id); };
   table.set_distance_filter = [](void* context, orlan_id id, double metres) {
@@ -162,11 +179,11 @@ orlan_location_functions TablesOverSimulated::location() {
     return position.has_value();
   };
   table.start_region = [](void* context, const orlan_region* region) {
-    of(context).any_->startMonitoring({std::string(view(region->identifier)), c::from(region->circle),
-                                       region->notify_on_entry, region->notify_on_exit});
+    of(context).manager(0).startMonitoring({std::string(view(region->identifier)), c::from(region->circle),
+                                            region->notify_on_entry, region->notify_on_exit});
   };
   table.stop_region = [](void* context, orlan_string identifier) {
-    of(context).any_->stopMonitoring(view(identifier));
+    of(context).manager(0).stopMonitoring(view(identifier));
   };
   table.regions = [](void* context, orlan_answer* answer) {
     for (const auto& region : of(context).phone.locations().monitoredRegions()) {
@@ -177,24 +194,72 @@ orlan_location_functions TablesOverSimulated::location() {
   return table;
 }
 
-TablesOverSimulated::TablesOverSimulated(bool bare) {
+orlan_notification_functions TablesOverSimulated::notifications() {
+  orlan_notification_functions table{sizeof table, this};
+  table.add = [](void* context, const orlan_notification* notification, orlan_id question) {
+    of(context).phone.notifications().add(
+        c::from(*notification), [handle = of(context).handle, question](const Result<void>& done) {
+          const orlan_error error = done ? orlan_error{} : c::lent(done.error());
+          orlan_phone_answer(handle, question, 0, done ? nullptr : &error);
+        });
+  };
+  table.request_authorization = [](void* context, std::uint32_t options, orlan_id question) {
+    of(context).phone.notifications().requestAuthorization(
+        options, [handle = of(context).handle, question](const Result<bool>& granted) {
+          orlan_phone_answer(handle, question, granted && *granted ? 1 : 0, nullptr);
+        });
+  };
+  table.authorization = [](void* context, orlan_id question) {
+    of(context).phone.notifications().authorizationStatus(
+        [handle = of(context).handle, question](NotificationAuthorization status) {
+          orlan_phone_answer(handle, question, rawValue(status), nullptr);
+        });
+  };
+  return table;
+}
+
+orlan_log_functions TablesOverSimulated::log() {
+  orlan_log_functions table{sizeof table, this};
+  table.print = [](void* context, orlan_string level, orlan_string message, orlan_string) {
+    of(context).seen.consoleLine(view(level), view(message));
+  };
+  return table;
+}
+
+TablesOverSimulated::Client TablesOverSimulated::client(orlan_id id, std::string_view name) {
+  Client made{phone.locations().makeManager(name), std::make_shared<Relay>(*this, id)};
+  made.manager->setDelegate(made.relay);
+  return made;
+}
+
+TablesOverSimulated::TablesOverSimulated(const Change& change) {
+  answer("/api/device-registerd/create",
+         sim::HttpAnswer::reply(200, R"({"data":{"device_id":"D1","orlan_id":"O1"}})"));
+  for (const char* path : {"/api/plugin-activity/create", "/api/activities", "/api/segments"}) {
+    answer(path, sim::HttpAnswer::reply(200, "ok"));
+  }
+  answer("/api/survey-response", sim::HttpAnswer::reply(201, "ok"));
+  answer("/api/check-geofence", sim::HttpAnswer::reply(200, market));
   const auto loopTable = loop();
   const auto queueTable = queues();
   const auto storeTable = store();
   const auto fileTable = files();
   const auto httpTable = http();
   const auto locationTable = location();
-  orlan_phone_parts parts{sizeof parts, &loopTable};
-  if (!bare) {
-    parts.queues = &queueTable;
-    parts.store = &storeTable;
-    parts.files = &fileTable;
-    parts.http = &httpTable;
-    parts.location = &locationTable;
-  }
+  const auto notificationTable = notifications();
+  const auto logTable = log();
+  const orlan_clock_functions clockTable{
+      sizeof clockTable, this,
+      [](void* context) { return of(context).phone.clock().now().time_since_epoch().count(); },
+      [](void*, std::int64_t) { return std::int64_t{0}; }};
+  orlan_phone_parts parts{sizeof parts, &loopTable, &queueTable, &clockTable,    nullptr,
+                          &storeTable,  &fileTable, &httpTable,  &locationTable, &notificationTable};
+  parts.log = &logTable;
+  if (change) change(parts);
   EXPECT_EQ(orlan_phone_new(&parts, &handle), ORLAN_OK) << orlan_last_problem();
-  any_->setDelegate(ear_);
+  clients_[0] = client(0, "any");
   world.settle();
+  seen = {};
 }
 
 }  // namespace orlan::test

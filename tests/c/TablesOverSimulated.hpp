@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -10,31 +11,53 @@
 
 #include "orlan/c/Phone.hpp"
 #include "orlan/c/Values.hpp"
-#include "orlan/c/phone.h"
-#include "phones/simulated/SimulatedPhone.hpp"
+#include "orlan/c/orlan.h"
+#include "support/SimulatedHost.hpp"
 
 namespace orlan::test {
 
 /// A host's function tables in front of a simulated phone, so that what is promised of phones can be asked of
-/// the one that the library makes of them.
+/// the one that the library makes of them, and a host in C can be watched. Its backend knows the device as D1
+/// and O1, takes what it is told and has one campaign, a square around 51.5, -0.12 that welcomes.
 class TablesOverSimulated {
  public:
-  /// `bare`: only the main loop; everything else is the library's default.
-  explicit TablesOverSimulated(bool bare = false);
-  ~TablesOverSimulated() { EXPECT_EQ(orlan_phone_free(handle), ORLAN_OK) << orlan_last_problem(); }
+  using Change = std::function<void(orlan_phone_parts&)>;
+
+  explicit TablesOverSimulated(const Change& change = {});
+  ~TablesOverSimulated() {
+    orlan_uninstall();
+    EXPECT_EQ(orlan_phone_free(handle), ORLAN_OK) << orlan_last_problem();
+  }
+
+  /// Only the main loop; everything else is the library's default.
+  static void bare(orlan_phone_parts& parts) { parts = {sizeof parts, parts.loop}; }
 
   [[nodiscard]] Platform platform() { return c::phoneOf(handle)->platform(); }
+  void pass(Duration time = std::chrono::seconds(1)) { world.runFor(time); }
+  void answer(const char* path, const sim::HttpAnswer& answer) {
+    for (const char* method : {"GET", "POST"}) {
+      phone.http().forget(method, path);
+      phone.http().answer(method, path, {answer});
+    }
+  }
 
   sim::World world;
+  Chronicle seen;  // by whoever lets it observe the phone; what is logged in any case
   sim::SimulatedPhone phone{world};
   orlan_phone* handle = nullptr;
+  orlan_id lastTask = 0;  // of the main loop
+  orlan_id lastCall = 0;
 
  private:
   using Self = TablesOverSimulated;
 
-  /// What the hub tells one of its managers, on its way to the library's manager of that number.
-  struct Ear final : LocationManagerDelegate {
-    Ear(Self& host, orlan_id number) : self(host), id(number) {}
+  /// What the hub tells one of its managers, on its way to the library's manager of that number. Number 0
+  /// tells of the authorization alone.
+  struct Relay final : LocationManagerDelegate {
+    Relay(Self& host, orlan_id number) : self(host), id(number) {}
+    void didChangeAuthorization(LocationManager&) override {
+      if (id == 0) orlan_phone_location_authorization_changed(self.handle);
+    }
     void didUpdateLocations(LocationManager&, std::span<const Location> batch) override {
       std::vector<orlan_location> fixes;
       for (const Location& fix : batch) fixes.push_back(c::to(fix));
@@ -46,26 +69,18 @@ class TablesOverSimulated {
     }
     void didEnterRegion(LocationManager&, const CircularRegion& region) override {
       const orlan_region out = lend(region);
-      orlan_phone_region_entered(self.handle, id, &out);
+      if (id != 0) orlan_phone_region_entered(self.handle, id, &out);
     }
     void didExitRegion(LocationManager&, const CircularRegion& region) override {
       const orlan_region out = lend(region);
-      orlan_phone_region_exited(self.handle, id, &out);
+      if (id != 0) orlan_phone_region_exited(self.handle, id, &out);
     }
     Self& self;
     orlan_id id;
   };
-  /// One of all managers tells of the authorization; the hub tells it at once, which is no change.
-  struct AuthorizationEar final : LocationManagerDelegate {
-    explicit AuthorizationEar(Self& host) : self(host) {}
-    void didChangeAuthorization(LocationManager&) override {
-      orlan_phone_location_authorization_changed(self.handle);
-    }
-    Self& self;
-  };
   struct Client {
     std::shared_ptr<LocationManager> manager;
-    std::shared_ptr<Ear> ear;
+    std::shared_ptr<Relay> relay;
   };
 
   static Self& of(void* context) { return *static_cast<Self*>(context); }
@@ -75,6 +90,7 @@ class TablesOverSimulated {
   }
   static orlan_value lend(const json::Value& value);
   static json::Value take(const orlan_value& value);
+  Client client(orlan_id id, std::string_view name);
   LocationManager& manager(orlan_id id) { return *clients_.at(id).manager; }
 
   orlan_loop_functions loop();
@@ -83,14 +99,15 @@ class TablesOverSimulated {
   orlan_file_functions files();
   orlan_http_functions http();
   orlan_location_functions location();
+  orlan_notification_functions notifications();
+  orlan_log_functions log();
 
+  const std::string caches_ = phone.files().cachesDirectory();
   std::mutex mutex_;
   std::map<orlan_id, std::unique_ptr<SerialQueue>> queues_;
   std::map<orlan_id, Subscription> timers_;
   std::map<orlan_id, Subscription> calls_;
   std::map<orlan_id, Client> clients_;
-  std::shared_ptr<LocationManager> any_ = phone.locations().makeManager("any");
-  std::shared_ptr<AuthorizationEar> ear_ = std::make_shared<AuthorizationEar>(*this);
 };
 
 }  // namespace orlan::test

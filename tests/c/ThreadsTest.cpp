@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "orlan/c/Phone.hpp"
 #include "orlan/c/orlan.h"
 
 namespace {
@@ -111,6 +112,42 @@ TEST(ThreadedHost, AnswersFromAnyThreadReachTheMainThreadAndLateOnesNobody) {
   EXPECT_EQ(answers, 40) << "each completion once, with or without its answer";
   EXPECT_EQ(orlan_phone_free(phone.handle), ORLAN_OK);
   phone.joinNetwork();
+}
+
+TEST(ThreadedHost, FreeingAPhoneWaitsForThoseInside) {
+  struct Host {
+    orlan_phone* handle = nullptr;
+    orlan_id call = 0;
+    std::atomic<bool> inside = false;
+    std::thread::id goneOn;
+  } host;
+  const orlan_loop_functions loop{
+      sizeof loop, nullptr, [](void*, orlan_id) {}, [](void*, std::int64_t, orlan_id) {}, nullptr, nullptr};
+  const auto stayUntilItIsFreed = [](void* context, orlan_id, orlan_id) {
+    auto& self = *static_cast<Host*>(context);
+    self.inside = true;
+    while (orlan_phone_answer(self.handle, 1, 0, nullptr) == ORLAN_UNKNOWN) std::this_thread::yield();
+  };
+  const orlan_queue_functions queues{
+      sizeof queues, &host, stayUntilItIsFreed, nullptr,
+      [](void* context, orlan_id) { static_cast<Host*>(context)->goneOn = std::this_thread::get_id(); }};
+  const orlan_http_functions http{sizeof http, &host,
+                                  [](void* context, orlan_id call, const orlan_http_request*) {
+                                    static_cast<Host*>(context)->call = call;
+                                  },
+                                  nullptr};
+  orlan_phone_parts parts{sizeof parts, &loop, &queues};
+  parts.http = &http;
+  ASSERT_EQ(orlan_phone_new(&parts, &host.handle), ORLAN_OK);
+  const auto request =
+      orlan::c::phoneOf(host.handle)->platform().http.send({"GET", "https://api.example/"}, [](const auto&) {
+      });
+  std::thread network(
+      [&] { EXPECT_EQ(orlan_phone_http_failed(host.handle, host.call, 0, orlan_str("late")), ORLAN_OK); });
+  while (!host.inside) std::this_thread::yield();
+  EXPECT_EQ(orlan_phone_free(host.handle), ORLAN_OK);
+  EXPECT_EQ(host.goneOn, std::this_thread::get_id());
+  network.join();
 }
 
 }  // namespace

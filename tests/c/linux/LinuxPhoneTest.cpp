@@ -90,6 +90,17 @@ TEST_F(LinuxPhoneInC, ATrackIsWalkedToItsEnd) {
   EXPECT_THAT(heard, ElementsAre("finished"));
 }
 
+TEST_F(LinuxPhoneInC, WhatIsPostedMayUninstallButNotFreeThePhoneThatRunsIt) {
+  const auto task = [](void* self) {
+    auto& test = *static_cast<LinuxPhoneInC*>(self);
+    EXPECT_EQ(orlan_uninstall(), ORLAN_OK);
+    EXPECT_EQ(orlan_phone_free(test.phone), ORLAN_BUSY);
+    orlan_linux_stop(test.phone);
+  };
+  ASSERT_EQ(orlan_linux_post(phone, 0, task, this), ORLAN_OK);
+  ASSERT_EQ(orlan_linux_run(phone), ORLAN_OK);
+}
+
 TEST_F(LinuxPhoneInC, AnotherKindOfPhoneIsAClearMistake) {
   EXPECT_EQ(orlan_phone_move_to(phone, ORLAN_STATE_BACKGROUND), ORLAN_INVALID_ARGUMENT);
   EXPECT_THAT(orlan_last_problem(), HasSubstr("another kind of phone"));

@@ -22,6 +22,8 @@ class Tasks {
   [[nodiscard]] orlan_id nextId();
 
   [[nodiscard]] orlan_id add(Task task, orlan_id queue);
+  /// Whether it waits for the main loop.
+  [[nodiscard]] bool isOfMain(orlan_id task);
   /// Whether it was still waiting.
   bool drop(orlan_id task);
   /// Runs it if it is still waiting.

@@ -3,13 +3,13 @@
 #include <memory>
 
 #include "orlan/c/Phone.hpp"
-#include "orlan/c/TableHttp.hpp"
-#include "orlan/c/TableLocations.hpp"
-#include "orlan/c/TableLoop.hpp"
-#include "orlan/c/TableNotifications.hpp"
-#include "orlan/c/TableStorage.hpp"
-#include "orlan/c/TableSystem.hpp"
 #include "orlan/c/phone.h"
+#include "phones/c/TableHttp.hpp"
+#include "phones/c/TableLocations.hpp"
+#include "phones/c/TableLoop.hpp"
+#include "phones/c/TableNotifications.hpp"
+#include "phones/c/TableStorage.hpp"
+#include "phones/c/TableSystem.hpp"
 
 namespace orlan::c {
 

@@ -4,8 +4,8 @@
 
 #include "orlan/c/Guard.hpp"
 #include "orlan/c/Notifications.hpp"
-#include "orlan/c/TablePhone.hpp"
 #include "orlan/c/Values.hpp"
+#include "phones/c/TablePhone.hpp"
 
 namespace {
 
@@ -73,8 +73,8 @@ orlan::Error transportFault(std::int64_t code, std::string_view why) {
 orlan_status orlan_phone_run(orlan_phone* phone, orlan_id task) {
   return anywhere(phone, __func__, [&](TablePhone& on) {
     InsideTable::refuse();
-    const auto tasks = on.tasks;  // a task may be the last that keeps the phone
-    return tasks->run(task);
+    if (on.tasks->isOfMain(task)) assertMain(on);
+    return on.tasks->run(task);
   });
 }
 
@@ -106,20 +106,30 @@ orlan_status orlan_phone_fixes(orlan_phone* phone, orlan_id manager, const orlan
 
 orlan_status orlan_phone_location_failed(orlan_phone* phone, orlan_id manager, const orlan_error* error) {
   return onMainOf(phone, __func__, [&](TablePhone& on) {
-    on.locations.failed(manager, orlan::c::error(needed(error, "error")));
+    const auto why = orlan::c::error(needed(error, "error"));
+    on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didFail(each, why); });
   });
 }
 
 orlan_status orlan_phone_location_authorization_changed(orlan_phone* phone) {
-  return onMainOf(phone, __func__, [](TablePhone& on) { on.locations.authorizationChanged(); });
+  return onMainOf(phone, __func__, [](TablePhone& on) {
+    on.locations.tell(ORLAN_ALL_MANAGERS,
+                      [](auto& each, auto& delegate) { delegate.didChangeAuthorization(each); });
+  });
 }
 
 orlan_status orlan_phone_region_entered(orlan_phone* phone, orlan_id manager, const orlan_region* region) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) { on.locations.entered(manager, from(region)); });
+  return onMainOf(phone, __func__, [&](TablePhone& on) {
+    const auto entered = from(region);
+    on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didEnterRegion(each, entered); });
+  });
 }
 
 orlan_status orlan_phone_region_exited(orlan_phone* phone, orlan_id manager, const orlan_region* region) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) { on.locations.exited(manager, from(region)); });
+  return onMainOf(phone, __func__, [&](TablePhone& on) {
+    const auto exited = from(region);
+    on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didExitRegion(each, exited); });
+  });
 }
 
 orlan_status orlan_phone_answer(orlan_phone* phone, orlan_id question, int64_t value,

@@ -5,12 +5,12 @@
 #include <memory>
 #include <mutex>
 
-#include "orlan/base/Subject.hpp"
-#include "orlan/c/Tasks.hpp"
 #include "orlan/c/phone.h"
 #include "orlan/platform/Application.hpp"
 #include "orlan/platform/NotificationCenter.hpp"
 #include "orlan/platform/SerialQueue.hpp"
+#include "phones/c/Tasks.hpp"
+#include "phones/common/ApplicationModel.hpp"
 
 namespace orlan::c {
 
@@ -49,10 +49,13 @@ class TableNotifications final : public NotificationCenter {
 /// The host's life cycle. Main thread.
 class TableApplication final : public Application {
  public:
-  explicit TableApplication(const orlan_application_functions& table) : table_(table) {}
+  TableApplication(const orlan_application_functions& table, MainLoop& main)
+      : table_(table), model_(main, nobody_, ApplicationState::active) {}
 
   [[nodiscard]] ApplicationState state() const override;
-  [[nodiscard]] Subscription observe(ApplicationSignal signal, std::function<void()> handler) override;
+  [[nodiscard]] Subscription observe(ApplicationSignal signal, std::function<void()> handler) override {
+    return model_.observe(signal, std::move(handler));
+  }
   void registerForRemoteNotifications() override;
 
   /// A `Misuse` when there is no such signal or state, or the host has a state of its own.
@@ -60,11 +63,9 @@ class TableApplication final : public Application {
   void moveTo(std::int32_t state);
 
  private:
-  void raise(ApplicationSignal signal);
-
   const orlan_application_functions table_;
-  ApplicationState state_ = ApplicationState::active;
-  std::array<Subject<ApplicationSignal>, 4> signals_;  // by ApplicationSignal
+  phone::PhoneObserver nobody_;
+  phone::ApplicationModel model_;  // its state counts where the host has none
 };
 
 }  // namespace orlan::c

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "orlan/c/Tasks.hpp"
 #include "orlan/c/phone.h"
 #include "orlan/platform/SerialQueue.hpp"
+#include "phones/c/Tasks.hpp"
 
 namespace orlan::c {
 
@@ -21,8 +21,6 @@ class TableLoop final : public MainLoop {
   [[nodiscard]] Subscription every(Duration interval, std::function<void()> task) override;
 
  private:
-  struct Ticking;
-
   const orlan_loop_functions table_;
   const std::shared_ptr<Tasks> tasks_;
   const void* const maker_;

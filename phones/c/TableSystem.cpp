@@ -1,4 +1,4 @@
-#include "orlan/c/TableSystem.hpp"
+#include "phones/c/TableSystem.hpp"
 
 #include <ctime>
 #include <random>

@@ -1,4 +1,4 @@
-#include "orlan/c/TableNotifications.hpp"
+#include "phones/c/TableNotifications.hpp"
 
 #include <utility>
 
@@ -88,30 +88,21 @@ void TableNotifications::tap(const NotificationResponse& response, std::function
 }
 
 ApplicationState TableApplication::state() const {
-  if (table_.state == nullptr) return state_;
+  if (table_.state == nullptr) return model_.state();
   const auto state = ask(table_.state, table_.context);
   return state >= ORLAN_STATE_ACTIVE && state <= ORLAN_STATE_BACKGROUND ? static_cast<ApplicationState>(state)
                                                                         : ApplicationState::background;
-}
-
-Subscription TableApplication::observe(ApplicationSignal signal, std::function<void()> handler) {
-  return signals_[static_cast<std::size_t>(signal)].subscribe(
-      [handler = std::move(handler)](const ApplicationSignal&) { handler(); });
 }
 
 void TableApplication::registerForRemoteNotifications() {
   ask(table_.register_for_push, table_.context);
 }
 
-void TableApplication::raise(ApplicationSignal signal) {
-  signals_[static_cast<std::size_t>(signal)].send(signal);
-}
-
 void TableApplication::signal(std::int32_t signal) {
   if (signal < ORLAN_DID_ENTER_BACKGROUND || signal > ORLAN_WILL_RESIGN_ACTIVE) {
     throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such signal"};
   }
-  raise(static_cast<ApplicationSignal>(signal));
+  model_.raise(static_cast<ApplicationSignal>(signal));
 }
 
 void TableApplication::moveTo(std::int32_t state) {
@@ -119,17 +110,7 @@ void TableApplication::moveTo(std::int32_t state) {
   if (state < ORLAN_STATE_ACTIVE || state > ORLAN_STATE_BACKGROUND) {
     throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such state"};
   }
-  const auto next = static_cast<ApplicationState>(state);
-  if (next == state_) return;
-  if (state_ == ApplicationState::active) {
-    state_ = ApplicationState::inactive;
-    raise(ApplicationSignal::willResignActive);
-  } else if (state_ == ApplicationState::background) {
-    raise(ApplicationSignal::willEnterForeground);
-  }
-  state_ = next;
-  if (next == ApplicationState::background) raise(ApplicationSignal::didEnterBackground);
-  if (next == ApplicationState::active) raise(ApplicationSignal::didBecomeActive);
+  model_.moveTo(static_cast<ApplicationState>(state));
 }
 
 }  // namespace orlan::c

@@ -1,14 +1,15 @@
 #include <utility>
 
 #include "orlan/c/Guard.hpp"
-#include "orlan/c/TableStorage.hpp"
 #include "orlan/c/Values.hpp"
+#include "phones/c/TableStorage.hpp"
+#include "phones/common/storageRules.hpp"
 
 namespace orlan::c {
 namespace {
 
 Unexpected<Error> failed(const std::string& path) {
-  return Unexpected(Error{"FileError", 3, path + ": not possible"});
+  return Unexpected(phone::fileErrors::failed(path, "not possible"));
 }
 
 /// Bytes that are lent without a copy: whoever stores megabytes need not have them twice.
@@ -29,9 +30,7 @@ TableFiles::TableFiles(const orlan_file_functions& table)
 }
 
 bool TableFiles::isOurs(const std::string& path) const {
-  if (!path.starts_with(caches_ + "/")) return false;
-  const auto name = std::string_view(path).substr(caches_.size() + 1);
-  return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos;
+  return phone::nameInside(caches_, path).has_value();
 }
 
 bool TableFiles::exists(const std::string& path) const {

@@ -1,4 +1,4 @@
-#include "orlan/c/Tasks.hpp"
+#include "phones/c/Tasks.hpp"
 
 #include <utility>
 
@@ -37,6 +37,12 @@ orlan_id Tasks::add(Task task, orlan_id queue) {
   const std::lock_guard lock(mutex_);
   waiting_.emplace_hint(waiting_.end(), ++last_, Waiting{std::move(task), queue});
   return last_;
+}
+
+bool Tasks::isOfMain(orlan_id task) {
+  const std::lock_guard lock(mutex_);
+  const auto found = waiting_.find(task);
+  return found != waiting_.end() && found->second.queue == 0;
 }
 
 bool Tasks::drop(orlan_id task) {

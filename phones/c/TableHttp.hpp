@@ -4,10 +4,11 @@
 #include <memory>
 #include <mutex>
 
-#include "orlan/c/Tasks.hpp"
 #include "orlan/c/phone.h"
 #include "orlan/platform/HttpClient.hpp"
 #include "orlan/platform/SerialQueue.hpp"
+#include "phones/c/Tasks.hpp"
+#include "phones/common/HttpCall.hpp"
 
 namespace orlan::c {
 
@@ -25,11 +26,10 @@ class TableHttp final : public HttpClient {
   bool answer(orlan_id call, Result<HttpReply> outcome);
 
  private:
-  struct Call;
   struct Waiting {
     std::mutex mutex;
-    std::map<orlan_id, std::shared_ptr<Call>> calls;
-    std::shared_ptr<Call> take(orlan_id id);
+    std::map<orlan_id, std::shared_ptr<phone::HttpCall>> calls;
+    std::shared_ptr<phone::HttpCall> take(orlan_id id);
   };
 
   SerialQueue& queue();

@@ -7,10 +7,10 @@
 #include <span>
 #include <vector>
 
-#include "orlan/c/Tasks.hpp"
 #include "orlan/c/phone.h"
 #include "orlan/platform/LocationManager.hpp"
 #include "orlan/platform/SerialQueue.hpp"
+#include "phones/c/Tasks.hpp"
 
 namespace orlan::c {
 
@@ -22,17 +22,13 @@ class TableLocations final : public LocationService {
 
   [[nodiscard]] std::shared_ptr<LocationManager> makeManager(std::string_view name) override;
 
-  // What the host tells, for one manager or for `ORLAN_ALL_MANAGERS`. One that is gone hears nothing.
+  /// What the host tells, for one manager or for `ORLAN_ALL_MANAGERS`. One that is gone hears nothing.
+  void tell(orlan_id manager, const std::function<void(LocationManager&, LocationManagerDelegate&)>& tellOne);
   void fixes(orlan_id manager, std::span<const Location> fixes);
-  void failed(orlan_id manager, const Error& error);
-  void authorizationChanged();
-  void entered(orlan_id manager, const CircularRegion& region);
-  void exited(orlan_id manager, const CircularRegion& region);
 
  private:
   class Manager;
   struct Service;
-  void tell(orlan_id manager, const std::function<void(Manager&, LocationManagerDelegate&)>& tell);
 
   const std::shared_ptr<Service> service_;
 };

@@ -1,4 +1,4 @@
-#include "orlan/c/TablePhone.hpp"
+#include "phones/c/TablePhone.hpp"
 
 #include "orlan/c/Guard.hpp"
 #include "orlan/c/Values.hpp"
@@ -14,7 +14,7 @@ TablePhone::TablePhone(const orlan_phone_parts& parts)
       files(tableFrom(parts.files, "files")),
       locations(tableFrom(parts.location, "location"), main, tasks),
       notifications(tableFrom(parts.notifications, "notifications"), main, tasks),
-      application(tableFrom(parts.application, "application")),
+      application(tableFrom(parts.application, "application"), main),
       device(tableFrom(parts.device, "device")),
       bundle(tableFrom(parts.bundle, "bundle")),
       log(tableFrom(parts.log, "log")),

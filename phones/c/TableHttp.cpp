@@ -1,7 +1,5 @@
-#include "orlan/c/TableHttp.hpp"
+#include "phones/c/TableHttp.hpp"
 
-#include <condition_variable>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -11,39 +9,6 @@
 #include "orlan/platform/httpRules.hpp"
 
 namespace orlan::c {
-
-/// One request: answered once, unless it is cancelled first.
-struct TableHttp::Call {
-  explicit Call(HttpDone handler) : done(std::move(handler)) {}
-
-  void deliver(const Result<HttpReply>& outcome) {
-    {
-      const std::lock_guard lock(mutex);
-      if (over) return;
-      over = true;
-      runsOn = std::this_thread::get_id();
-    }
-    done(outcome);
-    done = nullptr;  // what it holds ends before a canceller goes on
-    const std::lock_guard lock(mutex);
-    runsOn = {};
-    ended.notify_all();
-  }
-
-  /// Afterwards `done` does not run, unless the caller is `done` itself.
-  void cancel() {
-    std::unique_lock lock(mutex);
-    over = true;
-    if (runsOn == std::this_thread::get_id()) return;
-    ended.wait(lock, [this] { return runsOn == std::thread::id(); });
-  }
-
-  std::mutex mutex;
-  std::condition_variable ended;
-  HttpDone done;
-  bool over = false;
-  std::thread::id runsOn;
-};
 
 namespace {
 
@@ -69,7 +34,7 @@ TableHttp::TableHttp(const orlan_http_functions& table, Queues& queues, std::sha
 
 TableHttp::~TableHttp() = default;
 
-std::shared_ptr<TableHttp::Call> TableHttp::Waiting::take(orlan_id id) {
+std::shared_ptr<phone::HttpCall> TableHttp::Waiting::take(orlan_id id) {
   const std::lock_guard lock(mutex);
   const auto node = calls.extract(id);
   return node.empty() ? nullptr : node.mapped();
@@ -86,7 +51,7 @@ bool TableHttp::isUrl(std::string_view text) const {
 
 Subscription TableHttp::send(HttpRequest request, HttpDone done) {
   const orlan_id id = ids_->nextId();
-  auto sent = std::make_shared<Call>(std::move(done));
+  auto sent = std::make_shared<phone::HttpCall>(phone::HttpCall::unseen, std::move(done));
   queue();
   {
     const std::lock_guard lock(waiting_->mutex);
@@ -109,7 +74,10 @@ Subscription TableHttp::send(HttpRequest request, HttpDone done) {
 bool TableHttp::answer(orlan_id call, Result<HttpReply> outcome) {
   auto waited = waiting_->take(call);
   if (!waited) return false;
-  queue().async([waited = std::move(waited), outcome = std::move(outcome)] { waited->deliver(outcome); });
+  queue().async([waited = std::move(waited), outcome = std::move(outcome)] {
+    phone::PhoneObserver nobody;
+    waited->finish(nobody, outcome);
+  });
   return true;
 }
 

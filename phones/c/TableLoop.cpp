@@ -1,11 +1,11 @@
-#include "orlan/c/TableLoop.hpp"
+#include "phones/c/TableLoop.hpp"
 
 #include <string>
 #include <utility>
 
 #include "orlan/c/Guard.hpp"
-#include "orlan/c/ThreadQueue.hpp"
 #include "orlan/c/Values.hpp"
+#include "phones/common/ThreadQueue.hpp"
 
 namespace orlan::c {
 namespace {
@@ -14,12 +14,6 @@ namespace {
 const void* thisThread() {
   static thread_local const char mark = 0;
   return &mark;
-}
-
-/// The host is only told of what was still waiting, and not after the phone is gone.
-void cancel(const std::weak_ptr<Tasks>& tasks, const orlan_loop_functions& table, orlan_id task) {
-  const auto living = tasks.lock();
-  if (living && living->drop(task)) ask(table.cancel, table.context, task);
 }
 
 class TableQueue final : public SerialQueue {
@@ -69,47 +63,53 @@ bool TableLoop::isCurrent() const {
 Subscription TableLoop::after(Duration delay, std::function<void()> task) {
   const orlan_id id = tasks_->add(std::move(task), 0);
   ask(table_.post_after, table_.context, static_cast<std::int64_t>(delay.count()), id);
-  return Subscription::onCancel(
-      [tasks = std::weak_ptr(tasks_), table = table_, id] { cancel(tasks, table, id); });
+  // The host is only told of what was still waiting, and not after the phone is gone.
+  return Subscription::onCancel([tasks = std::weak_ptr(tasks_), table = table_, id] {
+    const auto living = tasks.lock();
+    if (living && living->drop(id)) ask(table.cancel, table.context, id);
+  });
 }
 
-/// A repeating timer: shared by its handle and by the tick that waits, so that the task may end it.
-struct TableLoop::Ticking : std::enable_shared_from_this<Ticking> {
-  orlan_loop_functions table;
-  std::weak_ptr<Tasks> tasks;
-  Duration interval;
-  std::function<void()> task;
-  orlan_id next = 0;
-  bool live = true;
+namespace {
 
-  void postNext() {
-    const auto living = tasks.lock();
-    if (!living) return;
-    next = living->add([self = shared_from_this()] { self->tick(); }, 0);
-    ask(table.post_after, table.context, static_cast<std::int64_t>(interval.count()), next);
+/// A repeating timer: shared by its handle and by the tick that waits, so that the task may end it.
+struct Ticking : std::enable_shared_from_this<Ticking> {
+  Ticking(TableLoop& main, Duration every, std::function<void()> each)
+      : loop(main), interval(every), task(std::move(each)) {}
+
+  void wait() {
+    next = loop.after(interval, [self = shared_from_this()] {
+      if (!self->live) return;
+      self->wait();
+      self->task();
+    });
   }
-  void tick() {
-    if (!live) return;
-    postNext();
-    task();
-  }
+
+  TableLoop& loop;
+  const Duration interval;
+  const std::function<void()> task;
+  Subscription next;
+  bool live = true;
 };
 
+}  // namespace
+
 Subscription TableLoop::every(Duration interval, std::function<void()> task) {
-  auto ticking = std::make_shared<Ticking>();
-  ticking->table = table_;
-  ticking->tasks = tasks_;
-  ticking->interval = interval;
-  ticking->task = std::move(task);
-  ticking->postNext();
+  auto ticking = std::make_shared<Ticking>(*this, interval, std::move(task));
+  ticking->wait();
   return Subscription::onCancel([ticking] {
     ticking->live = false;
-    cancel(ticking->tasks, ticking->table, ticking->next);
+    ticking->next.cancel();
   });
 }
 
 std::unique_ptr<SerialQueue> TableQueues::make(std::string_view label) {
-  if (table_.post == nullptr) return std::make_unique<ThreadQueue>();
+  if (table_.post == nullptr) {
+    return std::make_unique<phone::ThreadQueue>(label, [](std::function<void()> task) {
+      const Inside inside;
+      quietly(task);
+    });
+  }
   return std::make_unique<TableQueue>(table_, tasks_, std::string(label));
 }
 

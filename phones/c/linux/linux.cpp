@@ -108,7 +108,9 @@ orlan_status orlan_linux_run(orlan_phone* phone) {
     if (nested) throw Misuse{ORLAN_BUSY, "inside a callback"};
   });
   if (status != ORLAN_OK) return status;
+  running->inItsLoop = true;
   running->phone().run();  // not guarded: what the host posts may uninstall
+  running->inItsLoop = false;
   return ORLAN_OK;
 }
 

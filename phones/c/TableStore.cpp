@@ -2,8 +2,8 @@
 #include <utility>
 
 #include "orlan/c/Guard.hpp"
-#include "orlan/c/TableStorage.hpp"
 #include "orlan/c/Values.hpp"
+#include "phones/c/TableStorage.hpp"
 
 namespace orlan::c {
 namespace {

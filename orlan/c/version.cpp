@@ -1,5 +1,0 @@
-#include "orlan/c/types.h"
-
-const char* orlan_version(void) {
-  return ORLAN_VERSION;
-}

@@ -6,7 +6,6 @@
 #include <mutex>
 #include <utility>
 
-#include "orlan/c/Guard.hpp"
 #include "orlan/c/Host.hpp"
 
 namespace orlan::c {

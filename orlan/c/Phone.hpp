@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "orlan/c/Guard.hpp"
 #include "orlan/c/install.h"
 #include "orlan/platform/Platform.hpp"
 
@@ -39,5 +40,16 @@ template <class Model>
 
 /// A `Misuse` unless the caller is on the phone's main thread.
 void assertMain(PhoneModel& phone);
+
+/// Runs the body of a phone's own function, on its main thread.
+template <class Model, class Body>
+orlan_status onMainOf(orlan_phone* handle, const char* function, Body&& body) noexcept {
+  return guarded(function, [&] {
+    InsideTable::refuse();
+    const auto phone = phoneOf<Model>(handle);
+    assertMain(*phone);
+    body(*phone);
+  });
+}
 
 }  // namespace orlan::c

@@ -12,6 +12,10 @@ Unexpected<Error> failed(const std::string& path) {
   return Unexpected(phone::fileErrors::failed(path, "not possible"));
 }
 
+Result<void> outcome(bool worked, const std::string& path) {
+  return worked ? Result<void>() : Result<void>(failed(path));
+}
+
 /// Bytes that are lent without a copy: whoever stores megabytes need not have them twice.
 orlan_string lentBytes(std::string_view bytes) {
   return {bytes.data() == nullptr ? "" : bytes.data(), bytes.size()};
@@ -56,8 +60,7 @@ Result<std::string> TableFiles::read(const std::string& path) const {
 Result<void> TableFiles::writeAtomically(const std::string& path, std::string_view bytes) {
   if (!isOurs(path)) return failed(path);
   if (table_.write != nullptr) {
-    if (!ask(table_.write, table_.context, lent(path), lentBytes(bytes))) return failed(path);
-    return {};
+    return outcome(ask(table_.write, table_.context, lent(path), lentBytes(bytes)), path);
   }
   const std::lock_guard lock(mutex_);
   memory_.insert_or_assign(path, std::string(bytes));
@@ -67,8 +70,7 @@ Result<void> TableFiles::writeAtomically(const std::string& path, std::string_vi
 Result<void> TableFiles::append(const std::string& path, std::string_view bytes) {
   if (!isOurs(path)) return failed(path);
   if (table_.append != nullptr) {
-    if (!ask(table_.append, table_.context, lent(path), lentBytes(bytes))) return failed(path);
-    return {};
+    return outcome(ask(table_.append, table_.context, lent(path), lentBytes(bytes)), path);
   }
   const std::lock_guard lock(mutex_);
   const auto found = memory_.find(path);
@@ -79,13 +81,9 @@ Result<void> TableFiles::append(const std::string& path, std::string_view bytes)
 
 Result<void> TableFiles::remove(const std::string& path) {
   if (!isOurs(path)) return failed(path);
-  if (table_.remove != nullptr) {
-    if (!ask(table_.remove, table_.context, lent(path))) return failed(path);
-    return {};
-  }
+  if (table_.remove != nullptr) return outcome(ask(table_.remove, table_.context, lent(path)), path);
   const std::lock_guard lock(mutex_);
-  if (memory_.erase(path) == 0) return failed(path);
-  return {};
+  return outcome(memory_.erase(path) > 0, path);
 }
 
 }  // namespace orlan::c

@@ -17,11 +17,18 @@ std::shared_ptr<NotificationCenterDelegate> TableNotifications::delegate() const
   return delegate_.lock();
 }
 
-orlan_id TableNotifications::pose(Answer answer) {
+template <class Function, class... Args>
+void TableNotifications::pose(Answer answered, std::int64_t otherwise, Function* function, Args... args) {
   const orlan_id id = ids_->nextId();
-  const std::lock_guard lock(mutex_);
-  questions_.emplace(id, std::move(answer));
-  return id;
+  {
+    const std::lock_guard lock(mutex_);
+    questions_.emplace(id, std::move(answered));
+  }
+  if (function == nullptr) {
+    answer(id, otherwise);
+  } else {
+    ask(function, table_.context, args..., id);
+  }
 }
 
 bool TableNotifications::answer(orlan_id question, Result<std::int64_t> outcome) {
@@ -36,38 +43,26 @@ bool TableNotifications::answer(orlan_id question, Result<std::int64_t> outcome)
 }
 
 void TableNotifications::add(NotificationRequest request, std::function<void(Result<void>)> done) {
-  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const auto answered = [done = std::move(done)](const Result<std::int64_t>& outcome) {
     done(outcome ? Result<void>() : Result<void>(Unexpected(outcome.error())));
-  });
-  if (table_.add == nullptr) {
-    answer(question, 0);
-    return;
-  }
+  };
   const LentNotification out(request);
-  ask(table_.add, table_.context, out.get(), question);
+  pose(answered, 0, table_.add, out.get());
 }
 
 void TableNotifications::requestAuthorization(std::uint32_t options, std::function<void(Result<bool>)> done) {
-  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const auto answered = [done = std::move(done)](const Result<std::int64_t>& outcome) {
     done(outcome ? Result<bool>(*outcome != 0) : Result<bool>(Unexpected(outcome.error())));
-  });
-  if (table_.request_authorization == nullptr) {
-    answer(question, 1);
-    return;
-  }
-  ask(table_.request_authorization, table_.context, options, question);
+  };
+  pose(answered, 1, table_.request_authorization, options);
 }
 
 void TableNotifications::authorizationStatus(std::function<void(NotificationAuthorization)> done) {
-  const orlan_id question = pose([done = std::move(done)](const Result<std::int64_t>& outcome) {
+  const auto answered = [done = std::move(done)](const Result<std::int64_t>& outcome) {
     const auto known = outcome ? fromRawValue<NotificationAuthorization>(*outcome) : std::nullopt;
     done(known.value_or(NotificationAuthorization::notDetermined));
-  });
-  if (table_.authorization == nullptr) {
-    answer(question, ORLAN_NOTIFICATIONS_AUTHORIZED);
-    return;
-  }
-  ask(table_.authorization, table_.context, question);
+  };
+  pose(answered, ORLAN_NOTIFICATIONS_AUTHORIZED, table_.authorization);
 }
 
 void TableNotifications::present(const NotificationRequest& request,

@@ -36,7 +36,9 @@ class TableNotifications final : public NotificationCenter {
   void tap(const NotificationResponse& response, std::function<void()> done);
 
  private:
-  [[nodiscard]] orlan_id pose(Answer answer);
+  /// Asks `function`; where the host has none the answer is `otherwise`.
+  template <class Function, class... Args>
+  void pose(Answer answered, std::int64_t otherwise, Function* function, Args... args);
 
   const orlan_notification_functions table_;
   MainLoop& main_;

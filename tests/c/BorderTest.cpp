@@ -128,15 +128,15 @@ TEST_F(Border, InsideAFunctionOfThePhoneOnlyAnswersAreTaken) {
     orlan_phone* handle = nullptr;
     std::vector<orlan_status> seen;
   } eager;
-  orlan_loop_functions loop{};
-  loop.struct_size = sizeof loop;
-  loop.context = &eager;
-  loop.post = [](void* context, orlan_id task) {
-    auto& self = *static_cast<Eager*>(context);
-    self.seen = {orlan_phone_run(self.handle, task), orlan_phone_move_to(self.handle, ORLAN_STATE_BACKGROUND),
-                 orlan_refetch_geofence(), orlan_phone_answer(self.handle, 1, 0, nullptr)};
-  };
-  loop.post_after = [](void*, std::int64_t, orlan_id) {};
+  const orlan_loop_functions loop{sizeof loop, &eager,
+                                  [](void* context, orlan_id task) {
+                                    auto& self = *static_cast<Eager*>(context);
+                                    self.seen = {orlan_phone_run(self.handle, task),
+                                                 orlan_phone_move_to(self.handle, ORLAN_STATE_BACKGROUND),
+                                                 orlan_refetch_geofence(),
+                                                 orlan_phone_answer(self.handle, 1, 0, nullptr)};
+                                  },
+                                  [](void*, std::int64_t, orlan_id) {}};
   const orlan_phone_parts parts{sizeof parts, &loop};
   ASSERT_EQ(orlan_phone_new(&parts, &eager.handle), ORLAN_OK);
   ASSERT_EQ(orlan_install(eager.handle, nullptr), ORLAN_OK);
@@ -233,9 +233,7 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
   host.pass();
   EXPECT_EQ(orlan_uninstall(), ORLAN_OK);
   EXPECT_THAT(ear.heard, ElementsAre("OrlanC 1", "OrlanC 1"));
-  orlan_http_reply reply{};
-  reply.struct_size = sizeof reply;
-  reply.status = 200;
+  const orlan_http_reply reply{sizeof reply, 200};
   EXPECT_EQ(orlan_phone_http_reply(host.handle, host.lastCall, &reply), ORLAN_UNKNOWN);
   host.pass();
   EXPECT_EQ(ear.heard.size(), 2U);

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "c/TablesOverSimulated.hpp"
-#include "orlan/c/Notifications.hpp"
 
 namespace {
 
@@ -192,26 +191,6 @@ TEST_F(Operations, StreamsCarryWhatHappens) {
   host.pass();
   EXPECT_THAT(heard, ElementsAre("crossed 42", "51.490000", "entered 7", "crossed 42", "51.500000"));
   for (auto* each : held) orlan_subscription_free(each);
-}
-
-TEST_F(Operations, ATappedNotificationIsHandled) {
-  orlan_subscription* details = nullptr;
-  ASSERT_EQ(orlan_subscribe_notifications(
-                [](void* self, const orlan_notification_details* record) {
-                  Ear::of(self).hear(std::string(record->headline.data) + ": " + record->body.data + " " +
-                                     std::to_string(record->notification_id) + " " +
-                                     std::to_string(record->location_id));
-                },
-                &ear, &details),
-            ORLAN_OK);
-  ASSERT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_INACTIVE), ORLAN_OK);
-  host.phone.moveTo({51.5, -0.12});
-  host.pass();
-  ASSERT_EQ(host.phone.scheduled().size(), 1U);
-  const orlan::c::LentNotification tapped(host.phone.scheduled()[0]);
-  EXPECT_EQ(orlan_phone_tapped(host.handle, tapped.get(), {}, nullptr, nullptr), ORLAN_OK);
-  EXPECT_THAT(heard, ElementsAre("Welcome: Fresh bread. 1 7"));
-  orlan_subscription_free(details);
 }
 
 }  // namespace

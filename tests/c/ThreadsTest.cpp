@@ -17,32 +17,24 @@ namespace {
 class ThreadedPhone {
  public:
   ThreadedPhone() {
-    orlan_loop_functions loop{};
-    loop.struct_size = sizeof loop;
-    loop.context = this;
-    loop.post = [](void* self, orlan_id task) { static_cast<ThreadedPhone*>(self)->post(task); };
-    loop.post_after = [](void* self, std::int64_t delay, orlan_id task) {
-      if (delay <= 0) static_cast<ThreadedPhone*>(self)->post(task);
-    };
-    orlan_http_functions http{};
-    http.struct_size = sizeof http;
-    http.context = this;
+    const orlan_loop_functions loop{
+        sizeof loop, this, [](void* self, orlan_id task) { static_cast<ThreadedPhone*>(self)->post(task); },
+        [](void* self, std::int64_t delay, orlan_id task) {
+          if (delay <= 0) static_cast<ThreadedPhone*>(self)->post(task);
+        }};
+    orlan_http_functions http{sizeof http, this};
     http.send = [](void* context, orlan_id call, const orlan_http_request* request) {
       auto& self = *static_cast<ThreadedPhone*>(context);
       const std::lock_guard lock(self.mutex_);
       const bool registers = std::string(request->url.data).find("registerd") != std::string::npos;
       self.network_.emplace_back([handle = self.handle, call, registers] {
-        orlan_http_reply reply{};
-        reply.struct_size = sizeof reply;
-        reply.status = 200;
+        orlan_http_reply reply{sizeof reply, 200};
         reply.body = orlan_str(registers ? R"({"data":{"device_id":"D1","orlan_id":"O1"}})"
                                          : R"({"configuration":{"privacyText":"P"}})");
         orlan_phone_http_reply(handle, call, &reply);
       });
     };
-    orlan_phone_parts parts{};
-    parts.struct_size = sizeof parts;
-    parts.loop = &loop;
+    orlan_phone_parts parts{sizeof parts, &loop};
     parts.http = &http;
     EXPECT_EQ(orlan_phone_new(&parts, &handle), ORLAN_OK) << orlan_last_problem();
   }
@@ -87,9 +79,7 @@ TEST(ThreadedHost, AnswersFromAnyThreadReachTheMainThreadAndLateOnesNobody) {
   ASSERT_EQ(orlan_install(phone.handle, nullptr), ORLAN_OK);
   std::atomic<int> started = 0;
   std::atomic<int> answers = 0;
-  orlan_plugin_delegate delegate{};
-  delegate.struct_size = sizeof delegate;
-  delegate.context = &started;
+  orlan_plugin_delegate delegate{sizeof delegate, &started};
   delegate.did_authenticate = [](void* counter, orlan_string, orlan_string) {
     ++*static_cast<std::atomic<int>*>(counter);
   };

@@ -45,7 +45,7 @@ Single<APIService::AuthPayload> DeviceRegistration::start(const std::string& api
   }
   const auto record = registrationRecord(with_, apiKey, sent.segmentations, sent.token);
   auto request = deviceRecordRequest(with_.client.platformUrl(endpoints::deviceRecord), record,
-                                     json::encodeText(record));
+                                     json::print(json::encode(record)));
   with_.logger.log(logBlocks::textRequest("🔒  Registering device", request));
   return with_.requests.ask<AuthPayload>(
       std::move(request),

@@ -44,14 +44,17 @@ std::string_view reason(simdjson::error_code code) {
   return "not valid JSON";
 }
 
-/// Whether the characters of a number stand as the grammar wants them. What is left to look at is what the
-/// C library reads besides.
-bool isNumber(std::string_view token) {
+/// Whether a number stands as the grammar wants it but no 64-bit type holds it. What is left to look at is
+/// what the C library reads besides.
+bool isTooLarge(std::string_view token) {
   const std::string_view digits = token.substr(token.starts_with('-') ? 1 : 0);
   const auto isDigitAt = [&](std::size_t at) { return at < digits.size() && ascii::isDigit(digits[at]); };
   const auto point = digits.find('.');
-  return text::toDouble(token) && isDigitAt(0) && !(digits[0] == '0' && isDigitAt(1)) &&
-         (point == std::string_view::npos || isDigitAt(point + 1));
+  if (!isDigitAt(0) || (digits[0] == '0' && isDigitAt(1))) return false;
+  if (point != std::string_view::npos && !isDigitAt(point + 1)) return false;
+  const auto value = text::toDouble(token);
+  const bool isWhole = token.find_first_of(".eE") == std::string_view::npos;
+  return value && (std::isinf(*value) || (isWhole && !text::toInteger(token)));
 }
 
 /// Walks a text that the tree's parser refused until the other parser stumbles as well: only that one knows
@@ -127,7 +130,7 @@ class Walk {
   simdjson::error_code number(ondemand::value& value) {
     const auto code = value.get_number().error();
     const std::string_view token = text::trimmed(value.raw_json_token());
-    if (code != simdjson::NUMBER_ERROR || exact_ || !isNumber(token)) return code;
+    if (code != simdjson::NUMBER_ERROR || exact_ || !isTooLarge(token)) return code;
     large_.push_back(token);
     return simdjson::SUCCESS;
   }

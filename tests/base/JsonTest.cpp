@@ -206,6 +206,7 @@ TEST(Json, NumbersOfAnySizeAreReadWhereNobodyNeedsThem) {
        {"[1e999,]", "[01e999]", "[1.e999]", "[.1e999]", "[+1e999]", "[1e999]x", "[1e999,01]"}) {
     EXPECT_FALSE(Document::parse(text)) << text;
   }
+  EXPECT_EQ(Document::parse("[1e999,7").error().description, "not valid JSON at line 1, column 8");
 }
 
 TEST(JsonNode, GivesEachKindOnlyAsItself) {

@@ -73,7 +73,7 @@ void APIService::resetCredentialsIfKeyChanged(const std::string& newKey) {
 }
 
 Publisher<APIService::AuthPayload>& APIService::authPublisher() {
-  return parts_->registration.registered();
+  return parts_->registration.authPublisher();
 }
 
 Single<APIService::AuthPayload> APIService::registerDevice(const std::string& apiKey,

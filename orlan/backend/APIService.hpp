@@ -60,7 +60,8 @@ class APIService {
   /// ends as cancelled.
   void resetCredentialsIfKeyChanged(const std::string& newKey);
 
-  /// Emits the identity at each successful registration, on the thread that learned of it.
+  /// Emits the identity at each successful registration, on the thread that learned of it. Only the service
+  /// sends into it.
   [[nodiscard]] Publisher<AuthPayload>& authPublisher();
 
   /// Registers the device, or answers from the store when it is registered already (then syncs the push

@@ -22,7 +22,7 @@ void ClientState::setCredentials(std::optional<TransmissionAppCredentials> crede
 
 void ClientState::setAPNsToken(std::string hexadecimal) {
   const std::lock_guard lock(mutex_);
-  apnsToken_ = std::move(hexadecimal);
+  pushToken_ = std::move(hexadecimal);
 }
 
 void ClientState::setFCMToken(std::string token) {
@@ -30,10 +30,10 @@ void ClientState::setFCMToken(std::string token) {
   fcmToken_ = std::move(token);
 }
 
-std::string ClientState::pushToken() const {
+std::string ClientState::currentPushToken() const {
   const std::lock_guard lock(mutex_);
   if (!fcmToken_.empty()) return fcmToken_;
-  if (!apnsToken_.empty()) return apnsToken_;
+  if (!pushToken_.empty()) return pushToken_;
   return std::string(kNoPushToken);
 }
 

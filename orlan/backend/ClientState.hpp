@@ -36,7 +36,7 @@ class ClientState {
   void setFCMToken(std::string token);
 
   /// The FCM token, else the APNs token, else "pending".
-  [[nodiscard]] std::string pushToken() const;
+  [[nodiscard]] std::string currentPushToken() const;
 
  private:
   const BaseUrls urls_;
@@ -45,7 +45,7 @@ class ClientState {
 
   mutable std::mutex mutex_;
   std::optional<TransmissionAppCredentials> credentials_;  // guarded by mutex_, like the tokens
-  std::string apnsToken_;
+  std::string pushToken_;                                  // APNs
   std::string fcmToken_;
 };
 

@@ -38,7 +38,7 @@ struct Fields<Wrapper> {
 Single<APIService::AuthPayload> DeviceRegistration::start(const std::string& apiKey,
                                                           const std::vector<std::string>& segmentations) {
   if (with_.identity.isRegistered()) return answerFromStore(apiKey);
-  Sent sent{0, apiKey, text::joined(segmentations, ","), with_.client.pushToken()};
+  Sent sent{0, apiKey, text::joined(segmentations, ","), with_.client.currentPushToken()};
   {
     const std::lock_guard lock(mutex_);
     sent.number = ++current_;
@@ -62,8 +62,8 @@ Single<APIService::AuthPayload> DeviceRegistration::answerFromStore(const std::s
   with_.client.setAuthenticated();
   calls::syncToken(with_, apiKey, false);
   return Single<AuthPayload>::of(std::move(payload))
-      .passing([registered = std::weak_ptr(registered_)](const Result<AuthPayload>& answer) {
-        if (const auto held = registered.lock()) held->send(*answer);
+      .passing([subject = std::weak_ptr(authSubject_)](const Result<AuthPayload>& answer) {
+        if (const auto held = subject.lock()) held->send(*answer);
       });
 }
 
@@ -85,7 +85,7 @@ Result<APIService::AuthPayload> DeviceRegistration::finish(const Sent& sent, con
   AuthPayload payload{sent.apiKey, decoded->data.deviceID, decoded->data.orlanID};
   if (!keep(sent, payload)) return Unexpected(urlErrors::cancelled());
   with_.client.setAuthenticated();
-  registered_->send(payload);
+  authSubject_->send(payload);
   logger.log("✅ Device Registered OK");
   return payload;
 }

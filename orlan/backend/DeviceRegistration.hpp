@@ -23,7 +23,7 @@ class DeviceRegistration {
   /// From now on the answer to a registration that is under way stores nothing.
   void abandon();
 
-  [[nodiscard]] Publisher<AuthPayload>& registered() { return *registered_; }
+  [[nodiscard]] Publisher<AuthPayload>& authPublisher() { return *authSubject_; }
 
  private:
   struct Sent {
@@ -41,7 +41,7 @@ class DeviceRegistration {
   std::mutex mutex_;
   std::uint64_t current_ = 0;  // guarded by mutex_, under which identities are stored
   // Shared: an answer handed out may pass on to it after the service has ended.
-  const std::shared_ptr<Subject<AuthPayload>> registered_ = std::make_shared<Subject<AuthPayload>>();
+  const std::shared_ptr<Subject<AuthPayload>> authSubject_ = std::make_shared<Subject<AuthPayload>>();
 };
 
 }  // namespace orlan

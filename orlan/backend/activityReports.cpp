@@ -52,6 +52,19 @@ void finish(const Context& with, const Result<HttpReply>& reply, bool logsOutcom
   if (logsOutcome) with.logger.breadcrumb("✅ Geo activity reported successfully");
 }
 
+void sendEvent(const Context& with, const ActivityForm& form, bool logsOutcome) {
+  HttpRequest request{.method = "POST", .url = with.client.platformUrl(endpoints::activities)};
+  if (!with.requests.isUrl(request.url)) return failed(with, urlErrors::badURL(), logsOutcome);
+  const auto boundary = "Boundary-" + randomUuid(with.phone.random);
+  request.addHeader("Content-Type", multipartContentType(boundary));
+  request.addHeader("ApiKey", with.identity.apiKey());
+  request.body = multipartBody(boundary, form);
+  with.logger.breadcrumb(logBlocks::formRequest("📤  Uploading activity", request, form));
+  with.requests.send(std::move(request), [&with, logsOutcome](const Result<HttpReply>& reply) {
+    finish(with, reply, logsOutcome);
+  });
+}
+
 }  // namespace
 
 void report(const Context& with, const ActivityReport& report) {
@@ -61,15 +74,7 @@ void report(const Context& with, const ActivityReport& report) {
     with.reliability->addPendingEvent("geo_activity", eventData(form),
                                       LocationTrackingReliability::EventPriority::high);
   }
-  HttpRequest request{.method = "POST", .url = with.client.platformUrl(endpoints::activities)};
-  if (!with.requests.isUrl(request.url)) return failed(with, urlErrors::badURL(), isGeo);
-  const auto boundary = "Boundary-" + randomUuid(with.phone.random);
-  request.addHeader("Content-Type", multipartContentType(boundary));
-  request.addHeader("ApiKey", with.identity.apiKey());
-  request.body = multipartBody(boundary, form);
-  with.logger.breadcrumb(logBlocks::formRequest("📤  Uploading activity", request, form));
-  with.requests.send(std::move(request),
-                     [&with, isGeo](const Result<HttpReply>& reply) { finish(with, reply, isGeo); });
+  sendEvent(with, form, isGeo);
 }
 
 }  // namespace orlan::calls

@@ -43,7 +43,7 @@ std::optional<std::string> tokenToSync(std::string_view current, const std::opti
 
 void syncToken(const Context& with, const std::string& apiKey, bool force) {
   const auto lastSynced = with.phone.store.string(storeKeys::lastSyncedToken);
-  const auto token = tokenToSync(with.client.pushToken(), lastSynced, force);
+  const auto token = tokenToSync(with.client.currentPushToken(), lastSynced, force);
   if (!token) return;
   auto url = with.client.platformUrl(environmentOf(with), endpoints::deviceRecord);
   if (!with.requests.isUrl(url)) {

@@ -41,15 +41,15 @@ std::string AppStateMonitoring::launchSeconds() const {
   return text::fixed(seconds(sinceLaunch()), 1) + "s";
 }
 
-void AppStateMonitoring::setUp() {
-  removeObservers();
+void AppStateMonitoring::setUpAppStateMonitoring() {
+  removeAppStateObservers();
   logger_.breadcrumb("🔧 Setting up app state monitoring");
   appLaunchTime_ = phone_.clock.now();
   lastAppState_ = phone_.application.state();
   logger_.breadcrumb(fmt::format("📱 Initial app state: {}", nameOf(lastAppState_)));
 
   const auto observe = [this](ApplicationSignal signal, std::function<void()> handler) {
-    observers_.add(phone_.application.observe(signal, std::move(handler)));
+    appStateObservers_.add(phone_.application.observe(signal, std::move(handler)));
   };
   observe(ApplicationSignal::didEnterBackground, [this] { enteredBackground(); });
   observe(ApplicationSignal::willEnterForeground, [this] { entersForeground(); });

@@ -20,8 +20,8 @@ class AppStateMonitoring {
   AppStateMonitoring(const Platform& phone, OrlanServices& services, std::function<void()> afterTransition);
 
   /// Observes the life cycle from now on, in place of any observation before; the session begins anew.
-  void setUp();
-  void removeObservers() { observers_ = {}; }
+  void setUpAppStateMonitoring();
+  void removeAppStateObservers() { appStateObservers_ = {}; }
 
   /// Changes between foreground and background seen since the process began.
   [[nodiscard]] std::int64_t transitionCount() const { return appStateTransitionCount_; }
@@ -42,7 +42,7 @@ class AppStateMonitoring {
   std::int64_t appStateTransitionCount_ = 0;
   ApplicationState lastAppState_ = ApplicationState::active;
   TimePoint appLaunchTime_;
-  SubscriptionBag observers_;
+  SubscriptionBag appStateObservers_;
 };
 
 }  // namespace orlan

@@ -53,7 +53,7 @@ void StartSequence::withApiKey(const std::string& apiKey, Config::Environment en
 
   const Number start = ++latest_;
   bag_ = {};
-  monitoring_.removeObservers();
+  monitoring_.removeAppStateObservers();
   services_.api->resetCredentialsIfKeyChanged(key);
   delegate_ = delegate;
   adopt(key, env, credentials);
@@ -144,7 +144,7 @@ void StartSequence::registered(Number start, const APIService::AuthPayload& iden
         logger_.breadcrumb("🟢 Calling reportPluginStarted");
         logger_.breadcrumb("🟢 inside reportPluginStarted");
         services_.api->createPluginActivity("plugin_started", storedApiKey_, storedEnv_);
-        monitoring_.setUp();
+        monitoring_.setUpAppStateMonitoring();
         LocationTrackingReliability& reliability = *services_.reliability;
         reliability.loadPendingEvents();
         reliability.loadFailedEvents();

@@ -8,6 +8,7 @@
 #include "orlan/backend/APIService.hpp"
 #include "orlan/campaigns/LocationTrackingReliability.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
+#include "support/EchoHttp.hpp"
 
 namespace orlan::test {
 
@@ -55,11 +56,6 @@ class NowhereHttp final : public HttpClient {
     return {};
   }
 };
-
-inline Platform with(const Platform& p, HttpClient& http) {
-  return {p.main,      p.queues,        p.clock,       p.random, p.store,  p.files,   http,
-          p.locations, p.notifications, p.application, p.device, p.bundle, p.console, p.systemLog};
-}
 
 /// A client on a simulated phone whose clock stands at 2025-03-14 09:26:53 UTC.
 struct Bed {

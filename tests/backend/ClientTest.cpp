@@ -2,60 +2,22 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <future>
-#include <mutex>
 #include <thread>
 
 #include "backend/Bed.hpp"
 #include "orlan/backend/ClientState.hpp"
 #include "orlan/backend/RequestLayer.hpp"
 #include "orlan/backend/StoreKeys.hpp"
-#include "phones/common/ThreadQueue.hpp"
+#include "support/EchoHttp.hpp"
 
 namespace orlan {
 namespace {
-
-/// A client whose answers come on a thread of its own, as fast as it can.
-class EchoClient final : public HttpClient {
- public:
-  [[nodiscard]] bool isUrl(std::string_view) const override { return true; }
-  [[nodiscard]] Subscription send(HttpRequest, HttpDone done) override {
-    auto call = std::make_shared<Call>();
-    ++handles;
-    queue_.async([call, done = std::move(done)] {
-      const std::lock_guard running(call->mutex);
-      if (!call->cancelled)
-        done(HttpReply{.status = 200, .body = R"({"data":{"device_id":"D1","orlan_id":"77"}})"});
-    });
-    return Subscription::onCancel([this, call] {
-      const std::lock_guard running(call->mutex);  // from inside `done` it is this thread's already
-      call->cancelled = true;
-      --handles;
-    });
-  }
-
-  /// Returns once everything that was sent before has been answered.
-  void flush() {
-    std::promise<void> reached;
-    queue_.async([&] { reached.set_value(); });
-    reached.get_future().wait();
-  }
-
-  std::atomic<int> handles = 0;
-
- private:
-  struct Call {
-    std::recursive_mutex mutex;
-    bool cancelled = false;
-  };
-  phone::ThreadQueue queue_{"http"};
-};
 
 TEST(RequestLayer, AnswersEachRequestOnceAndKeepsNoHandle) {
   sim::World world;
   sim::SimulatedPhone phone(world);
   std::atomic<int> answered = 0;
-  EchoClient http;
+  test::EchoHttp http;
   RequestLayer requests(http, phone.platform().main);
   std::vector<std::thread> senders;
   for (int i = 0; i < 4; ++i) {
@@ -75,30 +37,10 @@ TEST(RequestLayer, AnswersEachRequestOnceAndKeepsNoHandle) {
   EXPECT_EQ(http.handles, 0);
 }
 
-TEST(Client, MayEndWhileAnswersArrive) {
-  sim::World world;
-  sim::SimulatedPhone phone(world);
-  const auto parts = phone.platform();
-  EchoClient http;
-  Logger logger(parts.clock, parts.console, parts.files, parts.queues);
-  Lazy<LocationTrackingReliability> unused([] { return nullptr; });
-  int answers = 0;
-  for (int round = 0; round < 100; ++round) {
-    parts.store.remove(storeKeys::deviceRegistered);
-    APIService api(test::with(parts, http), BaseUrls::builtIn(), logger, unused);
-    api.reportActivity(ActivityType::mediaViewed, 1, 2, NotificationType::notification);
-    api.createPluginActivity("plugin_started", "K", Config::Environment::staging);
-    const auto subscription = api.registerDevice("K", {}).subscribe([&](const auto&) { ++answers; });
-  }
-  world.settle();
-  EXPECT_EQ(answers, 0);
-  EXPECT_EQ(http.handles, 0);
-}
-
 TEST(RequestLayer, NothingAnswersAfterItsEnd) {
   sim::World world;
   sim::SimulatedPhone phone(world);
-  EchoClient http;
+  test::EchoHttp http;
   for (int round = 0; round < 200; ++round) {
     auto requests = std::make_unique<RequestLayer>(http, phone.platform().main);
     std::atomic<bool> over = false;
@@ -120,7 +62,7 @@ TEST(RequestLayer, NothingAnswersAfterItsEnd) {
 TEST(RequestLayer, DeliversOnTheMainThreadAndNotOnceItIsGone) {
   sim::World world;
   sim::SimulatedPhone phone(world);
-  EchoClient http;
+  test::EchoHttp http;
   auto requests = std::make_unique<RequestLayer>(http, phone.platform().main);
   for (const bool gone : {false, true}) {
     int heard = 0;
@@ -145,7 +87,7 @@ TEST(ClientState, FieldsMayBeReadAndWrittenFromAnyThread) {
         client.setFCMToken(text);
         client.setEnv(Config::Environment::nightly);
         client.setAuthenticated();
-        const auto token = client.pushToken();
+        const auto token = client.currentPushToken();
         const auto credentials = client.credentials();
         if (token != std::string(100, token[0])) torn = true;
         if (credentials->companyApiKey != credentials->appApiKey) torn = true;

@@ -26,11 +26,11 @@ TEST(TokenToSync, SendsWhatTheBackendHasNotSeen) {
     EXPECT_EQ(calls::tokenToSync(current, lastSynced, force), expected) << current << force;
   }
   ClientState client(BaseUrls::builtIn());
-  EXPECT_EQ(client.pushToken(), "pending");
+  EXPECT_EQ(client.currentPushToken(), "pending");
   client.setAPNsToken("00ab");
-  EXPECT_EQ(client.pushToken(), "00ab");
+  EXPECT_EQ(client.currentPushToken(), "00ab");
   client.setFCMToken("fcm");
-  EXPECT_EQ(client.pushToken(), "fcm");
+  EXPECT_EQ(client.currentPushToken(), "fcm");
 }
 
 TEST(TransmissionHeaders, AnyMissingPartLeavesOnlyTheLegacyHeader) {

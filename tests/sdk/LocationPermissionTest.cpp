@@ -8,14 +8,12 @@ namespace {
 
 using test::SimulatedHost;
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class LocationPermission : public ::testing::Test {
  protected:
   void configure(LocationAuthorization status) {
     sim::PhoneSettings settings;
     settings.location.authorization = status;
-    settings.location.afterRequest = LocationAuthorization::authorizedWhenInUse;
     host.emplace(std::move(settings));
     manager().configure();
     host->world.settle();
@@ -78,7 +76,8 @@ TEST_F(LocationPermission, ConfiguringAgainOnlyPublishesTheStatus) {
 
 TEST_F(LocationPermission, ALostPermissionTakesTheLocationWithIt) {
   configure(LocationAuthorization::authorizedAlways);
-  host->phone.moveTo({51.5, -0.12});
+  const Location fixes[] = {host->phone.fixAt({1, 1}), host->phone.fixAt({51.5, -0.12})};
+  host->phone.locations().deliver(fixes);
   EXPECT_EQ(lastLocation(), std::nullopt) << "published on the next turn";
   host->world.settle();
   ASSERT_TRUE(lastLocation());
@@ -89,37 +88,11 @@ TEST_F(LocationPermission, ALostPermissionTakesTheLocationWithIt) {
   EXPECT_EQ(lastLocation(), std::nullopt);
 }
 
-TEST_F(LocationPermission, OfABatchTheLastFixCounts) {
-  configure(LocationAuthorization::authorizedAlways);
-  const Location fixes[] = {host->phone.fixAt({1, 1}), host->phone.fixAt({2, 2})};
-  host->phone.locations().deliver(fixes);
-  host->world.settle();
-  EXPECT_EQ(lastLocation()->coordinate, (Coordinate{2, 2}));
-}
-
-TEST_F(LocationPermission, RequestsReachThePerson) {
-  configure(LocationAuthorization::notDetermined);
-  manager().requestWhenInUseAuthorization();
-  host->world.settle();
-  EXPECT_EQ(manager().currentStatus(), LocationAuthorization::authorizedWhenInUse);
-}
-
 TEST_F(LocationPermission, ErrorsGoToTheSystemLogOnly) {
   configure(LocationAuthorization::authorizedAlways);
   (void)asked();
   host->phone.locations().fail({"Location", 0, "no sky"});
   EXPECT_THAT(asked(), ElementsAre("system log [Orlan] CLLocation error: no sky"));
-}
-
-TEST_F(LocationPermission, NothingIsPublishedForAManagerThatIsGone) {
-  configure(LocationAuthorization::authorizedAlways);
-  host->phone.moveTo({51.5, -0.12});
-  (void)asked();
-  host->quit();
-  host->world.settle();
-  host->phone.moveTo({52.5, -0.12});
-  host->phone.application().raise(ApplicationSignal::didEnterBackground);
-  EXPECT_THAT(asked(), IsEmpty());
 }
 
 }  // namespace

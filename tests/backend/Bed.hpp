@@ -68,7 +68,6 @@ struct Bed {
   void launch() { api.emplace(phone.platform(), urls_, logger, reliability); }
   void relaunch() {
     api.reset();
-    reliability.reset();
     phone.relaunch();
     launch();
   }

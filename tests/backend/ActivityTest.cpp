@@ -107,9 +107,9 @@ TEST(Activity, ReportWithPositionIsRecordedAsAPendingEventWithTheSameValues) {
     }
   } watch;
   bed.phone.observe(watch);
-  EXPECT_EQ(bed.reliability.ifBuilt(), nullptr);
+  EXPECT_EQ(bed.reliability->ifBuilt(), nullptr);
   reportMedia(*bed.api);
-  EXPECT_EQ(bed.reliability.ifBuilt(), nullptr);
+  EXPECT_EQ(bed.reliability->ifBuilt(), nullptr);
   reportEntry(*bed.api);
   (void)bed.settle();
   ASSERT_FALSE(watch.pending.empty());

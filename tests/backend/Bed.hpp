@@ -65,7 +65,14 @@ struct Bed {
     launch();
   }
 
-  void launch() { api.emplace(phone.platform(), urls_, logger, reliability); }
+  void launch() {
+    reliability.emplace([this] {
+      const auto parts = phone.platform();
+      return std::make_shared<LocationTrackingReliability>(parts.main, parts.queues, parts.clock,
+                                                           parts.random, parts.store, logger);
+    });
+    api.emplace(phone.platform(), urls_, logger, *reliability);
+  }
   void relaunch() {
     api.reset();
     phone.relaunch();
@@ -88,11 +95,7 @@ struct Bed {
   Tape tape;
   Logger logger{phone.platform().clock, phone.platform().console, phone.platform().files,
                 phone.platform().queues};
-  Lazy<LocationTrackingReliability> reliability{[this] {
-    const auto parts = phone.platform();
-    return std::make_shared<LocationTrackingReliability>(parts.main, parts.queues, parts.clock, parts.random,
-                                                         parts.store, logger);
-  }};
+  std::optional<Lazy<LocationTrackingReliability>> reliability;
   std::optional<APIService> api;
 
  private:

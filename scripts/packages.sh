@@ -6,7 +6,7 @@ orlan_packages() {
     build) echo g++ cmake ninja-build ccache pkg-config libfmt-dev libsimdjson-dev libgeographiclib-dev \
                 libutf8proc-dev libcurl4-openssl-dev libsqlite3-dev libplist-dev libcli11-dev libpugixml-dev \
                 ca-certificates ;;
-    test) echo libgtest-dev libgmock-dev libssl-dev locales python3 python3-jsonschema tzdata ;;
+    test) echo libgtest-dev libgmock-dev libssl-dev locales python3 python3-jsonschema tzdata help2man ;;
     format) echo clang-format ;;
     tidy) echo clang-tidy clang libclang-rt-14-dev ;;
     fuzz) echo clang libclang-rt-14-dev ;;

@@ -69,22 +69,34 @@ if(ORLAN_LINUX)
                   "-lcurl -lsqlite3 -lplist-2.0 -lpugixml -lfmt")
 endif()
 
-# The program writes its own manual page and completions; one for another machine cannot be asked here.
+# The program's help is all there is: completions ask it, help2man makes manual pages of it. One for another machine
+# cannot be asked here.
 if(ORLAN_TOOLS)
   install(TARGETS orlan_program COMPONENT program)
+  install(FILES ${here}/completions/orlan.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+          COMPONENT program)
+  install(FILES ${here}/completions/_orlan DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT program)
+  install(FILES ${here}/completions/orlan.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME orlan COMPONENT program)
+  find_program(HELP2MAN help2man)
 endif()
-if(ORLAN_TOOLS AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
+if(HELP2MAN AND NOT CMAKE_CROSSCOMPILING)
   set(pages)
-  function(orlan_page name destination)
-    set(file ${PROJECT_BINARY_DIR}/pages/${name})
-    add_custom_command(OUTPUT ${file} COMMAND orlan_program ${ARGN} > ${file} DEPENDS orlan_program VERBATIM)
-    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/${destination} COMPONENT program)
-    set(pages ${pages} ${file} PARENT_SCOPE)
+  function(orlan_page name summary)  # and what stands in front of --help
+    set(page ${PROJECT_BINARY_DIR}/pages/${name})
+    add_custom_command(OUTPUT ${page}.1 DEPENDS orlan_program VERBATIM
+      COMMAND ${CMAKE_COMMAND} -E create_symlink $<TARGET_FILE:orlan_program> ${page}
+      COMMAND ${HELP2MAN} --no-info --name=${summary} "--help-option=${ARGN} --help" --version-string=${PROJECT_VERSION}
+              --output=${page}.1 ${page})
+    install(FILES ${page}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+    set(pages ${pages} ${page}.1 PARENT_SCOPE)
   endfunction()
   file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/pages)
-  orlan_page(orlan.1 man/man1 manual)
-  orlan_page(orlan.fish fish/vendor_completions.d completions fish)
-  orlan_page(_orlan zsh/site-functions completions zsh)
-  orlan_page(orlan bash-completion/completions completions bash)
+  orlan_page(orlan "the right local notification at the right door")
+  orlan_page(orlan-simulate "play a scenario on a simulated phone" simulate)
+  orlan_page(orlan-run "be a host application in a terminal" run)
+  orlan_page(orlan-backend "serve a development backend" backend)
   add_custom_target(orlan_pages ALL DEPENDS ${pages})
+elseif(ORLAN_TOOLS)
+  message(STATUS "No manual pages are made: they need help2man, and a program that runs here")
 endif()

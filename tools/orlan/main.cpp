@@ -1,8 +1,11 @@
 #include <CLI/CLI.hpp>
+#include <csignal>
+#include <iostream>
+#include <sstream>
 
 #include "tools/orlan/backend/BackendCommand.hpp"
+#include "tools/orlan/output/shown.hpp"
 #include "tools/orlan/run/RunCommand.hpp"
-#include "tools/orlan/shell/ShellCommand.hpp"
 #include "tools/orlan/simulate/SimulateCommand.hpp"
 
 namespace {
@@ -18,6 +21,7 @@ constexpr const char* description =
 
 // NOLINTNEXTLINE(bugprone-exception-escape): what nobody expects, such as no memory, ends the program.
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader who goes away must not end what is still to be written elsewhere
   CLI::App app{description, "orlan"};
   app.require_subcommand(1);
   app.set_version_flag("--version", "orlan " ORLAN_VERSION);
@@ -25,13 +29,14 @@ int main(int argc, char** argv) {
   orlan::simulate::addSimulateCommand(app, exitCode);
   orlan::run::addRunCommand(app, exitCode);
   orlan::devbackend::addBackendCommand(app, exitCode);
-  orlan::shell::addShellCommands(app, ORLAN_VERSION);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& help) {
     return app.exit(help);
   } catch (const CLI::ParseError& mistake) {
-    app.exit(mistake);
+    std::ostringstream words;  // which repeat what was typed
+    app.exit(mistake, words, words);
+    std::cerr << orlan::output::shown(words.str());
     return 2;
   }
   return exitCode;

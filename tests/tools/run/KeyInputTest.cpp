@@ -16,19 +16,12 @@ TEST(KeyInput, MakesCommandsOfKeys) {
     Commands expected;
     const char* waiting;
   } rows[] = {
-      {"a letter acts at once", false, {"b", "F"}, {{Act::background, {}}, {Act::front, {}}}, ""},
-      {"others are nothing", false, {"x", "t", "a", "\n", "\xc3\xa9"}, {}, ""},
+      {"a letter acts at once", false, {"b", "F", "x"}, {{Act::background}, {Act::front}}, ""},
       {"digits wait for Enter", false, {"1", "2"}, {}, "12"},
-      {"a number taps", false, {"12\n"}, {{Act::tap, "12"}}, ""},
-      {"a letter drops the number", false, {"12w\n"}, {{Act::walk, {}}}, ""},
-      {"backspace", false, {"12\x7f", "3\r"}, {{Act::tap, "13"}}, ""},
-      {"a line answers", true, {"quite ", "good\n"}, {{Act::answer, "quite good"}}, ""},
-      {"backspace takes a whole character",
-       true,
-       {"\xc3\xa4\xc3\xb6\x7f\n"},
-       {{Act::answer, "\xc3\xa4"}},
-       ""},
-      {"escape drops the line, then closes", true, {"abc", "\x1b", "\x1b"}, {{Act::close, {}}}, ""},
+      {"a number taps", false, {"12\x7f", "3\r"}, {{Act::tap, "13"}}, ""},
+      {"a letter drops the number", false, {"12w\n"}, {{Act::walk}}, ""},
+      {"backspace takes a whole character", true, {"a \xc3\xb6\x7f\n"}, {{Act::answer, "a "}}, ""},
+      {"escape drops the line, then closes", true, {"abc", "\x1b", "\x1b"}, {{Act::close}}, ""},
       {"an arrow is nothing", true, {"a", "\x1b[A"}, {}, "a"},
   };
   for (const auto& row : rows) {

@@ -3,20 +3,21 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
 #include "linux/TemporaryDirectory.hpp"
 #include "orlan/base/json.hpp"
 #include "tools/orlan/run/Addresses.hpp"
 #include "tools/orlan/run/RunSession.hpp"
+#include "tools/run/Terminal.hpp"
 
 namespace orlan::run {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::StartsWith;
 namespace fs = std::filesystem;
 
 constexpr std::string_view campaigns = R"({"geoCampaign":[{"campaignName":"Harbour","campaignId":7,"type":"g",
@@ -25,8 +26,9 @@ constexpr std::string_view campaigns = R"({"geoCampaign":[{"campaignName":"Harbo
 {"position":1,"latitude":"51.001","longitude":"-0.999","_id":"b"},
 {"position":2,"latitude":"51.003","longitude":"-0.999","_id":"c"},
 {"position":3,"latitude":"51.003","longitude":"-1.001","_id":"d"}]},
-"notificationsArray":[{"id":1,"campaignId":[7],"headline":"Ahoy","body":"Fish\u001b[31m today","type":"n","media":[],
-"questions":[{"id":3,"question":"Fresh?","question_type":"BOOLEAN","has_choices":false,"position":0,"choices":[]}],
+"notificationsArray":[{"id":1,"campaignId":[7],"headline":"Ahoy","body":"Fish\u001b[31m today\r\nand \u009b31m tomorrow","type":"n","media":[],
+"questions":[{"id":4,"question":"Again?","question_type":"RATING","has_choices":false,"position":1,"choices":[]},
+{"id":3,"question":"Fresh?","question_type":"BOOLEAN","has_choices":false,"position":0,"choices":[]}],
 "cta":[{"url":"https://fish.example","label":"Buy","_id":"c"}],"segmentationTags":"","testIds":"","start":"","end":"",
 "activation":"ON_ENTER"}]}],
 "pushCampaign":[]})";
@@ -43,9 +45,7 @@ class Run : public testing::Test {
   std::string walk(int fixes) const {
     std::string gpx = "<gpx version=\"1.1\"><trk><trkseg>";
     for (int i = 0; i < fixes; ++i) {
-      gpx += "<trkpt lat=\"" + std::to_string(51.0 + 0.0002 * i) +
-             "\" lon=\"-1.0\"><time>2020-05-01T10:" + (i / 60 < 10 ? "0" : "") + std::to_string(i / 60) +
-             ":" + (i % 60 < 10 ? "0" : "") + std::to_string(i % 60) + "Z</time></trkpt>";
+      gpx += "<trkpt lat=\"" + std::to_string(51.0 + 0.0002 * i) + "\" lon=\"-1.0\"/>";
     }
     return file("walk.gpx", gpx + "</trkseg></trk></gpx>");
   }
@@ -58,6 +58,10 @@ class Run : public testing::Test {
     options.speed = 100;
     options.json = true;
     return options;
+  }
+
+  std::string script(const std::string& steps) const {
+    return file("script.json", "{\"steps\": [" + steps + "]}");
   }
 
   std::string home() const { return directory_.path() + "/home"; }
@@ -83,11 +87,21 @@ class Run : public testing::Test {
     return found ? *found : json::Value();
   }
 
-  static std::vector<std::string> events(const std::vector<json::Value>& lines, std::string_view only) {
+  /// How many requests to that endpoint got which status.
+  static json::Value requests(const std::vector<json::Value>& lines, std::string_view endpoint) {
+    return member(member(lines.back(), "requests"), endpoint);
+  }
+
+  /// The events of these kinds, each with what says most about it.
+  static std::vector<std::string> told(const std::vector<json::Value>& lines, std::string_view kinds) {
     std::vector<std::string> found;
     for (const json::Value& line : lines) {
-      const std::string event = *member(line, "event").string();
-      if (only.find(event) != std::string_view::npos) found.push_back(event);
+      std::string event = *member(line, "event").string();
+      if (kinds.find(event) == std::string_view::npos) continue;
+      for (const std::string_view key : {"monitor", "text"}) {
+        if (const json::Value detail = member(line, key); detail.string()) event += " " + *detail.string();
+      }
+      found.push_back(std::move(event));
     }
     return found;
   }
@@ -95,174 +109,159 @@ class Run : public testing::Test {
   linuxphone::test::TemporaryDirectory directory_;
 };
 
-TEST_F(Run, AWalkThroughACampaignShowsItsNotificationAndLeavesAReport) {
+TEST_F(Run, AWalkThroughACampaignShowsItsNotificationAndASecondOneGoesOnFromThere) {
   RunOptions given = options(25);
   given.report = directory_.path() + "/report.html";
   const auto lines = play(given);
-  EXPECT_EQ(events(lines, "entry exit notification end summary"),
-            (std::vector<std::string>{"entry", "notification", "exit", "end", "summary"}));
+  EXPECT_THAT(told(lines, "entry exit notification end"),
+              ElementsAre("entry foreground", "notification", "exit foreground", "end walked to the end"));
   const json::Value summary = lines.back();
   EXPECT_EQ(member(summary, "fixes"), json::Value(25));
-  EXPECT_EQ(member(member(summary, "requests"), "POST /api/device-registerd/create"),
-            json::Value(json::Object{{"200", 1}}));
+  EXPECT_EQ(requests(lines, "POST /api/device-registerd/create"), json::Value(json::Object{{"200", 1}}));
   EXPECT_TRUE(fs::exists(*member(summary, "log").string()));
   EXPECT_GT(fs::file_size(*given.report), 1000u);
-}
 
-TEST_F(Run, ASecondRunContinuesFromTheFirst) {
-  const auto first = play(options(3));
   const auto second = play(options(3));
-  EXPECT_EQ(member(member(second.back(), "requests"), "POST /api/device-registerd/create"), json::Value())
-      << "registered once";
-  EXPECT_GT(*member(second.front(), "time").string(), *member(first.back(), "time").string())
+  EXPECT_EQ(requests(second, "POST /api/device-registerd/create"), json::Value()) << "registered once";
+  EXPECT_GT(*member(second.front(), "time").string(), *member(summary, "time").string())
       << "the clock goes on";
 }
 
 TEST_F(Run, InTheBackgroundTheOtherMonitorReacts) {
-  const auto monitors = [](const std::vector<json::Value>& lines) {
-    std::vector<std::string> found;
-    for (const json::Value& line : lines) {
-      const std::string event = *member(line, "event").string();
-      if (event == "entry" || event == "exit")
-        found.push_back(event + " " + *member(line, "monitor").string());
-    }
-    return found;
-  };
   RunOptions launchedThere = options(40);
   launchedThere.background = true;
-  EXPECT_EQ(monitors(play(launchedThere)), (std::vector<std::string>{"entry background", "exit background"}));
+  EXPECT_THAT(told(play(launchedThere), "entry exit"), ElementsAre("entry background", "exit background"));
 
   RunOptions sentThere = options(40);
   sentThere.home = home() + "2";
-  sentThere.script = file("day.txt", "0:00 background\n0:10 front\n0:12 stand\n0:12 walk\nend background\n");
-  const auto lines = play(sentThere);
-  EXPECT_EQ(monitors(lines),
-            (std::vector<std::string>{"entry background", "entry foreground", "exit foreground"}));
-  EXPECT_EQ(member(lines.back(), "fixes"), json::Value(40));
+  sentThere.script = script(R"({"at": 0, "do": "application", "to": "background"},
+                               {"at": 10, "do": "application", "to": "active"})");
+  EXPECT_THAT(told(play(sentThere), "entry exit"),
+              ElementsAre("entry background", "entry foreground", "exit foreground"));
 }
 
-TEST_F(Run, ATapShowsTheDetailsAndItsSurveyIsSent) {
+TEST_F(Run, AScriptGoesOnBehindTheWalk) {
   RunOptions given = options(25);
-  given.script = file("day.txt",
-                      "0:00 tap 1\nend background\nend tap last\nend link\nend media\nend answer maybe\n"
-                      "end answer yes\nend answer more\n");
+  given.script = script(R"({"at": 0, "do": "tap", "delivered": 0},
+      {"at": 30, "do": "locationAuthorization", "to": 2},
+      {"at": 31, "do": "application", "to": "background"},
+      {"at": 32, "do": "tap", "delivered": 0},
+      {"at": 33, "do": "trackCTAEngagement", "notificationID": 1, "locationID": 70},
+      {"at": 34, "do": "submitSurveyResponse", "notificationId": "1", "locationId": "70", "answers": []},
+      {"at": 35, "do": "submitSurveyResponse", "notificationId": "1", "locationId": "70",
+       "answers": [{"question_id": 3, "type": "BOOLEAN", "value": "yes"}]})");
   const auto lines = play(given);
-  std::vector<std::string> told;
-  for (const json::Value& line : lines) {
-    const std::string event = *member(line, "event").string();
-    const json::Value text = member(line, event == "details" ? "headline" : "text");
-    const bool ofInterest =
-        std::string_view("tapped details question host answer survey").find(event) != std::string_view::npos;
-    if (ofInterest) told.push_back(event + " " + *text.string());
-  }
-  EXPECT_EQ(told,
-            (std::vector<std::string>{"host no notification #1 has come up", "tapped #1 Ahoy", "details Ahoy",
-                                      "question 1/1 Fresh? (yes or no)", "host opens https://fish.example",
-                                      "host there are no media to open", "host that is no answer: yes or no",
-                                      "answer yes", "host no question is open", "survey sent: thank you"}));
-  EXPECT_EQ(member(member(lines.back(), "requests"), "POST /api/survey-response"),
-            json::Value(json::Object{{"200", 1}}));
+  EXPECT_THAT(told(lines, "script tapped details question host"),
+              ElementsAre("script tap", "host no notification #1 has come up", "script locationAuthorization",
+                          "script application", "script tap", "tapped #1 Ahoy", "details",
+                          "question 1/2 Fresh? (yes or no)", "script trackCTAEngagement",
+                          "script submitSurveyResponse", StartsWith("script submitSurveyResponse: "),
+                          "script submitSurveyResponse", "script submitSurveyResponse: true"));
+  EXPECT_EQ(requests(lines, "POST /api/survey-response"), json::Value(json::Object{{"200", 1}}));
 }
 
 TEST_F(Run, TextOfACampaignIsShownToAPersonAndNotObeyedByTheTerminal) {
   RunOptions given = options(8);
   given.json = false;
+  given.showLog = true;
   testing::internal::CaptureStdout();
   EXPECT_EQ(runSession(given), 0);
   const std::string out = testing::internal::GetCapturedStdout();
-  EXPECT_THAT(out, HasSubstr("Ahoy"));
-  EXPECT_THAT(out, HasSubstr("Fish\\u001b[31m today"));
-  EXPECT_EQ(out.find('\x1b'), std::string::npos);
+  EXPECT_THAT(
+      out, HasSubstr("#1 Ahoy\n            Fish\\u001b[31m today\\r\n            and \\u009b31m tomorrow\n"));
+  EXPECT_THAT(out, HasSubstr("\nINFO  "));
+  EXPECT_EQ(out.find_first_of("\x1b\r"), std::string::npos);
+  EXPECT_EQ(out.find("\u009b"), std::string::npos);
 }
 
-TEST_F(Run, AnInterruptEndsItCleanlyWithinTwoSeconds) {
+TEST_F(Run, KeysTapANotificationAnswerItsSurveyOpenItsLinkAndEndItAll) {
+  RunOptions given = options(40);
+  given.json = false;
+  given.speed = 20;
+  test::Terminal terminal([&] { return runSession(given); });
+  terminal.converse("#1 Ahoy", "1\n");
+  terminal.converse("1/2 Fresh? (yes or no)", "maybe\n");
+  terminal.converse("that is no answer: yes or no", "yes\n");
+  terminal.converse("2/2 Again? (1 to 5)", "5\n");
+  terminal.converse("sent: thank you", "l");
+  terminal.converse("opens https://fish.example", "m");
+  terminal.converse("there are no media to open", "\x03");  // Ctrl-C
+  terminal.converse("stopped", "");
+  EXPECT_EQ(terminal.wait(), 0);
+}
+
+TEST_F(Run, EndsInOrderWhenNobodyReadsOn) {
   RunOptions given = options(600);
   given.speed = 1;
-  const std::string cache = home() + "/cache/orlan-geofences.json";
-  std::chrono::steady_clock::time_point interrupted;
-  std::thread person([&] {
-    for (int i = 0; i < 1000 && !fs::exists(cache); ++i)
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    interrupted = std::chrono::steady_clock::now();
-    kill(getpid(), SIGINT);
-  });
-  const auto lines = play(given);
-  const auto ended = std::chrono::steady_clock::now();
-  person.join();
-  EXPECT_LT(ended - interrupted, std::chrono::seconds(2));
-  EXPECT_EQ(*member(lines.back(), "event").string(), "summary");
-  EXPECT_EQ(member(play(options(3)).back(), "requests").object()->find("POST /api/device-registerd/create"),
-            nullptr)
-      << "the registration was kept";
+  given.report = directory_.path() + "/report.html";
+  signal(SIGPIPE, SIG_IGN);  // as the program does
+  std::fflush(stdout);
+  const int kept = dup(STDOUT_FILENO);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  dup2(ends[1], STDOUT_FILENO);
+  close(ends[0]);
+  close(ends[1]);
+  EXPECT_EQ(runSession(given), 0);
+  dup2(kept, STDOUT_FILENO);
+  close(kept);
+  clearerr(stdout);
+  EXPECT_GT(fs::file_size(*given.report), 1000u);
 }
 
 TEST_F(Run, AnInputThatCannotBeUsedIsOneLineAndStartsNothing) {
-  struct Row {
-    std::string name;
-    std::function<void(RunOptions&)> spoil;
-    std::string expected;
-  };
   const std::string directory = directory_.path();
-  const Row rows[] = {
-      {"track missing", [&](RunOptions& o) { o.track = directory + "/none.gpx"; }, "none.gpx"},
-      {"track empty", [&](RunOptions& o) { o.track = file("empty.gpx", ""); }, "empty.gpx"},
-      {"track malformed", [&](RunOptions& o) { o.track = file("bad.gpx", "<gpx><trk>"); }, "bad.gpx: line 1"},
-      {"campaigns missing", [&](RunOptions& o) { o.campaigns = directory + "/none.json"; }, "none.json"},
-      {"campaigns empty", [&](RunOptions& o) { o.campaigns = file("empty.json", ""); },
-       "empty.json: is empty"},
-      {"campaigns incomplete",
-       [&](RunOptions& o) { o.campaigns = file("half.json", R"({"geoCampaign":[{}]})"); },
+  const std::pair<std::function<void(RunOptions&)>, std::string> rows[] = {
+      {[&](RunOptions& o) { o.track = file("bad.gpx", "<gpx><trk>"); }, "bad.gpx: line 1"},
+      {[&](RunOptions& o) { o.campaigns = file("half.json", R"({"geoCampaign":[{}]})"); },
        "half.json: geoCampaign[0].campaignName: missing"},
-      {"config malformed", [&](RunOptions& o) { o.config = file("bad.plist", "<plist><dict>"); },
-       "bad.plist"},
-      {"script malformed", [&](RunOptions& o) { o.script = file("bad.txt", "0:10 sleep"); },
-       "bad.txt: line 1: unknown command"},
-      {"report nowhere", [&](RunOptions& o) { o.report = directory + "/no/report.html"; },
-       "no/report.html: No such file"},
-      {"backend no URL", [&](RunOptions& o) { o.campaigns.reset(), o.backend = "nonsense"; }, "--backend"},
-      {"control characters", [&](RunOptions& o) { o.track = directory + "/\x1b[31m"; }, "\\u001b[31m"}};
-  for (const auto& [name, spoil, expected] : rows) {
+      {[&](RunOptions& o) { o.config = file("bad.plist", "<plist><dict>"); }, "bad.plist"},
+      {[&](RunOptions& o) { o.script = script(R"({"at": 1, "do": "relaunch"})"); },
+       "script.json: steps[0].do: a person cannot do \"relaunch\""},
+      {[&](RunOptions& o) { o.script = file("script.json", R"({"device": {}, "steps": []})"); },
+       "script.json: device: unknown key"},
+      {[&](RunOptions& o) { o.report = directory + "/no/report.html"; }, "no/report.html: No such file"},
+      {[&](RunOptions& o) { o.campaigns.reset(), o.backend = "nonsense"; }, "--backend"},
+      {[&](RunOptions& o) { o.track = directory + "/\x1b[31m"; }, "\\u001b[31m"}};
+  for (const auto& [spoil, expected] : rows) {
     RunOptions given = options(3);
     spoil(given);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(runSession(given), 2) << name;
+    EXPECT_EQ(runSession(given), 2) << expected;
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(said, HasSubstr(expected)) << name;
-    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << name << ": " << said;
-    EXPECT_FALSE(fs::exists(home())) << name;
+    EXPECT_THAT(said, HasSubstr(expected));
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    EXPECT_FALSE(fs::exists(home())) << expected;
   }
 }
 
 TEST(Addresses, EachFamilyGetsTheShapeOfItsEnvironment) {
-  struct Row {
-    std::string name;
+  using enum Config::Environment;
+  const struct {
     Config::Environment environment;
     std::optional<std::string> backend, platform, transmission;
     std::string expectedPlatform, expectedTransmission;
+  } rows[] = {
+      {staging, {}, {}, {}, "http://127.0.0.1:9", "http://127.0.0.1:9/api"},
+      {nightly, {}, {}, {}, "http://127.0.0.1:9", "http://127.0.0.1:9/api/"},
+      {production, "https://a.example/", {}, {}, "https://a.example", "https://a.example"},
+      {staging,
+       {},
+       "https://p.example",
+       "https://t.example/api",
+       "https://p.example",
+       "https://t.example/api"},
   };
-  using enum Config::Environment;
-  const std::string own = "http://127.0.0.1:9";
-  for (const auto& row :
-       {Row{"own", staging, {}, {}, {}, own, own + "/api"},
-        Row{"own, nightly", nightly, {}, {}, {}, own, own + "/api/"},
-        Row{"own, production", production, {}, {}, {}, own, own},
-        Row{"both", staging, "https://a.example/", {}, {}, "https://a.example", "https://a.example/api"},
-        Row{"apart",
-            staging,
-            {},
-            "https://p.example",
-            "https://t.example/api",
-            "https://p.example",
-            "https://t.example/api"}}) {
+  for (const auto& row : rows) {
     RunOptions options;
     options.environment = row.environment;
     options.backend = row.backend;
     options.platformUrl = row.platform;
     options.transmissionUrl = row.transmission;
-    const auto urls = addresses(options, own);
-    ASSERT_TRUE(urls) << row.name << ": " << urls.error().description;
-    EXPECT_EQ(urls->platformUrl(row.environment), row.expectedPlatform) << row.name;
-    EXPECT_EQ(urls->transmissionUrl(row.environment), row.expectedTransmission) << row.name;
+    const auto urls = addresses(options, "http://127.0.0.1:9");
+    ASSERT_TRUE(urls) << urls.error().description;
+    EXPECT_EQ(urls->platformUrl(row.environment), row.expectedPlatform);
+    EXPECT_EQ(urls->transmissionUrl(row.environment), row.expectedTransmission);
   }
 }
 

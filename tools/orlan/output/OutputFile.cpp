@@ -93,7 +93,7 @@ Result<void> OutputFile::finish() {
     if (code == 0 && std::rename(partial_.c_str(), target_.c_str()) != 0) code = errno;
     if (code != 0) ::unlink(partial_.c_str());
   }
-  if (code == 0) return {};
+  if (code == 0 || (target_.empty() && code == EPIPE)) return {};
   return cannotWrite(target_.empty() ? "standard output" : target_, std::generic_category().message(code));
 }
 

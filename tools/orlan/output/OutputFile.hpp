@@ -26,7 +26,8 @@ class OutputFile {
 
   void write(std::string_view text);
 
-  /// Everything is written and the file in its place, or the error says why not. Once, at the end.
+  /// Everything is written and the file in its place, or the error says why not. Who reads standard output
+  /// and goes away has what they wanted, which is no error. Once, at the end.
   [[nodiscard]] Result<void> finish();
 
  private:

@@ -1,53 +1,30 @@
 #include "tools/orlan/report/Html.hpp"
 
 #include <cmath>
+#include <utility>
 
 #include "orlan/base/text.hpp"
+#include "tools/orlan/output/shown.hpp"
 
 namespace orlan::report {
 
 namespace {
 
-std::string withReferences(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      case '\'':
-        out += "&#39;";
-        break;
-      default:
-        out += c;
-    }
+std::string reference(char character) {
+  constexpr std::pair<char, const char*> references[] = {
+      {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}};
+  for (const auto& [markup, name] : references) {
+    if (markup == character) return name;
   }
-  return out;
+  return {character};
 }
 
 }  // namespace
 
 std::string escaped(std::string_view text) {
-  std::string lines;
-  std::size_t begin = 0;
-  while (true) {
-    const std::size_t end = text.find('\n', begin);
-    lines += text::escapedControls(text.substr(begin, end - begin));
-    if (end == std::string_view::npos) break;
-    lines += '\n';
-    begin = end + 1;
-  }
-  return withReferences(lines);
+  std::string out;
+  for (const char character : output::shown(text)) out += reference(character);
+  return out;
 }
 
 std::string number(double value) {

@@ -89,8 +89,9 @@ Coordinate middleOf(const std::vector<Coordinate>& vertices) {
 std::string areaShapes(const ReportData& data, const Projection& projection) {
   std::string out;
   for (const Area& area : data.areas) {
-    const bool touched = std::ranges::any_of(
-        data.crossings, [&](const Crossing& crossing) { return crossing.campaignId == area.campaignId; });
+    const bool touched = std::ranges::any_of(data.crossings, [&](const Crossing& crossing) {
+      return crossing.campaignId == area.campaignId && crossing.locationId == area.locationId;
+    });
     out += fmt::format(R"(<polygon class="area{}" points="{}"><title>{}</title></polygon>)",
                        touched ? " touched" : "", points(area.vertices, projection), escaped(area.name));
     if (!touched) continue;

@@ -74,15 +74,12 @@ ReportData ReportCollector::data() const {
   return copy;
 }
 
-std::optional<NotificationRequest> ReportCollector::shown(std::optional<std::int64_t> number) const {
+std::optional<NotificationRequest> ReportCollector::shown(std::size_t number) const {
   const std::lock_guard lock(mutex_);
-  const Notification* found = nullptr;
-  for (const Notification& notification : data_.notifications) {
-    const bool isUp = notification.state == "presented" || notification.state == "delivered";
-    if (!isUp || (number && notification.number != *number)) continue;
-    if (found == nullptr || notification.at >= found->at) found = &notification;
-  }
-  return found == nullptr ? std::nullopt : std::optional(found->request);
+  const auto found = std::ranges::find(data_.notifications, number, &Notification::number);
+  const bool isUp =
+      found != data_.notifications.end() && (found->state == "presented" || found->state == "delivered");
+  return isUp ? std::optional(found->request) : std::nullopt;
 }
 
 std::size_t ReportCollector::openRequests() const {
@@ -91,6 +88,7 @@ std::size_t ReportCollector::openRequests() const {
 }
 
 void ReportCollector::consoleLine(std::string_view level, std::string_view message) {
+  if (listener_) listener_->logged(level, message);
   if (level == "ERROR") note("error", std::string(message));
 }
 
@@ -195,14 +193,10 @@ void ReportCollector::campaignsArrived(const CampaignData& campaigns) {
   for (const auto& campaign : campaigns.campaignsArray) {
     if (campaign.location.geofence.size() < 3) continue;
     Area area{campaign.campaign.campaignId, campaign.location.locationId, campaign.campaign.campaignName, {}};
-    const bool known = std::ranges::any_of(data_.areas, [&](const Area& other) {
-      return other.campaignId == area.campaignId && other.locationId == area.locationId;
-    });
-    if (known) continue;
     for (const auto& vertex : campaign.location.geofence) {
       area.vertices.push_back({vertex.latitude(), vertex.longitude()});
     }
-    data_.areas.push_back(std::move(area));
+    data_.put(std::move(area));
   }
 }
 
@@ -213,7 +207,7 @@ void ReportCollector::notificationState(const NotificationRequest& request, std:
     notification.where = position();
     const auto found = std::ranges::find(data_.notifications, request.identifier, identifierOf);
     if (found == data_.notifications.end()) {
-      notification.number = static_cast<int>(data_.notifications.size()) + 1;
+      notification.number = data_.notifications.size() + 1;
       data_.notifications.push_back(notification);
     } else {
       notification.number = found->number;

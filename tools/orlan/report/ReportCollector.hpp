@@ -19,6 +19,7 @@ class ReportListener {
   virtual void crossed(const Crossing&) {}
   virtual void notified(const Notification&) {}  // it was shown, or refused
   virtual void noted(const Moment&) {}
+  virtual void logged(std::string_view /*level*/, std::string_view /*message*/) {}
 };
 
 /// Watches a phone and the library on it and keeps what a report shows. The phone may tell it from any
@@ -42,8 +43,8 @@ class ReportCollector final : public phone::PhoneObserver {
   /// A copy of what is known so far, as long as the run is by now.
   [[nodiscard]] ReportData data() const;
 
-  /// The notification of that number, without one the latest, if it has come up.
-  [[nodiscard]] std::optional<NotificationRequest> shown(std::optional<std::int64_t> number) const;
+  /// The notification of that number, if it has come up.
+  [[nodiscard]] std::optional<NotificationRequest> shown(std::size_t number) const;
 
   /// Requests without an answer yet.
   [[nodiscard]] std::size_t openRequests() const;

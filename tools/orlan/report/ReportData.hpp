@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "orlan/base/Time.hpp"
@@ -37,8 +39,8 @@ struct Crossing {
 };
 
 struct Notification {
-  int number = 0;  // 1, 2, … in the order of scheduling
-  Duration at{};   // when it was shown, or scheduled when it was not
+  std::size_t number = 0;  // 1, 2, … in the order of scheduling
+  Duration at{};           // when it was shown, or scheduled when it was not
   NotificationRequest request;
   std::string state;  // "scheduled", "presented", "delivered", "refused: …"
   std::optional<Coordinate> where;
@@ -77,8 +79,22 @@ struct ReportData {
   std::vector<Moment> moments;
   std::vector<Stretch> inBackground;  // when the application was
 
+  /// In the place of what is known of the same location of the same campaign.
+  void put(Area area) {
+    const auto known = std::ranges::find_if(areas, [&](const Area& other) {
+      return other.campaignId == area.campaignId && other.locationId == area.locationId;
+    });
+    if (known == areas.end()) {
+      areas.push_back(std::move(area));
+    } else {
+      *known = std::move(area);
+    }
+  }
+
   /// "09:26:53" local time.
-  [[nodiscard]] std::string clockTime(Duration at) const;
+  [[nodiscard]] std::string clockTime(Duration at) const {
+    return localTimeOfDay(begin + at, utcOffset).substr(0, 8);
+  }
 };
 
 }  // namespace orlan::report

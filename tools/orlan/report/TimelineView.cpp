@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <tuple>
 
 #include "tools/orlan/report/Html.hpp"
 
@@ -51,7 +52,7 @@ std::string backgroundBands(const ReportData& data, const Axis& axis) {
 
 std::string insideBars(const ReportData& data, const Axis& axis) {
   std::string out;
-  std::map<std::pair<std::int64_t, std::string>, const Crossing*> since;
+  std::map<std::tuple<std::int64_t, std::int64_t, std::string>, const Crossing*> since;
   const auto bar = [&](const Crossing& entry, Duration to) {
     const Duration from = entry.at;
     out += fmt::format(
@@ -62,7 +63,7 @@ std::string insideBars(const ReportData& data, const Axis& axis) {
         data.clockTime(to));
   };
   for (const Crossing& crossing : data.crossings) {
-    const std::pair key{crossing.campaignId, crossing.monitor};
+    const std::tuple key{crossing.campaignId, crossing.locationId, crossing.monitor};
     if (crossing.entry) {
       since.emplace(key, &crossing);
     } else if (const auto found = since.find(key); found != since.end()) {

@@ -1,16 +1,10 @@
 #include "tools/orlan/run/Addresses.hpp"
 
-#include "orlan/base/text.hpp"
 #include "orlan/platform/Url.hpp"
 
 namespace orlan::run {
 
 namespace {
-
-std::string withoutTrailingSlash(std::string url) {
-  while (url.ends_with('/')) url.pop_back();
-  return url;
-}
 
 /// What stands behind the host in the built-in address of the transmission layer.
 std::string transmissionPath(Config::Environment environment) {
@@ -19,31 +13,27 @@ std::string transmissionPath(Config::Environment environment) {
   return parts ? std::string(parts->path) : "";
 }
 
-Error mistake(std::string_view option, const Error& why) {
-  return {"orlan run", 2, std::string(option) + ": " + text::escapedControls(why.description)};
-}
-
 }  // namespace
 
 Result<BaseUrls> addresses(const RunOptions& options, const std::string& ownBackend) {
   BaseUrls urls = BaseUrls::builtIn();
-  const std::string both = withoutTrailingSlash(options.backend.value_or(ownBackend));
   const auto environment = options.environment;
+  Result<void> outcome;
+  const auto check = [&](std::string_view option, const Result<void>& set) {
+    if (set || !outcome) return;
+    outcome = Unexpected(Error{"orlan run", 2, std::string(option) + ": " + set.error().description});
+  };
+  std::string both = options.backend.value_or(ownBackend);
+  while (both.ends_with('/')) both.pop_back();
   if (!both.empty()) {
-    if (auto set = urls.setPlatform(environment, both); !set)
-      return Unexpected(mistake("--backend", set.error()));
-    if (auto set = urls.setTransmission(environment, both + transmissionPath(environment)); !set) {
-      return Unexpected(mistake("--backend", set.error()));
-    }
+    check("--backend", urls.setPlatform(environment, both));
+    check("--backend", urls.setTransmission(environment, both + transmissionPath(environment)));
   }
-  if (options.platformUrl) {
-    auto set = urls.setPlatform(environment, *options.platformUrl);
-    if (!set) return Unexpected(mistake("--platform-url", set.error()));
-  }
+  if (options.platformUrl) check("--platform-url", urls.setPlatform(environment, *options.platformUrl));
   if (options.transmissionUrl) {
-    auto set = urls.setTransmission(environment, *options.transmissionUrl);
-    if (!set) return Unexpected(mistake("--transmission-url", set.error()));
+    check("--transmission-url", urls.setTransmission(environment, *options.transmissionUrl));
   }
+  if (!outcome) return Unexpected(outcome.error());
   return urls;
 }
 

@@ -2,11 +2,12 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "orlan/base/Result.hpp"
 #include "phones/linux/Track.hpp"
 #include "tools/orlan/run/RunOptions.hpp"
-#include "tools/orlan/run/Script.hpp"
+#include "tools/orlan/simulate/Steps.hpp"
 
 namespace orlan::run {
 
@@ -14,7 +15,7 @@ namespace orlan::run {
 struct Inputs {
   linuxphone::Track track;
   std::optional<std::string> campaigns;  // the whole answer
-  Script script;
+  std::vector<simulate::Step> script;    // what the person does on the way, in the order of time
 };
 
 /// The error is one line that names the file and the place in it.

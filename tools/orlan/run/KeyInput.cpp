@@ -12,6 +12,18 @@ constexpr char escape = '\x1b';
 constexpr char rubOut = '\x7f';
 constexpr std::size_t longest = 2000;  // bytes of a line that a person would type
 
+constexpr std::pair<char, Act> letters[] = {
+    {'b', Act::background}, {'f', Act::front}, {'s', Act::stand}, {'w', Act::walk},
+    {'l', Act::link},       {'m', Act::media}, {'q', Act::quit},
+};
+
+std::optional<Command> commandOfKey(char key) {
+  for (const auto& [letter, act] : letters) {
+    if (letter == ascii::lowered(key)) return Command{act};
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 void KeyInput::take(std::string_view keys, const std::function<bool()>& isAsking,

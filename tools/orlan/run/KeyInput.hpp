@@ -5,9 +5,17 @@
 #include <string>
 #include <string_view>
 
-#include "tools/orlan/run/Command.hpp"
-
 namespace orlan::run {
+
+/// What the person holding the phone can do with keys.
+enum class Act { background, front, stand, walk, tap, answer, link, media, close, quit };
+
+struct Command {
+  Act act = Act::quit;
+  std::string argument = {};  // of a tap, the number; of an answer, its text
+
+  friend bool operator==(const Command&, const Command&) = default;
+};
 
 /// Makes commands of keys: a letter acts at once, digits up to Enter tap the notification of that number.
 /// While a question is open, a line up to Enter answers it. Backspace takes back, Escape drops what was typed

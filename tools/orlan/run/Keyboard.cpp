@@ -5,38 +5,83 @@
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace orlan::run {
 
-struct Keyboard::Former {
-  termios settings;
-};
+namespace {
+
+constexpr tcflag_t whatAPersonSees = ICANON | ECHO;
+
+// How the terminal was, and what Ctrl-Z did; here, where the handler of a signal finds them.
+std::optional<termios> former;
+struct sigaction formerStop = {};
+
+void setTerminal(const termios& settings) {
+  if (isOurTerminal(STDIN_FILENO)) tcsetattr(STDIN_FILENO, TCSANOW, &settings);
+}
+
+void onStop(int);
+
+void watchForStops() {
+  struct sigaction action = {};
+  action.sa_handler = onStop;
+  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND | SA_NODEFER);
+  sigaction(SIGTSTP, &action, nullptr);
+}
+
+/// Not every shell puts the terminal right by itself.
+void onStop(int) {
+  if (former) setTerminal(*former);
+  std::raise(SIGTSTP);  // this time with its usual effect
+  watchForStops();
+}
+
+}  // namespace
+
+bool isOurTerminal(int fd) {
+  return tcgetpgrp(fd) == getpgrp();
+}
 
 Keyboard::Keyboard(linuxphone::EventLoop& loop, std::function<void(std::string_view keys)> onKeys)
-    : onKeys_(std::move(onKeys)) {
-  termios settings;
-  if (tcgetattr(STDIN_FILENO, &settings) != 0 || tcgetpgrp(STDIN_FILENO) != getpgrp()) return;
-  former_ = std::make_unique<Former>(Former{settings});
-  settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);  // Ctrl-C stays a signal
-  settings.c_cc[VMIN] = 1;
-  settings.c_cc[VTIME] = 0;
-  tcsetattr(STDIN_FILENO, TCSANOW, &settings);
-  watch_ = loop.watch(STDIN_FILENO, [this] { readKeys(); });
+    : loop_(loop), onKeys_(std::move(onKeys)) {
+  sigaction(SIGTSTP, nullptr, &formerStop);
+  if (formerStop.sa_handler == SIG_DFL) watchForStops();
+  refresh();
 }
 
 Keyboard::~Keyboard() {
-  if (former_) tcsetattr(STDIN_FILENO, TCSANOW, &former_->settings);
+  sigaction(SIGTSTP, &formerStop, nullptr);
+  if (former) setTerminal(*former);
+  former.reset();
+}
+
+void Keyboard::refresh() {
+  termios settings;
+  if (!isOurTerminal(STDIN_FILENO) || tcgetattr(STDIN_FILENO, &settings) != 0) {
+    watch_ = {};
+    return;
+  }
+  if ((settings.c_lflag & whatAPersonSees) != 0) {  // the first time, or after somebody put it right
+    if (!former) former = settings;
+    settings.c_lflag &= ~whatAPersonSees;  // Ctrl-C stays a signal
+    settings.c_cc[VMIN] = 1;
+    settings.c_cc[VTIME] = 0;
+    setTerminal(settings);
+  }
+  if (!watch_) watch_ = loop_.watch(STDIN_FILENO, [this] { readKeys(); });
 }
 
 void Keyboard::readKeys() {
   std::array<char, 256> keys;
-  const ssize_t count = ::read(STDIN_FILENO, keys.data(), keys.size());
+  const ssize_t count = isOurTerminal(STDIN_FILENO) ? ::read(STDIN_FILENO, keys.data(), keys.size()) : 0;
   if (count > 0) {
     onKeys_(std::string_view(keys.data(), static_cast<std::size_t>(count)));
   } else {
-    watch_ = {};  // the terminal is gone; the walk goes on without it
+    watch_ = {};  // somebody else reads there now, or the terminal is gone; the walk goes on without it
   }
 }
 

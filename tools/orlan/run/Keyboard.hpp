@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string_view>
 
 #include "orlan/base/Subscription.hpp"
@@ -9,8 +8,12 @@
 
 namespace orlan::run {
 
-/// The keyboard of the terminal on standard input, key by key and unseen, for as long as it lives. Without a
-/// terminal there, or from the background of a shell, it does nothing. Main thread.
+/// Whether `fd` is a terminal that is ours at the moment: not that of a shell in whose background we run.
+[[nodiscard]] bool isOurTerminal(int fd);
+
+/// The keyboard of the terminal on standard input, key by key and unseen, for as long as it lives and the
+/// terminal is ours. Gives the terminal back as it was, also when Ctrl-Z stops the process. Main thread; one
+/// at a time in a process.
 class Keyboard {
  public:
   /// `onKeys` gets what was typed since the last call.
@@ -19,14 +22,18 @@ class Keyboard {
   Keyboard(const Keyboard&) = delete;
   Keyboard& operator=(const Keyboard&) = delete;
 
-  [[nodiscard]] bool isThere() const { return former_ != nullptr; }
+  /// Takes the terminal, or lets go of it, as the shell has moved us to the front or to the background. Now
+  /// and then; a signal would tell only that something has changed.
+  void refresh();
+
+  /// Whether keys are heard, as of the last refresh.
+  [[nodiscard]] bool isThere() const { return static_cast<bool>(watch_); }
 
  private:
-  struct Former;  // how the terminal was before
   void readKeys();
 
+  linuxphone::EventLoop& loop_;
   std::function<void(std::string_view)> onKeys_;
-  std::unique_ptr<Former> former_;
   Subscription watch_;
 };
 

@@ -2,12 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <map>
 #include <utility>
 
 #include "orlan/base/text.hpp"
 #include "orlan/surveys/SurveyFields.hpp"
+#include "tools/orlan/output/shown.hpp"
 
 namespace orlan::run {
 
@@ -20,6 +22,10 @@ constexpr std::string_view dim = "\x1b[2m";
 constexpr std::string_view plain = "\x1b[0m";
 constexpr std::string_view eraseLine = "\r\x1b[K";
 
+// How far in a text goes on that has several lines.
+constexpr std::size_t rowIndent = 12;
+constexpr std::size_t logIndent = 6;
+
 std::string placeText(const std::optional<Coordinate>& where) {
   if (!where) return "place unknown";
   return text::fixed(where->latitude, 5) + ", " + text::fixed(where->longitude, 5);
@@ -28,10 +34,6 @@ std::string placeText(const std::optional<Coordinate>& where) {
 json::Value placeValue(const std::optional<Coordinate>& where) {
   if (!where) return nullptr;
   return json::Array{where->latitude, where->longitude};
-}
-
-std::string detailLine(const std::string& before, const std::string& text) {
-  return fmt::format("{:12}{}\n", "", text::escapedControls(before + text));
 }
 
 /// Requests by "method path": how many got which outcome.
@@ -64,31 +66,29 @@ void Narrator::crossed(const report::Crossing& crossing) {
                    {"place", placeValue(crossing.where)}});
   }
   row(crossing.at, crossing.entry ? green : red, crossing.entry ? "entered" : "left",
-      fmt::format("{}  ({}; {})", text::escapedControls(crossing.campaign), placeText(crossing.where),
-                  crossing.monitor));
+      fmt::format("{}  ({}; {})", crossing.campaign, placeText(crossing.where), crossing.monitor));
 }
 
 void Narrator::notified(const report::Notification& notification) {
   const NotificationContent& content = notification.request.content;
   if (voice_.json) {
     return object(notification.at, "notification",
-                  {{"number", notification.number},
+                  {{"number", static_cast<std::int64_t>(notification.number)},
                    {"headline", content.title},
                    {"body", content.body},
                    {"state", notification.state},
                    {"place", placeValue(notification.where)}});
   }
   row(notification.at, yellow, "🔔",
-      fmt::format("#{} {}", notification.number, text::escapedControls(content.title)));
-  say(fmt::format(
-      "{:12}{}\n{:12}at {}{}\n", "", text::escapedControls(content.body), "", placeText(notification.where),
-      notification.state == "presented" ? "" : " (" + text::escapedControls(notification.state) + ")"));
+      fmt::format("#{} {}\n{}\nat {}{}", notification.number, content.title, content.body,
+                  placeText(notification.where),
+                  notification.state == "presented" ? "" : " (" + notification.state + ")"));
 }
 
 void Narrator::noted(const report::Moment& moment) {
   if (voice_.json) return object(moment.at, moment.kind, {{"text", moment.text}});
   if (isOldNews(moment)) return;
-  row(moment.at, moment.kind == "error" ? red : dim, moment.kind, text::escapedControls(moment.text));
+  row(moment.at, moment.kind == "error" ? red : dim, moment.kind, moment.text);
 }
 
 bool Narrator::isOldNews(const report::Moment& moment) {
@@ -111,15 +111,14 @@ void Narrator::opened(const OrlanNotificationDetails& details, Duration at) {
                    {"questions", json::encode(details.questions())},
                    {"completionMessage", json::encode(details.completionMessage())}});
   }
-  row(at, yellow, "opened", text::escapedControls(details.headline()));
-  std::string out = detailLine("", details.body());
-  if (details.mediaURL()) out += detailLine(details.mediaType().value_or("media") + " ", *details.mediaURL());
-  if (details.ctaURL()) out += detailLine(details.ctaLabel().value_or("link") + " → ", *details.ctaURL());
-  say(out);
+  std::string text = details.headline() + "\n" + details.body();
+  if (details.mediaURL()) text += "\n" + details.mediaType().value_or("media") + " " + *details.mediaURL();
+  if (details.ctaURL()) text += "\n" + details.ctaLabel().value_or("link") + " → " + *details.ctaURL();
+  row(at, yellow, "opened", text);
 }
 
-void Narrator::logLine(std::string_view line) {
-  if (!voice_.json) say(line);
+void Narrator::logged(std::string_view level, std::string_view message) {
+  if (voice_.log && !voice_.json) print(output::shown(fmt::format("{:5} {}", level, message), logIndent));
 }
 
 void Narrator::progress(double share, Duration at, std::string_view hint) {
@@ -128,8 +127,7 @@ void Narrator::progress(double share, Duration at, std::string_view hint) {
   progressShown_ = true;
   const std::string shown =
       fmt::format("\r{} {:3.0f} %{}\x1b[K", time(at), share * 100.0, text::escapedControls(hint));
-  std::fwrite(shown.data(), 1, shown.size(), stdout);
-  std::fflush(stdout);
+  write(shown);
 }
 
 void Narrator::summary(const report::ReportData& data,
@@ -152,39 +150,45 @@ void Narrator::summary(const report::ReportData& data,
     for (const auto& [name, path] : files) members.set(name, path);
     return object(data.length, "summary", members);
   }
-  std::string out =
-      fmt::format("\n{} fixes, {} entries, {} exits, {} notifications, {} requests\n", data.fixes.size(),
+  std::string text =
+      fmt::format("\n{} fixes, {} entries, {} exits, {} notifications, {} requests", data.fixes.size(),
                   entries, exits, data.notifications.size(), data.requests.size());
   for (const auto& [endpoint, outcomes] : requests) {
-    out += fmt::format("  {:42}", text::escapedControls(endpoint));
-    for (const auto& [outcome, count] : outcomes)
-      out += fmt::format("  {} × {}", count, text::escapedControls(outcome));
-    out += '\n';
+    text += fmt::format("\n  {:42}", endpoint);
+    for (const auto& [outcome, count] : outcomes) text += fmt::format("  {} × {}", count, outcome);
   }
-  for (const auto& [name, path] : files) out += fmt::format("{}: {}\n", name, text::escapedControls(path));
-  say(out);
+  for (const auto& [name, path] : files) text += fmt::format("\n{}: {}", name, path);
+  print(output::shown(text));
 }
 
-void Narrator::say(std::string_view text) {
+int Narrator::trouble() {
   const std::lock_guard lock(mutex_);
-  if (progressShown_) std::fwrite(eraseLine.data(), 1, eraseLine.size(), stdout);
-  progressShown_ = false;
-  std::fwrite(text.data(), 1, text.size(), stdout);
-  std::fflush(stdout);
+  return trouble_;
+}
+
+void Narrator::print(std::string_view lines) {
+  const std::lock_guard lock(mutex_);
+  if (std::exchange(progressShown_, false)) write(eraseLine);
+  write(std::string(lines) + "\n");
+}
+
+void Narrator::write(std::string_view bytes) {
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+  if ((!written || std::fflush(stdout) != 0) && trouble_ == 0) trouble_ = errno;
 }
 
 void Narrator::row(Duration at, std::string_view colour, std::string_view what, std::string_view text) {
   // Padding by hand: a bell is two columns wide, and colour codes are none.
   const std::size_t columns = what == "🔔" ? 2 : what.size();
   const std::string gap(columns < 12 ? 12 - columns : 1, ' ');
-  say(fmt::format("{}  {}{}{}{}{}\n", time(at), voice_.colour ? colour : "", what, voice_.colour ? plain : "",
-                  gap, text));
+  print(fmt::format("{}  {}{}{}{}{}", time(at), voice_.colour ? colour : "", what, voice_.colour ? plain : "",
+                    gap, output::shown(text, rowIndent)));
 }
 
 void Narrator::object(Duration at, std::string_view event, const json::Object& members) {
   json::Object line{{"time", isoDateTime(begin_ + at)}, {"at", seconds(at)}, {"event", event}};
   for (const auto& [key, value] : members) line.set(key, value);
-  say(json::print(line) + "\n");
+  print(output::shown(json::print(line)));  // JSON has the same escapes
 }
 
 std::string Narrator::time(Duration at) const {

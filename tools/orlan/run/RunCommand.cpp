@@ -24,21 +24,21 @@ background, f brings it to the front, s stands still (time runs as in the world)
 A number and Enter tap the notification of that number: its details are shown, and the answers to its
 questions are sent (Escape leaves them unanswered); l opens its link, m its media.
 
-A script says the same by the minutes and seconds of the walk, or after its end; # begins a comment:
-  12:30    background
-  1:02:00  front
-  end      tap 7
-  end      answer 5
-  end      link
+A script does it by itself: a scenario with nothing but its steps (and a name), "at" in seconds since
+the walk began, of those that a person can take or a host for them: application, tap,
+locationAuthorization, notificationAuthorization, submitSurveyResponse, trackSurveyEvent,
+trackMediaView, trackCTAEngagement. The run goes on until walk and script are over:
+  {"steps": [{"at": 750, "do": "application", "to": "background"},
+             {"at": 3720, "do": "tap", "delivered": 0}]}
 
 Examples:
-  orlan run --track ride.gpx --speed 500 --report ride.html
-  orlan run --track walk.gpx --background --speed 60
-  orlan run --track walk.nmea --campaigns answer.json --config OrlanConfig.plist --json
-  orlan run --track walk.gpx --backend https://api.example.com --transmission-url https://tl.example.com
+  $ orlan run --track ride.gpx --speed 500 --report ride.html
+  $ orlan run --track walk.gpx --background --speed 60
+  $ orlan run --track walk.nmea --campaigns answer.json --config OrlanConfig.plist --json
+  $ orlan run --track walk.gpx --backend https://api.example.com --transmission-url https://tl.example.com
 
-Exit status: 0 the walk was replayed (or ended with Ctrl-C); 2 a file or an option is not usable;
-1 the library could not start, or anything else.)";
+Exit status: 0 the walk was replayed (or ended with Ctrl-C, or because nobody read on); 2 a file or an
+option is not usable; 1 the library could not start, or anything else.)";
 
 const std::map<std::string, Config::Environment>& environments() {
   static const std::map<std::string, Config::Environment> byName = [] {
@@ -92,8 +92,10 @@ void addRunCommand(CLI::App& app, int& exitCode) {
   command->add_flag(
       "--background", options->background,
       "launch the application in the background, where circles are watched instead of polygons");
-  command->add_option("--script", options->script, "what the person does on the way, a line each (see below)")
-      ->type_name("FILE");
+  command
+      ->add_option("--script", options->script,
+                   "what the person does on the way, as steps of a scenario (see below)")
+      ->type_name("FILE.json");
   command->add_option("--report", options->report, "write a self-contained HTML page")
       ->type_name("FILE.html");
   command->add_flag("--json", options->json, "one JSON object a line instead of text for a person");

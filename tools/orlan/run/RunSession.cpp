@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <memory>
+#include <system_error>
 
 #include "orlan/sdk/Runtime.hpp"
 #include "phones/linux/LinuxPhone.hpp"
@@ -25,7 +27,7 @@ namespace {
 
 Voice voiceFor(const RunOptions& options) {
   const bool terminal = isatty(STDOUT_FILENO) == 1;
-  return {options.json, terminal && !options.json,
+  return {options.json, options.showLog, terminal && !options.json,
           terminal && !options.json && (options.speed > 1.0 || isatty(STDIN_FILENO) == 1)};
 }
 
@@ -40,7 +42,7 @@ linuxphone::PhoneConfig phoneConfig(const RunOptions& options, const linuxphone:
   config.location.position = track.fixes.front();
   config.wallClock = begin;
   config.console = {};  // the narrator prints what of it is wanted
-  config.trouble = complain;
+  config.trouble = [](const std::string& line) { complain(line); };
   return config;
 }
 
@@ -57,18 +59,6 @@ Result<std::unique_ptr<devbackend::DevBackend>> startOwnBackend(const Inputs& in
   return backend;
 }
 
-/// Shows the library's own log lines.
-class LogPrinter final : public phone::PhoneObserver {
- public:
-  explicit LogPrinter(Narrator& narrator) : narrator_(narrator) {}
-  void consoleLine(std::string_view level, std::string_view message) override {
-    narrator_.logLine(fmt::format("{:5} {}\n", level, message));
-  }
-
- private:
-  Narrator& narrator_;
-};
-
 std::string fileName(const std::string& path) {
   return path.substr(path.rfind('/') + 1);
 }
@@ -76,8 +66,7 @@ std::string fileName(const std::string& path) {
 bool writeReport(output::OutputFile& file, const report::ReportData& data) {
   file.write(report::renderReport(data));
   const auto written = file.finish();
-  if (!written) complain(written.error().description);
-  return written.has_value();
+  return written || complain(written.error().description) == 0;
 }
 
 int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const std::string& where,
@@ -90,9 +79,7 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
   report::ReportCollector collector(
       fileName(options.track), begin, offset, [&phone, begin] { return phone.clock().now() - begin; },
       &narrator);
-  LogPrinter log(narrator);
   phone.observe(collector);
-  if (options.showLog) phone.observe(log);
 
   bool started = false;
   std::string logFile;
@@ -116,6 +103,9 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
     if (reported) files.emplace_back("report", *options.report);
   }
   narrator.summary(data, files);
+  if (const int why = narrator.trouble(); why != 0 && why != EPIPE) {
+    return complain("cannot write standard output: " + std::generic_category().message(why));
+  }
   return started && reported ? 0 : 1;
 }
 
@@ -123,29 +113,17 @@ int play(const RunOptions& options, Inputs inputs, const BaseUrls& urls, const s
 
 int runSession(const RunOptions& options) {
   auto inputs = readInputs(options);
-  if (!inputs) {
-    complain(inputs.error().description);
-    return 2;
-  }
+  if (!inputs) return complain(inputs.error().description, 2);
   auto report = output::OutputFile::openIfNamed(options.report);  // before the walk, which may take hours
-  if (!report) {
-    complain(report.error().description);
-    return 2;
-  }
+  if (!report) return complain(report.error().description, 2);
   std::unique_ptr<devbackend::DevBackend> own;
   if (!options.hasBackend()) {
     auto started = startOwnBackend(*inputs);
-    if (!started) {
-      complain(started.error().description);
-      return 1;
-    }
+    if (!started) return complain(started.error().description);
     own = std::move(started).value();
   }
   const auto urls = addresses(options, own ? own->url() : "");
-  if (!urls) {
-    complain(urls.error().description);
-    return 2;
-  }
+  if (!urls) return complain(urls.error().description, 2);
   const std::string where =
       own ? "of our own for development, at " + own->url() : urls->platformUrl(options.environment);
   return play(options, std::move(inputs).value(), *urls, where, std::move(report).value());

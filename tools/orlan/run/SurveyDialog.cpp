@@ -75,13 +75,11 @@ SurveyDialog::SurveyDialog(std::vector<SurveyQuestion> questions) : questions_(s
 std::string SurveyDialog::prompt() const {
   if (!isAsking()) return {};
   const SurveyQuestion& question = questions_[answers_.size()];
-  std::string out = fmt::format("{}/{} {}", answers_.size() + 1, questions_.size(),
-                                text::escapedControls(question.question));
+  std::string out = fmt::format("{}/{} {}", answers_.size() + 1, questions_.size(), question.question);
   if (hasChoices(question)) {
     int number = 0;
     for (const SurveyChoice& choice : *question.choices) {
-      out +=
-          fmt::format("{} {} {}", number == 0 ? "" : ",", number + 1, text::escapedControls(choice.choice));
+      out += fmt::format("{} {} {}", number == 0 ? "" : ",", number + 1, choice.choice);
       ++number;
     }
   }

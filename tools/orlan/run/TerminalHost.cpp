@@ -1,5 +1,7 @@
 #include "tools/orlan/run/TerminalHost.hpp"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -42,16 +44,20 @@ TerminalHost::TerminalHost(const RunOptions& options, Inputs inputs, linuxphone:
 bool TerminalHost::run() {
   linuxphone::EventLoop& loop = phone_.main();
   const linuxphone::SignalStop stopper(loop, [this](int) { end(Phase::stopped, "stopped"); });
-  const Keyboard keyboard(loop, [this](std::string_view keys) { press(keys); });
+  Keyboard keyboard(loop, [this](std::string_view keys) { press(keys); });
   walkOnFirstCampaigns();
   startLibrary();
   loop.runUntil([this] { return phase_ != Phase::starting; }, longestWaitForCampaigns);
   walk();  // without campaigns, too: they may come on the way
   while (!loop.runUntil([this] { return isOver(); }, progressInterval)) {
+    keyboard.refresh();
     showProgress(keyboard.isThere());
+    if (narrator_.trouble() != 0) end(Phase::stopped, "nobody reads what is told");
   }
   phone_.setTimeScale(1);
-  const auto isQuiet = [this] { return collector_.openRequests() == 0 && !screen_.isSending(); };
+  const auto isQuiet = [this] {
+    return collector_.openRequests() == 0 && !screen_.isSending() && !person_.isWaiting();
+  };
   loop.runUntil([&] { return phase_ == Phase::stopped || isQuiet(); }, longestWaitForAnswers);
   collector_.note("end", why_);
   subscriptions_ = {};
@@ -81,26 +87,20 @@ void TerminalHost::walk() {
   if (phase_ != Phase::starting) return;
   phase_ = Phase::walking;
   phone_.setTimeScale(options_.speed);  // until here the network set the pace
-  phone_.player().play(inputs_.track,
-                       [this] { ending_ = phone_.main().after(afterTheWalk, [this] { arrive(); }); });
-  followScript();
-}
-
-void TerminalHost::followScript() {
-  for (const ScriptLine& line : inputs_.script) {
-    if (!line.at) continue;
-    script_.push_back(phone_.main().after(*line.at, [this, &line] {
-      if (!isOver()) person_.perform(line.command);
+  phone_.player().play(inputs_.track, [this] { arrived(); });
+  ahead_ += inputs_.script.size();
+  for (const simulate::Step& step : inputs_.script) {
+    script_.push_back(phone_.main().after(step.at, [this, &step] {
+      if (!isOver()) person_.perform(step);
+      arrived();
     }));
   }
 }
 
-void TerminalHost::arrive() {
-  script_.clear();  // what was to happen later on the way
-  for (const ScriptLine& line : inputs_.script) {
-    if (!line.at && !isOver()) person_.perform(line.command);
-  }
-  end(Phase::ended, "walked to the end");
+/// At the end of the walk, or behind a step of the script.
+void TerminalHost::arrived() {
+  if (--ahead_ > 0) return;
+  ending_ = phone_.main().after(afterTheWalk, [this] { end(Phase::ended, "walked to the end"); });
 }
 
 void TerminalHost::end(Phase how, const std::string& why) {
@@ -109,14 +109,11 @@ void TerminalHost::end(Phase how, const std::string& why) {
   why_ = why;
 }
 
-/// Who looks at a notification stands still meanwhile.
 void TerminalHost::press(std::string_view keys) {
   keys_.take(
       keys, [this] { return screen_.isAsking(); },
       [this](const Command& command) {
-        if (isOver()) return;
-        if (command.act == Act::tap) person_.standStill();
-        person_.perform(command);
+        if (!isOver()) person_.perform(command);
       });
   showProgress(true);
 }
@@ -128,6 +125,7 @@ std::string TerminalHost::hint() const {
 }
 
 void TerminalHost::showProgress(bool keys) {
+  if (!isOurTerminal(STDOUT_FILENO)) return;
   const auto& fixes = inputs_.track.fixes;
   const double length = seconds(fixes.back().timestamp - fixes.front().timestamp);
   const double share = length > 0 ? std::min(1.0, seconds(phone_.player().walked()) / length) : 1.0;

@@ -17,8 +17,8 @@
 namespace orlan::run {
 
 /// The host application: starts the library, walks once campaigns are there, does on the way what keys or a
-/// script say, and ends a little after the walk or at the first signal. Main thread; what it is given
-/// outlives it.
+/// script say, and ends a little after the walk and the script, at the first signal, or when nobody reads any
+/// more what the narrator tells. Main thread; what it is given outlives it.
 class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared_from_this<TerminalHost> {
  public:
   TerminalHost(const RunOptions& options, Inputs inputs, linuxphone::LinuxPhone& phone, Runtime& runtime,
@@ -36,8 +36,7 @@ class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared
   void startLibrary();
   void walkOnFirstCampaigns();
   void walk();
-  void followScript();
-  void arrive();
+  void arrived();
   void end(Phase how, const std::string& why);
   void press(std::string_view keys);
   [[nodiscard]] std::string hint() const;
@@ -57,6 +56,7 @@ class TerminalHost final : public OrlanPluginDelegate, public std::enable_shared
   Phase phase_ = Phase::starting;
   std::string why_;  // it ended
   bool failed_ = false;
+  std::size_t ahead_ = 1;  // the walk's end and the steps of the script
   Subscription beginning_;
   Subscription ending_;
   std::vector<Subscription> script_;

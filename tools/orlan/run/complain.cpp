@@ -8,8 +8,9 @@
 
 namespace orlan::run {
 
-void complain(const std::string& line) {
+int complain(const std::string& line, int status) {
   fmt::print(stderr, "orlan run: {}\n", text::escapedControls(line));
+  return status;
 }
 
 }  // namespace orlan::run

@@ -5,7 +5,6 @@
 
 #include "orlan/base/text.hpp"
 #include "phones/linux/disk.hpp"
-#include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/readers.hpp"
 
 namespace orlan::simulate {
@@ -25,9 +24,9 @@ void readUntil(const Item& until, Scenario& scenario) {
   }
 }
 
-Scenario read(const Item& root, const Files& files) {
+Scenario read(const Item& root, const Files& files, std::span<const std::string_view> known) {
   Scenario scenario;
-  const Members members = root.members(keys::scenario);
+  const Members members = root.members(known);
   scenario.name = members.string("name", "");
   if (members.has("start")) scenario.world.start = members.dateTime("start");
   if (members.has("seed")) scenario.world.seed = static_cast<std::uint64_t>(members["seed"].integer());
@@ -41,21 +40,22 @@ Scenario read(const Item& root, const Files& files) {
 
 }  // namespace
 
-Result<Scenario> parseScenario(std::string_view text, const std::string& directory, std::string name) {
+Result<Scenario> parseScenario(std::string_view text, const std::string& directory, std::string name,
+                               std::span<const std::string_view> members) {
   const auto value = json::parse(text);
   if (!value) return invalid(value.error().description);
   Mistake mistake;
-  Scenario scenario = read(Item(&*value, "", mistake), Files(directory));
+  Scenario scenario = read(Item(&*value, "", mistake), Files(directory), members);
   if (mistake.text()) return invalid(*mistake.text());
   if (scenario.name.empty()) scenario.name = std::move(name);
   return scenario;
 }
 
-Result<Scenario> readScenario(const std::string& path) {
+Result<Scenario> readScenario(const std::string& path, std::span<const std::string_view> members) {
   const auto bytes = linuxphone::disk::read(path);
   if (!bytes) return invalid(path + ": " + bytes.error().message());
   const std::filesystem::path file(path);
-  auto scenario = parseScenario(*bytes, file.parent_path().string(), file.filename().string());
+  auto scenario = parseScenario(*bytes, file.parent_path().string(), file.filename().string(), members);
   if (!scenario) return invalid(path + ": " + scenario.error().description);
   return scenario;
 }

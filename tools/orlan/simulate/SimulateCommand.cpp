@@ -17,10 +17,10 @@ moment and the same scenario always gives the same transcript, byte for byte: on
 for everything the outside world could have seen.)";
 
 constexpr const char* examples = R"(Examples:
-  orlan simulate walk.json
-  orlan simulate walk.json --only notification,delegate
-  orlan simulate walk.json --transcript walk.jsonl --report walk.html --quiet
-  orlan simulate --schema
+  $ orlan simulate walk.json
+  $ orlan simulate walk.json --only notification,delegate
+  $ orlan simulate walk.json --transcript walk.jsonl --report walk.html --quiet
+  $ orlan simulate --schema
 
 Exit status: 0 played to the end; 2 the scenario is not valid (the message says where); 1 anything else.)";
 

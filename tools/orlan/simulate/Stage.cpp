@@ -26,6 +26,8 @@ void Stage::perform(std::size_t index, std::size_t fix) {
   const auto& action = scenario_.steps[index].action;
   if (const auto* walk = std::get_if<Track>(&action)) {
     phone_.moveTo(walk->fixes[fix].coordinate, walk->fixes[fix].accuracy);
+  } else if (const auto* act = std::get_if<ActOfAPerson>(&action)) {
+    (*act)(*this);
   } else {
     std::get<Act>(action)(*this);
   }
@@ -42,6 +44,25 @@ void Stage::relaunch(ApplicationState state) {
 
 void Stage::result(json::Value value) {
   transcript_.result(index_, call(), std::move(value));
+}
+
+Scene::Outcome Stage::outcome() {
+  return [&transcript = transcript_, step = index_, call = call()](const Result<json::Value>& outcome) {
+    if (outcome) {
+      transcript.result(step, call, *outcome);
+    } else {
+      transcript.failed(step, call, outcome.error());
+    }
+  };
+}
+
+std::optional<NotificationRequest> Stage::scheduled(std::size_t number) {
+  const auto& all = phone_.scheduled();
+  if (number < all.size()) return all[number];
+  mistaken("delivered",
+           fmt::format("expected the number of a notification scheduled by then ({}), found {}",
+                       all.empty() ? "there is none" : fmt::format("0 to {}", all.size() - 1), number));
+  return std::nullopt;
 }
 
 void Stage::mistaken(std::string_view key, std::string_view what) {

@@ -10,12 +10,12 @@
 #include "phones/simulated/SimulatedPhone.hpp"
 #include "tools/orlan/simulate/Host.hpp"
 #include "tools/orlan/simulate/Player.hpp"
-#include "tools/orlan/simulate/valueForms.hpp"
+#include "tools/orlan/simulate/Scene.hpp"
 
 namespace orlan::simulate {
 
 /// The phone with the host application on it: what a step acts on, and where its outcome is written down.
-class Stage {
+class Stage final : public Scene {
  public:
   Stage(sim::World& world, const Scenario& scenario, Transcript& transcript,
         const std::vector<Spectator>& spectators);
@@ -33,25 +33,17 @@ class Stage {
 
   [[nodiscard]] sim::SimulatedPhone& phone() { return phone_; }
   [[nodiscard]] Host& host() { return *host_; }
-  [[nodiscard]] OrlanServices& services() { return host_->services(); }
-  [[nodiscard]] OrlanPlugin& plugin() { return *services().plugin; }
+  [[nodiscard]] OrlanServices& services() override { return host_->services(); }
+  [[nodiscard]] phone::ApplicationModel& application() override { return phone_.application(); }
+  [[nodiscard]] phone::LocationHub& locations() override { return phone_.locations(); }
+  [[nodiscard]] phone::LocalNotificationCenter& notifications() override { return phone_.notifications(); }
+  [[nodiscard]] std::optional<NotificationRequest> scheduled(std::size_t number) override;
+  [[nodiscard]] Outcome outcome() override;
 
   /// The process is killed and begins again.
   void relaunch(ApplicationState state);
 
   void result(json::Value value);
-
-  /// Writes the outcome down when it is called, which may be long after the step.
-  template <class T>
-  [[nodiscard]] Completion<T> completion() {
-    return [&transcript = transcript_, step = index_, call = call()](const Result<T>& outcome) {
-      if (outcome) {
-        transcript.result(step, call, formOf(*outcome));
-      } else {
-        transcript.failed(step, call, outcome.error());
-      }
-    };
-  }
 
   /// `what` is wrong with the step's argument `key` after all.
   void mistaken(std::string_view key, std::string_view what);

@@ -16,10 +16,12 @@ struct Fix {
   double accuracy = 5.0;  // metres
 };
 
+class Scene;
 class Stage;
 
 /// What a step does, its arguments bound.
 using Act = std::function<void(Stage&)>;
+using ActOfAPerson = std::function<void(Scene&)>;  // which needs no simulated phone
 
 /// A walk, already cut into single fixes at even intervals.
 struct Track {
@@ -28,7 +30,7 @@ struct Track {
 };
 
 /// What a step of a scenario comes to.
-using Action = std::variant<Act, Track>;
+using Action = std::variant<Act, ActOfAPerson, Track>;
 
 struct Step {
   Duration at{};     // since second 0

@@ -1,6 +1,4 @@
 // Notifications: what the host asks of the library about them, and what comes up or is tapped.
-#include <fmt/format.h>
-
 #include "tools/orlan/simulate/Stage.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
@@ -27,27 +25,18 @@ NotificationContent readContent(const Members& step) {
   return content;
 }
 
-std::optional<NotificationRequest> scheduled(Stage& stage, std::size_t number) {
-  const auto& all = stage.phone().scheduled();
-  if (number < all.size()) return all[number];
-  stage.mistaken("delivered",
-                 fmt::format("expected the number of a notification scheduled by then ({}), found {}",
-                             all.empty() ? "there is none" : fmt::format("0 to {}", all.size() - 1), number));
-  return std::nullopt;
-}
-
 /// Finds the notification that a step is about when it is played: its own, or one that the library scheduled.
-using Find = std::function<std::optional<NotificationRequest>(Stage&)>;
+using Find = std::function<std::optional<NotificationRequest>(Scene&)>;
 
 Find readNotification(const Members& step) {
   step.excludes("delivered", keys::notification);
   if (const Item delivered = step["delivered"]; delivered.isThere()) {
     const std::int64_t number = delivered.integer();
     if (number < 0) delivered.expected("the number of a notification, from 0 on");
-    return [number](Stage& stage) { return scheduled(stage, static_cast<std::size_t>(number)); };
+    return [number](Scene& scene) { return scene.scheduled(static_cast<std::size_t>(number)); };
   }
   return [request = NotificationRequest{step.string("identifier", "notification"), readContent(step)}](
-             Stage&) { return request; };
+             Scene&) { return request; };
 }
 
 Action readPresent(const Members& step, const Files&) {
@@ -57,17 +46,18 @@ Action readPresent(const Members& step, const Files&) {
 }
 
 Action readTap(const Members& step, const Files&) {
-  return [find = readNotification(step), action = step.string("actionIdentifier", "default")](Stage& stage) {
-    if (const auto request = find(stage)) stage.phone().notifications().tap({*request, action});
-  };
+  return ActOfAPerson(
+      [find = readNotification(step), action = step.string("actionIdentifier", "default")](Scene& scene) {
+        if (const auto request = find(scene)) scene.tap({*request, action});
+      });
 }
 
 StepKind engagement(std::string_view name, void (NotificationManager::*track)(std::int64_t, std::int64_t)) {
   return {name, {"notificationID", "locationID"}, [track](const Members& call, const Files&) {
-            return [track, notification = call["notificationID"].integer(),
-                    location = call["locationID"].integer()](Stage& stage) {
-              ((*stage.services().notificationManager).*track)(notification, location);
-            };
+            return ActOfAPerson([track, notification = call["notificationID"].integer(),
+                                 location = call["locationID"].integer()](Scene& scene) {
+              ((*scene.services().notificationManager).*track)(notification, location);
+            });
           }};
 }
 

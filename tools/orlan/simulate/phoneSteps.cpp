@@ -25,23 +25,23 @@ Action readFixes(const Members& step, const Files&) {
 Action readApplication(const Members& step, const Files&) {
   step.excludes("signal", {"to"});
   if (step.has("signal")) {
-    return [signal = step["signal"].oneOf<ApplicationSignal>(applicationSignals)](Stage& stage) {
-      stage.phone().application().raise(signal);
-    };
+    return ActOfAPerson([signal = step["signal"].oneOf<ApplicationSignal>(applicationSignals)](Scene& scene) {
+      scene.application().raise(signal);
+    });
   }
-  return [to = readApplicationState(step["to"])](Stage& stage) { stage.phone().application().moveTo(to); };
+  return ActOfAPerson(
+      [to = readApplicationState(step["to"])](Scene& scene) { scene.application().moveTo(to); });
 }
 
 Action readLocationStatus(const Members& step, const Files&) {
-  return [to = readLocationAuthorization(step["to"])](Stage& stage) {
-    stage.phone().locations().setAuthorization(to);
-  };
+  return ActOfAPerson(
+      [to = readLocationAuthorization(step["to"])](Scene& scene) { scene.locations().setAuthorization(to); });
 }
 
 Action readNotificationStatus(const Members& step, const Files&) {
-  return [to = readNotificationAuthorization(step["to"])](Stage& stage) {
-    stage.phone().notifications().setAuthorization(to);
-  };
+  return ActOfAPerson([to = readNotificationAuthorization(step["to"])](Scene& scene) {
+    scene.notifications().setAuthorization(to);
+  });
 }
 
 StepKind regionStep(std::string_view name, void (phone::LocationHub::*cross)(std::string_view)) {

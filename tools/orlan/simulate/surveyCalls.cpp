@@ -1,5 +1,5 @@
 // A host reports what a person did with a survey.
-#include "tools/orlan/simulate/Stage.hpp"
+#include "tools/orlan/simulate/Scene.hpp"
 #include "tools/orlan/simulate/keys.hpp"
 #include "tools/orlan/simulate/stepTable.hpp"
 
@@ -33,17 +33,19 @@ std::optional<std::string> readLocationId(const Item& id) {
 Action readSubmitSurveyResponse(const Members& call, const Files&) {
   std::vector<SurveyAnswer> answers;
   for (const Item& answer : call["answers"].elements()) answers.push_back(readAnswer(answer));
-  return [notificationId = call["notificationId"].string(), locationId = readLocationId(call["locationId"]),
-          answers = std::move(answers)](Stage& stage) {
-    stage.plugin().submitSurveyResponse(notificationId, locationId, answers, stage.completion<bool>());
-  };
+  return ActOfAPerson([notificationId = call["notificationId"].string(),
+                       locationId = readLocationId(call["locationId"]),
+                       answers = std::move(answers)](Scene& scene) {
+    scene.plugin().submitSurveyResponse(notificationId, locationId, answers, scene.completion<bool>());
+  });
 }
 
 Action readTrackSurveyEvent(const Members& call, const Files&) {
-  return [notificationId = call["notificationId"].string(), locationId = readLocationId(call["locationId"]),
-          activity = call["activity"].string()](Stage& stage) {
-    stage.plugin().trackSurveyEvent(notificationId, locationId, activity, stage.completion<bool>());
-  };
+  return ActOfAPerson([notificationId = call["notificationId"].string(),
+                       locationId = readLocationId(call["locationId"]),
+                       activity = call["activity"].string()](Scene& scene) {
+    scene.plugin().trackSurveyEvent(notificationId, locationId, activity, scene.completion<bool>());
+  });
 }
 
 }  // namespace

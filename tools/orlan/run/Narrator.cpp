@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "orlan/base/text.hpp"
-#include "orlan/surveys/SurveyFields.hpp"
 #include "tools/orlan/output/shown.hpp"
+#include "tools/orlan/simulate/valueForms.hpp"
 
 namespace orlan::run {
 
@@ -99,17 +99,8 @@ bool Narrator::isOldNews(const report::Moment& moment) {
 
 void Narrator::opened(const OrlanNotificationDetails& details, Duration at) {
   if (voice_.json) {
-    return object(at, "details",
-                  {{"headline", details.headline()},
-                   {"body", details.body()},
-                   {"mediaType", json::encode(details.mediaType())},
-                   {"mediaURL", json::encode(details.mediaURL())},
-                   {"ctaLabel", json::encode(details.ctaLabel())},
-                   {"ctaURL", json::encode(details.ctaURL())},
-                   {"notifID", details.notifID()},
-                   {"locationID", details.locationID()},
-                   {"questions", json::encode(details.questions())},
-                   {"completionMessage", json::encode(details.completionMessage())}});
+    const json::Value form = simulate::formOf(details);
+    return object(at, "details", *form.object());
   }
   std::string text = details.headline() + "\n" + details.body();
   if (details.mediaURL()) text += "\n" + details.mediaType().value_or("media") + " " + *details.mediaURL();

@@ -94,7 +94,7 @@ TEST(HostCalls, WhatCannotBeSentFailsAtOnceAndSendsNothing) {
   Bed lost(stored(identity));
   test::NowhereHttp nowhere;
   lost.api.emplace(test::with(lost.phone.platform(), nowhere, lost.phone.platform().queues),
-                   BaseUrls::builtIn(), lost.logger, lost.reliability);
+                   BaseUrls::builtIn(), lost.logger, *lost.reliability);
   const auto segments = "Invalid URL: " + platform + "/api/segments";
   const auto configuration = "Invalid URL: " + configUrl;
   const auto a = note(lost, lost.api->updateSegments({"a"}));

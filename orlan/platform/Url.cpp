@@ -40,8 +40,8 @@ bool isScheme(std::string_view text) {
 }
 
 bool isNumber(std::string_view text, std::int64_t lowest, std::int64_t highest) {
-  const auto number =
-      std::all_of(text.begin(), text.end(), ascii::isDigit) ? text::toInteger(text) : std::nullopt;
+  if (!std::all_of(text.begin(), text.end(), ascii::isDigit)) return false;
+  const auto number = text::toInteger(text);
   return number && *number >= lowest && *number <= highest;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
@@ -45,7 +46,7 @@ class TablesOverSimulated {
   Chronicle seen;  // by whoever lets it observe the phone; what is logged in any case
   sim::SimulatedPhone phone{world};
   orlan_phone* handle = nullptr;
-  orlan_id lastTask = 0;  // of the main loop
+  std::atomic<orlan_id> lastTask = 0;  // of the main loop; any thread posts
   orlan_id lastCall = 0;
 
  private:

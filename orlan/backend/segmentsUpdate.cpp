@@ -3,7 +3,6 @@
 #include "orlan/backend/AnswerCheck.hpp"
 #include "orlan/backend/Endpoints.hpp"
 #include "orlan/backend/Errors.hpp"
-#include "orlan/backend/JsonBody.hpp"
 #include "orlan/backend/LogBlocks.hpp"
 #include "orlan/backend/StoreKeys.hpp"
 #include "orlan/backend/calls.hpp"
@@ -44,7 +43,7 @@ Single<bool> calls::updateSegments(const Context& with, const std::vector<std::s
   if (!with.requests.isUrl(request.url)) return refused(backendErrors::invalidUrl(request.url));
   request.addHeader("Content-Type", "application/json");
   request.addHeader("ApiKey", with.identity.apiKey());
-  auto body = jsonBody(json::encode(Segments{segmentations, with.identity.registeredId()}));
+  auto body = json::encodeText(Segments{segmentations, with.identity.registeredId()});
   if (!body) return refused(backendErrors::notSerializable());
   request.body = std::move(*body);
   with.logger.log(logBlocks::textRequest("🔄  Updating device segments", request));

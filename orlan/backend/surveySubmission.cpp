@@ -5,7 +5,6 @@
 
 #include "orlan/backend/Endpoints.hpp"
 #include "orlan/backend/Errors.hpp"
-#include "orlan/backend/JsonBody.hpp"
 #include "orlan/backend/LogBlocks.hpp"
 #include "orlan/backend/calls.hpp"
 #include "orlan/surveys/SurveyFields.hpp"
@@ -32,7 +31,7 @@ Result<bool> finish(Logger& logger, const Result<HttpReply>& reply) {
 Single<bool> send(const Context& with, const SurveyResponseRequest& survey,
                   std::string_view encodingFailure) {
   Logger& logger = with.logger;
-  auto body = jsonBody(json::encode(survey));
+  auto body = json::encodeText(survey);
   if (!body) {
     logger.error("Failed to encode survey request: " + body.error().description);
     logger.error(std::string(encodingFailure) + body.error().description);

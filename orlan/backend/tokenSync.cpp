@@ -4,7 +4,6 @@
 
 #include "orlan/backend/DeviceRecord.hpp"
 #include "orlan/backend/Endpoints.hpp"
-#include "orlan/backend/JsonBody.hpp"
 #include "orlan/backend/StoreKeys.hpp"
 #include "orlan/backend/calls.hpp"
 
@@ -51,7 +50,7 @@ void syncToken(const Context& with, const std::string& apiKey, bool force) {
     return;
   }
   const auto record = syncRecord(with, apiKey, *token);
-  auto body = jsonBody(json::encode(record));
+  auto body = json::encodeText(record);
   if (!body) return with.logger.warn("Skipping token sync - failed to serialize body");
   with.logger.log("🔄 Syncing refreshed push token to backend");
   with.requests.send(deviceRecordRequest(std::move(url), record, std::move(*body)),

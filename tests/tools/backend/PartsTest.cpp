@@ -114,12 +114,13 @@ TEST(AnswersTest, AnIdentityIsForGood) {
 
 TEST(ExchangeTest, APeersControlCharactersNeverReachTheTerminal) {
   Exchange exchange;
-  exchange.request = {.method = "GET", .target = "/\x1b[31m", .headers = {}, .body = ""};
+  exchange.request = {.method = "GET", .target = "/\x1b[31m", .headers = {}, .body = "\u009b31m"};
   exchange.faults = {"body:\x07"};
   exchange.status = 404;
   exchange.problems = {"found \n"};
   EXPECT_EQ(describe(exchange), R"(GET /\u001b[31m 404 (fault body:\u0007))");
   EXPECT_THAT(complaints(exchange), ElementsAre(R"(GET /\u001b[31m: found \n)"));
+  EXPECT_THAT(recordLine(exchange), HasSubstr(R"("body":"\u009b31m")"));
   EXPECT_EQ(excerpt("grün\x1b", 3), "\"gr\"…") << "no half characters";
 }
 

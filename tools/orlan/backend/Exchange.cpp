@@ -32,7 +32,7 @@ std::string recordLine(const Exchange& exchange) {
   line.set("status", exchange.status ? json::Value(*exchange.status) : json::Value());
   line.set("faults", json::Array(exchange.faults.begin(), exchange.faults.end()));
   line.set("problems", json::Array(exchange.problems.begin(), exchange.problems.end()));
-  return json::print(line);
+  return text::escapedControls(json::print(line));  // JSON has the same escapes
 }
 
 std::string describe(const Exchange& exchange) {

@@ -23,7 +23,8 @@ struct Exchange {
 };
 
 /// One JSON object in one line, without the line break: id, at, method, path, headers (list of [name, value]
-/// in order), body or bodyBase64, status (null when there is none), faults, problems.
+/// in order), body or bodyBase64, status (null when there is none), faults, problems. Control characters are
+/// escaped, as it may be looked at in a terminal.
 [[nodiscard]] std::string recordLine(const Exchange& exchange);
 
 /// "POST /check-geofence 200", with what struck it: one line for a person, control characters escaped.

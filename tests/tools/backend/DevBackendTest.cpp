@@ -1,13 +1,17 @@
+#include <arpa/inet.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/time.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <future>
 
-#include "RawClient.hpp"
-#include "orlan/base/json.hpp"
+#include "linux/TemporaryDirectory.hpp"
+#include "phones/linux/FileDescriptor.hpp"
 #include "requests.hpp"
 #include "tools/orlan/backend/DevBackend.hpp"
 
@@ -20,6 +24,38 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 namespace fs = std::filesystem;
+
+/// A connection on which these bytes were sent.
+linuxphone::FileDescriptor connection(int port, std::string_view bytes) {
+  linuxphone::FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const timeval patience{.tv_sec = 10, .tv_usec = 0};
+  ::setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(::connect(socket.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(::send(socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), std::ssize(bytes));
+  return socket;
+}
+
+/// All that comes on it until its end; for ten seconds at most, which only a fault can need.
+std::string received(const linuxphone::FileDescriptor& socket) {
+  std::string all;
+  for (std::array<char, 4096> chunk;;) {
+    const auto count = ::recv(socket.get(), chunk.data(), chunk.size(), 0);
+    EXPECT_GE(count, 0) << "no answer and no end";
+    if (count <= 0) return all;
+    all.append(chunk.data(), static_cast<std::size_t>(count));
+  }
+}
+
+/// What a connection of its own is answered to these bytes, after which nothing more is sent.
+std::string ask(int port, std::string_view bytes) {
+  const auto socket = connection(port, bytes);
+  ::shutdown(socket.get(), SHUT_WR);
+  return received(socket);
+}
 
 class DevBackendTest : public testing::Test {
  protected:
@@ -54,18 +90,17 @@ class DevBackendTest : public testing::Test {
   std::unique_ptr<DevBackend> backend_;
 };
 
-TEST_F(DevBackendTest, AConnectionServesRequestAfterRequest) {
+TEST_F(DevBackendTest, AConnectionServesRequestAfterRequestWhileOthersAreIdle) {
   const int port = serve();
-  std::vector<std::unique_ptr<RawClient>> idle;
-  for (int i = 0; i < 20; ++i) idle.push_back(std::make_unique<RawClient>(port));
-  RawClient client(port);
+  std::vector<linuxphone::FileDescriptor> idle;
+  while (idle.size() < 20) idle.push_back(connection(port, ""));
+  std::string requests;
   for (const auto& request : {good::registration, good::registration, good::segments, good::activity,
                               good::pluginActivity, good::survey, good::configuration, good::geofenceCheck}) {
-    client.send(wire(request));
-    EXPECT_THAT(client.receive(), AllOf(StartsWith("HTTP/1.1 200"), HasSubstr("Type: application/json\r\n"),
-                                        HasSubstr("\r\n\r\n{")));
-    EXPECT_EQ(last().request.body, requestOf(request).body);
+    requests += wire(request);
   }
+  EXPECT_THAT(ask(port, requests), AllOf(StartsWith("HTTP/1.1 200 \r\nContent-Type: application/json\r\n"),
+                                         HasSubstr("\r\n\r\n{")));
   EXPECT_THAT(backend_->summary(),
               ElementsAre(Tally{"/api/device-registerd/create", 200, 2}, Tally{"/api/segments", 200, 1},
                           Tally{"/api/activities", 200, 1}, Tally{"/api/plugin-activity/create", 200, 1},
@@ -119,16 +154,14 @@ TEST_F(DevBackendTest, FaultsStrikeAsOftenAsAsked) {
 
 TEST_F(DevBackendTest, StoppingEndsWhatIsDelayedOrIdle) {
   const int port = serveWith({"/get-config=delay:3000"});
-  RawClient idle(port);
-  RawClient halfway(port);
-  halfway.send("GET /get-co");
-  RawClient delayed(port);
-  delayed.send(wire(good::legacyConfiguration));
+  const auto idle = connection(port, "");
+  const auto halfway = connection(port, "GET /get-co");
+  const auto delayed = connection(port, wire(good::legacyConfiguration));
   while (backend_->summary().empty()) std::this_thread::yield();
   const auto begin = std::chrono::steady_clock::now();
   backend_->stop();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
-  EXPECT_EQ(delayed.receive(), "");
+  EXPECT_EQ(received(delayed), "");
   EXPECT_EQ(last().request.method, "GET") << "half a request is nothing that arrived";
   EXPECT_TRUE(DevBackend({.port = port}).start()) << "the port is free again at once";
 }
@@ -151,23 +184,23 @@ TEST_F(DevBackendTest, OddPeersAreAnsweredAndRecorded) {
   EXPECT_THAT(ask(port, "POST /api/segments HTTP/1.1\r\nContent-Length: -1\r\n\r\n"),
               HasSubstr("broken off"));
 
-  RawClient getter(port);
-  getter.send("GET /get-config HTTP/1.1\r\nContent-Length: 2\r\n\r\n{}" + wire(good::legacyConfiguration));
-  EXPECT_THAT(getter.receive(), HasSubstr("body: expected none"));
-  EXPECT_THAT(getter.receive(), StartsWith("HTTP/1.1 200")) << "the body was no second request";
-  getter.send("POST /api/segments HTTP/1.1\r\nExpect: 100-continue\r\nContent-Length: 0\r\n\r\n");
-  EXPECT_EQ(getter.receive(), "HTTP/1.1 100 Continue\r\n\r\n");
-  EXPECT_THAT(getter.receive(), StartsWith("HTTP/1.1 401"));
-  getter.send("HEAD /get-config HTTP/1.0\r\n\r\n");
-  EXPECT_THAT(getter.receive(), AllOf(StartsWith("HTTP/1.1 405"), EndsWith("Connection: close\r\n\r\n")));
+  EXPECT_THAT(
+      ask(port, "GET /get-config HTTP/1.1\r\nContent-Length: 2\r\n\r\n{}" + wire(good::legacyConfiguration) +
+                    "POST /api/segments HTTP/1.1\r\nExpect: 100-continue\r\nContent-Length: 0\r\n\r\n"
+                    "HEAD /get-config HTTP/1.0\r\n\r\n"),
+      AllOf(StartsWith("HTTP/1.1 401"), HasSubstr("body: expected none"),
+            HasSubstr("}HTTP/1.1 200"),  // the body was no second request
+            HasSubstr("}HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 401"), HasSubstr("}HTTP/1.1 405"),
+            EndsWith("Connection: close\r\n\r\n")));
 }
 
 TEST_F(DevBackendTest, TheRecordHoldsEverythingThatArrivedAndIsItsOwnersAlone) {
-  const auto path = fs::path(testing::TempDir()) / "orlan-devbackend-record.jsonl";
+  const linuxphone::test::TemporaryDirectory directory;
+  const auto path = directory.file("record.jsonl");
   std::ofstream(path) << "from an earlier run\n";
   fs::permissions(path, fs::perms::all);
   std::ifstream reader(path);  // who had it open sees nothing of the new one
-  const int port = serve({.recordFile = path.string()});
+  const int port = serve({.recordFile = path});
   ask(port, wire(good::survey));
   ask(port, wire(edited(good::segments, "{", "\xff")));
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
@@ -183,12 +216,9 @@ TEST_F(DevBackendTest, TheRecordHoldsEverythingThatArrivedAndIsItsOwnersAlone) {
   std::getline(file, line);
   EXPECT_THAT(line, AllOf(HasSubstr(R"("bodyBase64":"/y)"), HasSubstr(R"("status":400)")));
 
-  const auto link = fs::path(testing::TempDir()) / "orlan-devbackend-link.jsonl";
-  fs::create_symlink(path, link);
-  DevBackend refused({.recordFile = link.string()});
-  EXPECT_THAT(refused.start().error().description, HasSubstr("link.jsonl: cannot be written: is a link"));
-  fs::remove(link);
-  fs::remove(path);
+  fs::create_symlink(path, directory.file("link"));
+  DevBackend refused({.recordFile = directory.file("link")});
+  EXPECT_THAT(refused.start().error().description, HasSubstr("link: cannot be written: is a link"));
 }
 
 TEST_F(DevBackendTest, ManyAskAtOnceAndADeviceKeepsItsIdentity) {

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The schema of scenarios and the readers of the program take the same ones: agreement.py VERDICTS SOURCE.
-VERDICTS is the program of verdicts.cpp, SOURCE the project's folder."""
+"""The schema of scenarios, the readers of the program and the guide know the same names, and schema and readers take the
+same scenarios: agreement.py VERDICTS SOURCE. VERDICTS is the program of verdicts.cpp, SOURCE the project's folder."""
 import json
 import pathlib
 import re
@@ -10,7 +10,8 @@ import sys
 from jsonschema import Draft202012Validator
 
 verdicts, source = sys.argv[1], pathlib.Path(sys.argv[2])
-schema = json.loads((source / "docs/scenario.schema.json").read_text())
+text = (source / "docs/scenario.schema.json").read_text()
+schema = json.loads(text)
 Draft202012Validator.check_schema(schema)
 validator = Draft202012Validator(schema)
 
@@ -79,11 +80,14 @@ BAD = [
 ]
 
 
+definition = schema["$defs"]
+steps = [definition[each["$ref"].rpartition("/")[2]] for each in schema["properties"]["steps"]["items"]["oneOf"]]
+
+
 def parts():
     """The parts of the schema that carry examples, each with the scenario around one."""
-    definition = schema["$defs"]
-    for each in schema["properties"]["steps"]["items"]["oneOf"]:
-        yield definition[each["$ref"].rpartition("/")[2]], lambda value: {"steps": [value]}
+    for each in steps:
+        yield each, lambda value: {"steps": [value]}
     yield definition["device"], lambda value: {"steps": [], "device": value}
     yield definition["route"], backend
     yield definition["response"], response
@@ -101,21 +105,50 @@ for part, scenario in parts():
         slipped += [scenario(slip) for slip in slips(example)]
 
 cases = good + BAD + slipped
-read = subprocess.run(
+told, *read = subprocess.run(
     [verdicts, source / "tests/scenarios"],
     input="".join(json.dumps(case) + "\n" for case in cases),
     stdout=subprocess.PIPE,
     text=True,
     check=True,
-).stdout.split()
+).stdout.splitlines()
 assert len(read) == len(cases)
+built_in = json.loads(told)
+faults = []
 
-faults = 0
+
+def compare(what, in_schema, in_program):
+    if in_schema != in_program:
+        faults.append(f"{what}: {in_schema} in the schema, {in_program} in the program")
+
+
+def names_in(shape):
+    return sorted(shape["properties"].keys() - {"at", "do"})
+
+
+def calls(shape):
+    call = shape["properties"]["do"]
+    return call.get("enum") or [call["const"]]
+
+
+if text != built_in["schema"]:
+    faults.append("the schema that is built in is not the one in the documentation")
+shapes = definition | {"scenario": schema, "hosts": schema["properties"]["hosts"]}
+for name, members in built_in["members"].items():
+    compare(name, names_in(shapes[name]), sorted(members))
+by_table = sorted([name, sorted(arguments)] for name, arguments in built_in["steps"])
+compare("steps", sorted([name, names_in(shape)] for shape in steps for name in calls(shape)), by_table)
+
+names = built_in["events"] + [name for call, arguments in by_table for name in [call, *arguments]]
+for part in ["scenario", "device", "response"]:
+    names += built_in["members"][part]
+faults += [f"not in the guide: {name}" for name in names if f"`{name}`" not in page and f'"{name}"' not in page]
+
 for i, (case, taken) in enumerate(zip(cases, read)):
     by_schema = validator.is_valid(case)
     expected = i < len(good) if i < len(good) + len(BAD) else by_schema
     if (by_schema, taken == "1") != (expected, expected):
-        faults += 1
-        print(f"schema {by_schema}, readers {taken == '1'}: {json.dumps(case)}")
-print(f"{len(good)} good, {len(BAD)} bad, {len(slipped)} slips ({read.count('0')} refused): {faults} faults")
-sys.exit(faults > 0)
+        faults.append(f"schema {by_schema}, readers {taken == '1'}: {json.dumps(case)}")
+print(*faults, sep="\n")
+print(f"{len(good)} good, {len(BAD)} bad, {len(slipped)} slips ({read.count('0')} refused): {len(faults)} faults")
+sys.exit(len(faults) > 0)

@@ -9,6 +9,7 @@
 namespace orlan {
 namespace {
 
+using namespace std::string_view_literals;
 using Environment = Config::Environment;
 
 std::size_t index(Environment environment) {
@@ -17,7 +18,7 @@ std::size_t index(Environment environment) {
 
 /// What stands behind the host in each transmission layer address. The paths of the calls begin with a slash
 /// of their own, so nightly's calls have two in a row; its server wants them so.
-constexpr std::array<std::string_view, 4> kTransmissionPaths{"", "/api/", "/api", ""};
+constexpr std::array kTransmissionPaths{""sv, "/api/"sv, "/api"sv, ""sv};
 
 Result<void> put(std::string& place, std::string url, std::string_view path) {
   if (!isSecureUrl(url) || parseUrl(url)->path != path) {

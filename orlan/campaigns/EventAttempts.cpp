@@ -46,7 +46,7 @@ void EventAttempts::add(PendingEvent event) {
 
 void EventAttempts::process() {
   sortForProcessing(pendingEvents_);
-  for (int pass = 0; pass < 3; ++pass) {
+  for (const int pass : {0, 1, 2}) {
     // A copy: attempts remove events from the list.
     std::vector<PendingEvent> events;
     std::copy_if(pendingEvents_.begin(), pendingEvents_.end(), std::back_inserter(events),

@@ -43,12 +43,11 @@ void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
   }
   logger_.breadcrumb(fmt::format(
       "🧲 BG-Monitor setting up {} campaigns (iOS limit: 20 circular regions max)", polygons.size()));
-  std::size_t registered = 0;
   for (const auto& entry : chosen(polygons)) {
-    if (watch(entry, preserved, round)) ++registered;
+    watch(entry, preserved, round);
     if (round != round_) return;
   }
-  conclude(polygons.size(), registered, delegate);
+  conclude(polygons.size(), delegate);
 }
 
 std::vector<std::int64_t> WatchedRegions::campaignsInside() {
@@ -76,14 +75,14 @@ std::vector<CampaignPolygon> WatchedRegions::chosen(const std::vector<CampaignPo
   return ordered;
 }
 
-bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved,
+void WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved,
                            std::uint64_t round) {
   auto circle = regionSelection::circleForVertices(polygon.polygon.coordinates());
-  if (!circle) return false;
+  if (!circle) return;
   circle->radius = regionSelection::clampedRadius(circle->radius);
   circles_.push_back(*circle);
   circlesSubject_.send(circles_);
-  if (round != round_) return false;
+  if (round != round_) return;
 
   const std::int64_t campaignId = polygon.campaign->campaign.campaignId;
   const auto identifier = regionIdentifier::of(campaignId, polygon.campaign->location.locationId);
@@ -93,11 +92,9 @@ bool WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std
     regionsCurrentlyInside_.insert(identifier);
     logger_.breadcrumb(fmt::format("🔄 Restored inside state for camp {}", campaignId));
   }
-  return true;
 }
 
-void WatchedRegions::conclude(std::size_t offered, std::size_t registered,
-                              const std::weak_ptr<LocationManagerDelegate>& delegate) {
+void WatchedRegions::conclude(std::size_t offered, const std::weak_ptr<LocationManagerDelegate>& delegate) {
   std::erase_if(regionsCurrentlyInside_,
                 [this](const auto& identifier) { return !idMap_.contains(identifier); });
   if (regionsCurrentlyInside_.empty()) {
@@ -114,7 +111,7 @@ void WatchedRegions::conclude(std::size_t offered, std::size_t registered,
   }
   lm_.setDelegate(delegate);
   lm_.setAllowsBackgroundUpdates(true);
-  logger_.breadcrumb(fmt::format("🧲 BG-Monitor tracking {} circular regions", registered));
+  logger_.breadcrumb(fmt::format("🧲 BG-Monitor tracking {} circular regions", circles_.size()));
 }
 
 const SharedCampaign* WatchedRegions::find(const std::string& identifier) const {

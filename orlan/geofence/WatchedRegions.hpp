@@ -46,9 +46,8 @@ class WatchedRegions {
 
   [[nodiscard]] std::vector<std::int64_t> campaignsInside();
   [[nodiscard]] std::vector<CampaignPolygon> chosen(const std::vector<CampaignPolygon>& polygons);
-  bool watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved, std::uint64_t round);
-  void conclude(std::size_t offered, std::size_t registered,
-                const std::weak_ptr<LocationManagerDelegate>& delegate);
+  void watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved, std::uint64_t round);
+  void conclude(std::size_t offered, const std::weak_ptr<LocationManagerDelegate>& delegate);
 
   LocationManager& lm_;
   ExitDetection& exitDetection_;

@@ -94,19 +94,7 @@ TEST(PolygonSet, FindsWhatTheGridCannotHold) {
   }
   EXPECT_EQ(set.containing({-50.0, 0.0}), Indices{0});
   EXPECT_EQ(set.containing({2.015, 2.015}).front(), 0u);  // ascending, wherever they were kept
-}
-
-TEST(PolygonSet, OfNothingHasNoAnswers) {
   EXPECT_TRUE(PolygonSet().containing({0, 0}).empty());
-  EXPECT_TRUE(PolygonSet(std::vector<CampaignPolygon>()).withVertexWithin({0, 0}, 1e9).empty());
-}
-
-TEST(PolygonSet, LabelsItsPolygons) {
-  const PolygonSet set({campaignPolygon(42, {}), campaignPolygon(-1, {})});
-  EXPECT_EQ(set.label(0).campaignId, 42);
-  EXPECT_EQ(set.label(1).locationId, 999);
-  EXPECT_EQ(set.label(0).detectionTitle, "🔍 Polygon detection for campaign 42:");
-  EXPECT_EQ(set.label(1).detectionTitle, "🔍 Polygon detection for campaign -1:");
 }
 
 }  // namespace

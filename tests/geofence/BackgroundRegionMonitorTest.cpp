@@ -5,6 +5,7 @@
 #include "geofence/Campaigns.hpp"
 #include "orlan/geofence/BackgroundRegionMonitor.hpp"
 #include "support/FloorHost.hpp"
+#include "support/NotingLocations.hpp"
 
 namespace orlan::test {
 namespace {
@@ -118,16 +119,13 @@ TEST_F(BackgroundMonitor, APolygonWithoutVerticesUsesUpAPlaceAndOthersHaveBounds
   EXPECT_EQ(regions.at(1).circle.radius, 1000.0);
 }
 
-TEST_F(BackgroundMonitor, IgnoresWhatItDoesNotWatch) {
-  EXPECT_THAT(enter("camp_1_10"), ElementsAre("region enter camp_1_10")) << "nobody listens yet";
-  update(squares(1));
-  EXPECT_THAT(exit("theirs"), ElementsAre("region exit theirs"));
-  monitor_->resumeMonitoring();
-  monitor_->pauseMonitoring();
-  monitor_->pauseMonitoring();
-  EXPECT_THAT(exit("theirs"),
-              ElementsAre("• ⏸️  BG-Monitor paused (foreground mode)", "region exit theirs",
-                          "• 📤 BG didExitRegion - SKIPPING (paused for foreground)"));
+TEST_F(BackgroundMonitor, HearsOfRegionsAlsoWhileNobodyLooks) {
+  NotingLocations locations;
+  BackgroundRegionMonitor monitor(host_.platform.main, locations, host_.services());
+  EXPECT_EQ(locations.manager->delegate.lock(), nullptr) << "not before there are regions";
+  monitor.updateRegions(squares(1));
+  EXPECT_NE(locations.manager->delegate.lock(), nullptr);
+  EXPECT_THAT(locations.manager->settings, ElementsAre("in the background too"));
 }
 
 TEST_F(BackgroundMonitor, UpdatesEndByThemselvesAndAreNotProlonged) {
@@ -222,15 +220,6 @@ TEST_F(BackgroundMonitor, WhoSeesTheCirclesChangeMayBeginAnew) {
     EXPECT_THAT(exit("camp_9_90"), Contains(stopping)) << "who was inside still was";
     update({});
   }
-}
-
-TEST_F(BackgroundMonitor, NothingOfItOutlivesItButTheRegions) {
-  update(squares(1));
-  enter("camp_1_10");
-  monitor_.reset();
-  (void)host_.seen();
-  EXPECT_THAT(exit("camp_1_10"), ElementsAre("region exit camp_1_10"));
-  EXPECT_THAT(host_.seenAfter(1h), IsEmpty());
 }
 
 }  // namespace

@@ -74,41 +74,14 @@ TEST_F(Cooldown, ClearForgetsEveryAnnouncementButNotTheStart) {
             (json::Object{{"Orlan_AppStartTime", Bytes{"788918400.0"}}, {"Orlan_LastNotifications", 1}}));
 }
 
-TEST_F(Cooldown, IsSharedByBothMonitorsButCampaignByCampaign) {
+TEST_F(Cooldown, EntriesHaveNone) {
   ForegroundGeofenceMonitor foreground(host_.platform.main, host_.platform.locations, host_.services(),
                                        host_.reliability);
-  BackgroundRegionMonitor background(host_.platform.main, host_.platform.locations, host_.services());
   EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_ENTER"));
-  EXPECT_TRUE(background.shouldSendNotification(42, "on_exit"));
+  EXPECT_TRUE(foreground.shouldSendNotification(42, "on_exit"));
   EXPECT_THAT(host_.seen(),
               ElementsAre("• 🔔 Allowing ON_ENTER notification for campaign 42 - no cooldown on entry",
-                          "• 🔔 BG Allowing on_exit notification for campaign 42 - no cooldown on entry"));
-  EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_EXIT"));
-  EXPECT_TRUE(background.shouldSendNotification(43, "ON_EXIT"));
-  EXPECT_FALSE(background.shouldSendNotification(42, "ON_EXIT"));
-  EXPECT_FALSE(foreground.shouldSendNotification(43, "ON_EXIT"));
-  background.clearCooldown();
-  EXPECT_TRUE(foreground.shouldSendNotification(42, "ON_EXIT"));
-}
-
-TEST_F(Cooldown, ALaterRunIsRecognisedOnce) {
-  const auto make = [&] {
-    return std::make_unique<BackgroundRegionMonitor>(host_.platform.main, host_.platform.locations,
-                                                     host_.services());
-  };
-  auto before = make();
-  EXPECT_TRUE(before->shouldSendNotification(42, "ON_EXIT"));
-  (void)host_.seenAfter(5s);
-  auto later = make();
-  (void)host_.seenAfter(60s);
-  EXPECT_TRUE(later->shouldSendNotification(42, "ON_EXIT"));
-  EXPECT_THAT(host_.seen(), ElementsAre("• 🔔 BG App restarted, clearing cooldown for campaign 42",
-                                        "remove Orlan_LastNotification_42_ON_EXIT",
-                                        "store Orlan_LastNotification_42_ON_EXIT = 788918465.0",
-                                        "store Orlan_AppStartTime = 788918405.0"));
-  EXPECT_FALSE(later->shouldSendNotification(42, "ON_EXIT"));
-  EXPECT_FALSE(before->shouldSendNotification(42, "ON_EXIT")) << "the earlier start is no restart";
-  EXPECT_EQ(store_.appStartTime(), now) << "of the monitor that checked last";
+                          "• 🔔 Allowing on_exit notification for campaign 42 - no cooldown on entry"));
 }
 
 TEST_F(Cooldown, NotificationsArePostedOnDemandAndTheirOutcomeForgottenWithTheMonitor) {

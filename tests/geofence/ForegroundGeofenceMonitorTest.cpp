@@ -3,6 +3,7 @@
 #include "geofence/Campaigns.hpp"
 #include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
 #include "support/FloorHost.hpp"
+#include "support/NotingLocations.hpp"
 
 namespace orlan::test {
 namespace {
@@ -24,32 +25,6 @@ class Delegate final : public ForegroundGeofenceDelegate {
  public:
   std::function<void()> heard;
   void didEnterCampaign(std::int64_t, std::int64_t) override { heard(); }
-};
-
-/// A location service that has a fix on its way when it is told to stop.
-class LateFixes final : public LocationService {
- public:
-  class Manager final : public LocationManager {
-   public:
-    std::weak_ptr<LocationManagerDelegate> delegate;
-    void setDelegate(std::weak_ptr<LocationManagerDelegate> to) override { delegate = std::move(to); }
-    [[nodiscard]] LocationAuthorization authorizationStatus() const override { return {}; }
-    void requestWhenInUseAuthorization() override {}
-    void requestAlwaysAuthorization() override {}
-    void setDesiredAccuracy(double) override {}
-    void setDistanceFilter(double) override {}
-    void setAllowsBackgroundUpdates(bool) override {}
-    void startUpdatingLocation() override {}
-    void stopUpdatingLocation() override {}
-    void startMonitoringSignificantChanges() override {}
-    void stopMonitoringSignificantChanges() override {}
-    [[nodiscard]] std::optional<Location> location() const override { return {}; }
-    void startMonitoring(const CircularRegion&) override {}
-    void stopMonitoring(std::string_view) override {}
-    [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override { return {}; }
-  };
-  std::shared_ptr<Manager> manager = std::make_shared<Manager>();
-  [[nodiscard]] std::shared_ptr<LocationManager> makeManager(std::string_view) override { return manager; }
 };
 
 class ForegroundMonitor : public testing::Test {
@@ -107,9 +82,10 @@ TEST_F(ForegroundMonitor, WhileStoppedNothingHappensAndNoSecondEntryFollows) {
 }
 
 TEST_F(ForegroundMonitor, AFixThatComesTooLateAndAnEmptyBatchAreNothing) {
-  LateFixes late;
+  NotingLocations late;
   ForegroundGeofenceMonitor monitor(host_.platform.main, late, host_.services(), host_.reliability);
   monitor.start(nullptr);
+  EXPECT_THAT(late.manager->settings, ElementsAre("accuracy 10.0", "filter 10.0", "only in front"));
   const auto delegate = late.manager->delegate.lock();
   delegate->didUpdateLocations(*late.manager, {});
   monitor.stop();
@@ -174,11 +150,6 @@ TEST_F(ForegroundMonitor, ASubscriberMayBringTheNextFixInTheMiddleOfOne) {
   go(shop);
   EXPECT_EQ(depth, 2);
   EXPECT_THAT(go(street), Contains(StartsWith("• 🔴 FG didExitPolygon camp 1")));
-}
-
-TEST_F(ForegroundMonitor, IsNotReachedByFixesAfterItsEnd) {
-  monitor_.reset();
-  EXPECT_THAT(go(shop), IsEmpty());
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "geofence/Answers.hpp"
 #include "orlan/geofence/GeofenceService.hpp"
 #include "support/FloorHost.hpp"
 
@@ -20,7 +19,23 @@ constexpr char path[] = "/api/check-geofence";
 constexpr char cacheFile[] = "orlan-geofences.json";
 constexpr char asked[] = "POST /api/check-geofence";
 
-const std::string twoAndOne = answer({geoCampaign(1, 10, 4), geoCampaign(2, 20, 4)}, {pushCampaign(3)});
+/// What the backend answers: two campaigns with an area at home, and one to be pushed.
+const std::string twoAndOne = [] {
+  const auto campaign = [](const std::string& id, const std::string& place, const std::string& notification) {
+    return R"({"campaignName":"","type":"","locations":[],"active":"","testIds":"","segmentationTags":"",)"
+           R"("campaignId":)" +
+           id + place + R"(,"notificationsArray":[)" + notification + "]}";
+  };
+  const std::string area = R"(,"locationsArray":{"locationId":10,"_id":"","geofence":[
+      {"position":0,"_id":"","latitude":"51.499","longitude":"-0.121"},
+      {"position":1,"_id":"","latitude":"51.499","longitude":"-0.119"},
+      {"position":2,"_id":"","latitude":"51.501","longitude":"-0.119"}]})";
+  const std::string push = R"({"id":6,"campaignId":[],"headline":"Push","body":"","type":"t","media":[],
+      "questions":[],"cta":[],"segmentationTags":"","testIds":"","start":"2026-01-01","end":"2026-02-01",
+      "activation":""})";
+  return R"({"geoCampaign":[)" + campaign("1", area, "") + "," + campaign("2", area, "") +
+         R"(],"pushCampaign":[)" + campaign("3", "", push) + "]}";
+}();
 
 class Sink final : public PolygonSink {
  public:
@@ -36,12 +51,8 @@ class Sink final : public PolygonSink {
 
 class GeofenceServiceTest : public testing::Test {
  protected:
-  GeofenceServiceTest() { answerWith(HttpAnswer::reply(200, twoAndOne)); }
+  GeofenceServiceTest() { host_.phone.http().answer("POST", path, {HttpAnswer::reply(200, twoAndOne)}); }
 
-  void answerWith(HttpAnswer reply) {
-    host_.phone.http().forget("POST", path);
-    host_.phone.http().answer("POST", path, {std::move(reply)});
-  }
   void start(const std::string& key = "key") { service_->start(key, Config::Environment::staging, manager_); }
 
   /// Started and fetched, nothing unseen.
@@ -101,21 +112,6 @@ TEST_F(GeofenceServiceTest, WithoutAFixNothingIsFetched) {
   EXPECT_THAT(host_.seen(), Contains(asked));
 }
 
-TEST_F(GeofenceServiceTest, FailuresKeepWhatWasThere) {
-  const HttpAnswer rows[] = {HttpAnswer::notHttp(), HttpAnswer::reply(199, twoAndOne),
-                             HttpAnswer::reply(300, twoAndOne), HttpAnswer::reply(200)};
-  startAndFetch();
-  const auto before = service_->current();
-  for (const auto& reply : rows) {
-    answerWith(reply);
-    service_->refetch();
-    (void)host_.seen();
-    EXPECT_THAT(host_.seenAfter(50ms), ElementsAre(StartsWith("ERROR ❌ Geofence fetch (manual) failed: ")));
-  }
-  EXPECT_EQ(service_->current(), before);
-  EXPECT_EQ(host_.phone.files().content(cacheFile), twoAndOne);
-}
-
 TEST_F(GeofenceServiceTest, TheTimerFollowsTheApplicationsStateAtEachRestart) {
   startAndFetch();
   EXPECT_THAT(host_.seenAfter(298s), IsEmpty());
@@ -126,17 +122,6 @@ TEST_F(GeofenceServiceTest, TheTimerFollowsTheApplicationsStateAtEachRestart) {
   host_.phone.application().moveTo(ApplicationState::active);
   EXPECT_THAT(host_.seenAfter(1799s), Not(Contains(asked))) << "set while still in the background";
   EXPECT_THAT(host_.seenAfter(1s), Contains(asked));
-}
-
-TEST_F(GeofenceServiceTest, ATickDuringAFetchIsSkippedForGood) {
-  answerWith(HttpAnswer::reply(200, twoAndOne).after(55s));
-  start();
-  (void)host_.seenAfter(299s);
-  service_->refetch();
-  (void)host_.seen();
-  EXPECT_THAT(host_.seenAfter(1s),
-              ElementsAre("INFO ⏭️ Geofence fetch (timer) skipped: fetch already in flight"));
-  EXPECT_THAT(host_.seenAfter(298s), Not(Contains(asked)));
 }
 
 TEST_F(GeofenceServiceTest, ASecondStartReplacesKeyTimerAndFixesButNotTheObservers) {
@@ -181,17 +166,6 @@ TEST_F(GeofenceServiceTest, TheFixOfTheMomentComesAfterTheStartsOwnFetch) {
   const auto seen = host_.seen();
   EXPECT_THAT(seen, Contains("INFO 🌐 /check-geofence (start) [legacy auth] → 51.5,-0.12 | segments: "));
   EXPECT_EQ(std::count(seen.begin(), seen.end(), asked), 1);
-}
-
-TEST_F(GeofenceServiceTest, NothingOfItOutlivesIt) {
-  start();
-  host_.phone.application().moveTo(ApplicationState::background);
-  locations_.send(host_.phone.fixAt({51.6, -0.12}));
-  service_.reset();
-  (void)host_.transcript.take();
-  EXPECT_THAT(host_.seenAfter(1h), IsEmpty());
-  EXPECT_EQ(host_.phone.files().content(cacheFile), std::nullopt);
-  host_.phone.application().moveTo(ApplicationState::active);
 }
 
 TEST_F(GeofenceServiceTest, AnAnswerThatComesWithItsEndIsForgotten) {

@@ -24,13 +24,6 @@ TEST(HopLog, SmallMovementsAddUpToAHopAndGoingBackAndForthDoesNot) {
   EXPECT_EQ(hops.lastLoggedLoc(), north(12));
 }
 
-TEST(HopLog, EveryHundredthHopIsALine) {
-  HopLog hops;
-  for (int hop = 0; hop < 100; ++hop) EXPECT_EQ(hops.logHop(north(hop * 20)), std::nullopt) << hop;
-  EXPECT_EQ(hops.logHop({{51.5, -0.1234567}, 5.0, {}}), "📍 hop #100 → 51.500000,-0.123457");
-  EXPECT_EQ(hops.logHop(north(0)), std::nullopt);
-}
-
 TEST(HopLog, AFixWithoutAPlaceDoesNotHoldTheStart) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   HopLog hops;

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "geofence/Campaigns.hpp"
+#include "orlan/geofence/NotificationPayload.hpp"
 #include "orlan/geofence/PushDelivery.hpp"
 #include "orlan/geofence/PushDispatch.hpp"
 #include "support/FloorHost.hpp"
@@ -11,20 +12,15 @@ namespace orlan::test {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 CampaignData::Notification pushed(std::int64_t id, std::string start = "S", std::string end = "E") {
   auto made = notification(id, "PUSH", "Push " + std::to_string(id));
   made.start = std::move(start);
   made.end = std::move(end);
   return made;
-}
-
-TEST(PushDelivery, TheKeyNamesCampaignNotificationAndTrimmedDates) {
-  EXPECT_EQ(pushDelivery::deliveryKey(42, pushed(7, " a b", "c\nd\u2028\r\n")),
-            "Orlan.PushDeliveredAt.v1.42.7.a b.c\nd");
-  EXPECT_EQ(pushDelivery::deliveryKey(42, pushed(7, "", " \t")), "Orlan.PushDeliveredAt.v1.42.7..");
 }
 
 TEST(PushDelivery, LastsForADay) {
@@ -45,6 +41,7 @@ TEST(PushDelivery, LastsForADay) {
       {"beyond all times", 1e300, true},
   };
   for (const Row& row : rows) EXPECT_EQ(pushDelivery::isRecent(row.last, now), row.expected) << row.name;
+  EXPECT_FALSE(pushDelivery::isRecent(0.0, TimePoint())) << "zero is no time, whatever the clock says";
 }
 
 class PushDispatchTest : public testing::Test {
@@ -59,34 +56,30 @@ class PushDispatchTest : public testing::Test {
       std::make_unique<PushDispatch>(host_.platform, host_.logger, host_.api);
 };
 
-TEST_F(PushDispatchTest, SchedulesOnceADayWhatIsToBePushed) {
-  EXPECT_THAT(dispatch({campaign(1, 10, {notification(1, "ON_ENTER", "In")}), campaign(2, 20)}),
-              ElementsAre("• 🔕 No PUSH campaigns in latest /check-geofence payload"));
-  const std::vector both{
-      campaign(42, 0,
-               {pushed(7), notification(1, "ON_ENTER", "In"), pushed(7, " S", "E\n"), pushed(7, "S", "F")}),
-      campaign(43, 5, {notification(9, "push", "Any case")}), campaign(44, 6)};
-  EXPECT_THAT(
-      dispatch(both),
-      ElementsAre("INFO 🔔 Processing 2 PUSH campaign(s)",
-                  "report notification_delivered as notification of 7 at 0 (-1.0,-1.0)", "scheduled Push 7",
-                  "report notification_delivered as notification of 7 at 0 (-1.0,-1.0)", "scheduled Push 7",
-                  "report notification_delivered as notification of 9 at 5 (-1.0,-1.0)", "scheduled Any case",
-                  "INFO ✅ PUSH dispatch queued – scheduled 3, skipped 1",
-                  "store Orlan.PushDeliveredAt.v1.42.7.S.E = 1767225600.0",
-                  "• ✅ PUSH scheduled campaign=42 notif=7 location=0",
-                  "store Orlan.PushDeliveredAt.v1.42.7.S.F = 1767225600.0",
-                  "• ✅ PUSH scheduled campaign=42 notif=7 location=0",
-                  "store Orlan.PushDeliveredAt.v1.43.9.. = 1767225600.0",
-                  "• ✅ PUSH scheduled campaign=43 notif=9 location=5"));
-  (void)host_.seenAfter(24h - 1us);
-  EXPECT_THAT(dispatch(both), ElementsAre("INFO 🔔 Processing 2 PUSH campaign(s)",
-                                          "• ⏭️ Skipping duplicate PUSH campaign=42 notif=7",
-                                          "• ⏭️ Skipping duplicate PUSH campaign=42 notif=7",
-                                          "• ⏭️ Skipping duplicate PUSH campaign=43 notif=9",
-                                          "INFO ✅ PUSH dispatch queued – scheduled 0, skipped 4"));
-  (void)host_.seenAfter(1us);
-  EXPECT_THAT(dispatch(both), Contains("INFO ✅ PUSH dispatch queued – scheduled 3, skipped 1"));
+TEST_F(PushDispatchTest, SchedulesOnceWhatComesTwiceAndPushesInAnyCase) {
+  const auto seen = dispatch(
+      {campaign(42, 0,
+                {pushed(7), notification(1, "ON_ENTER", "In"), pushed(7, " S", "E\n"), pushed(7, "S", "F")}),
+       campaign(43, 5, {notification(9, "push", "Any case")}), campaign(44, 6)});
+  EXPECT_THAT(seen, Contains("INFO 🔔 Processing 2 PUSH campaign(s)"));
+  EXPECT_THAT(seen, Contains("scheduled Push 7").Times(2));
+  EXPECT_THAT(seen, Contains("scheduled Any case"));
+  EXPECT_THAT(seen, Contains("INFO ✅ PUSH dispatch queued – scheduled 3, skipped 1"));
+  EXPECT_THAT(seen, Not(Contains(HasSubstr("duplicate"))));
+}
+
+TEST(NotificationPayload, HasTheFirstMediaAndACallToActionThatLeadsNowhere) {
+  auto posted = pushed(5);
+  posted.media = {{"image", "https://m.example/1", "a"}, {"video", "https://m.example/2", "b"}};
+  posted.cta = {{std::nullopt, "Open", "c"}, {"https://c.example/2", "Later", "d"}};
+  EXPECT_EQ(json::print(notificationPayload::forCrossing(campaign(42, 7), posted)),
+            R"({"campaign_id":42,"location_id":7,"n_id":5,"mediaType":"image",)"
+            R"("mediaUrl":"https://m.example/1","ctaLabel":"Open","ctaUrl":null})");
+  EXPECT_EQ(json::print(notificationPayload::forPush(campaign(42, 7), posted)),
+            R"({"campaign_id":42,"campaignId":42,"location_id":7,"locationId":7,"n_id":5,"id":5,)"
+            R"("activation":"PUSH","mediaType":"image","mediaUrl":"https://m.example/1","ctaLabel":"Open",)"
+            R"("notification_data":{"notification_id":"5","media_url":"https://m.example/1",)"
+            R"("type":"image","cta_label":"Open"}})");
 }
 
 TEST_F(PushDispatchTest, WhatTheCentreRefusedOrHasNotAnsweredIsScheduledAgain) {

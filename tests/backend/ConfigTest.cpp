@@ -10,18 +10,6 @@ namespace {
 
 using Environment = Config::Environment;
 
-TEST(Config, EnvironmentsGoByTheirMeaning) {
-  std::string names;
-  for (const auto environment : allCases<Environment>()) names.append(rawValue(environment)).append(" ");
-  EXPECT_EQ(names, "development nightly staging production ");
-  EXPECT_EQ(fromRawValue<Environment>("Staging"), std::nullopt);
-  const std::pair<std::int64_t, Environment> rows[] = {
-      {0, Environment::development}, {1, Environment::staging}, {2, Environment::production},
-      {3, Environment::nightly},     {4, Environment::staging}, {-1, Environment::staging}};
-  for (const auto& [raw, expected] : rows) EXPECT_EQ(environmentFromBridged(raw), expected) << raw;
-  EXPECT_EQ(fromRawValue<OrlanEnvironment>(std::int64_t{4}), std::nullopt);
-}
-
 TEST(BaseUrls, TheBuiltInOnesAreEightDifferentOnesOfTheRightShape) {
   auto urls = BaseUrls::builtIn();
   std::set<std::string> different;

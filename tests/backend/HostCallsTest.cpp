@@ -12,6 +12,7 @@ namespace {
 using sim::HttpAnswer;
 using test::Bed;
 using test::Events;
+using test::note;
 using test::registrationUrl;
 using test::rule;
 using testing::ElementsAre;
@@ -21,18 +22,6 @@ using testing::IsEmpty;
 const std::string platform = "https://platform.staging.orlan.example";
 const std::string configUrl = "https://transmission.staging.orlan.example/api/get-config";
 constexpr char configPath[] = "/api/get-config";
-
-/// Listens to one answer and notes it on the tape.
-template <class T>
-Subscription note(Bed& bed, const Single<T>& answer) {
-  return answer.subscribe([&bed](const Result<T>& result) {
-    EXPECT_TRUE(bed.phone.platform().main.isCurrent());
-    const Error error = result ? Error{} : result.error();
-    bed.tape.events.push_back(result ? "deliver"
-                                     : "fail " + error.domain + " " + std::to_string(error.code) + " " +
-                                           error.description);
-  });
-}
 
 sim::PhoneSettings stored(json::Object store) {
   sim::PhoneSettings settings;
@@ -198,17 +187,13 @@ TEST(CorrelationId, IsKeptTrimmedAndSentByARegisteredDeviceWithAToken) {
   EXPECT_EQ(bed.tape.requests.size(), 3u);
   EXPECT_EQ(bed.api->correlationId(), std::nullopt);
 
-  for (const json::Object& store :
-       {json::Object{{storeKeys::correlationID, " \n "}},
-        json::Object{{storeKeys::apiKey, "K"}, {storeKeys::deviceRegistered, true}}}) {
-    Bed silent(stored(store));
-    EXPECT_EQ(silent.api->correlationId(), std::nullopt);
-    silent.api->setCorrelationId("x");
-    silent.api->clearCorrelationId();
-    EXPECT_THAT(silent.tape.take(),
-                ElementsAre("store Orlan.CorrelationID = \"x\"", "• Stored correlation_id (1 chars)",
-                            "remove Orlan.CorrelationID", "• Cleared correlation_id"));
-  }
+  Bed silent(stored({{storeKeys::correlationID, " \n "}, {storeKeys::deviceRegistered, true}}));
+  EXPECT_EQ(silent.api->correlationId(), std::nullopt);
+  silent.api->setCorrelationId("x");
+  silent.api->clearCorrelationId();
+  EXPECT_THAT(silent.tape.take(),
+              ElementsAre("store Orlan.CorrelationID = \"x\"", "• Stored correlation_id (1 chars)",
+                          "remove Orlan.CorrelationID", "• Cleared correlation_id"));
 }
 
 }  // namespace

@@ -22,35 +22,6 @@ sim::PhoneSettings registered(std::optional<std::string> lastSynced = "old") {
   return settings;
 }
 
-TEST(TokenSync, SendsTheWholeRecordAgainAndRemembersTheToken) {
-  auto settings = registered();
-  settings.store.set(storeKeys::deviceID, "D1");
-  settings.store.set(storeKeys::orlanID, "77");
-  settings.store.set(storeKeys::segments, "a,,b");
-  settings.store.set(storeKeys::correlationID, "person \"1\"");
-  Bed bed(std::move(settings));
-  bed.phone.http().answer("POST", registrationPath, {HttpAnswer::reply(204)});
-  bed.api->updateFCMToken("token-123456");
-  EXPECT_THAT(
-      bed.settle(),
-      ElementsAre("• 🔥 Stored FCM token token-12…", "INFO 🔄 Syncing refreshed push token to backend",
-                  "POST " + registrationUrl, "response 204",
-                  "store Orlan.LastSyncedDeviceToken.v1 = \"token-123456\"", "INFO ✅ Push token synced"));
-  const auto& request = bed.tape.requests.at(0);
-  EXPECT_THAT(request.headers,
-              ElementsAre(HttpHeader{"Content-Type", "application/json"},
-                          HttpHeader{"Accept", "application/json"}, HttpHeader{"ApiKey", "K"}));
-  EXPECT_EQ(request.timeout, std::chrono::seconds(60));
-  EXPECT_EQ(request.body,
-            R"({"app_name":"Host","api_key":"K","sdk_version":"1.0","platform":"iOS","os_version":"17.0",)"
-            R"("device_model":"Phone","device_name":"Simulated phone","manufacturer":"Apple",)"
-            R"("country":"en_GB","language":"en_GB","device_id":"D1","segmentations":"a,,b",)"
-            R"("correlation_id":"person \"1\"","orlan_id":"77","device_token":"token-123456"})");
-
-  bed.api->updateFCMToken("token-123456");
-  EXPECT_THAT(bed.settle(), ElementsAre("• 🔥 Stored FCM token token-12…"));
-}
-
 TEST(TokenSync, FailuresAreLoggedAndTheTokenCountsAsUnseen) {
   struct Row {
     const char* name;

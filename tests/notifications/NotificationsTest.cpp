@@ -10,7 +10,6 @@
 namespace orlan::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using Status = NotificationAuthorization;
 
@@ -35,51 +34,12 @@ NotificationResponse tapped(json::Object userInfo) {
   return response;
 }
 
-TEST(Notifications, ASubscriberMayCancelItselfOrSubscribeAnew) {
-  Bed bed;
-  int once = 0;
-  int late = 0;
-  Subscription first;
-  Subscription second;
-  first = bed.manager->publisher().subscribe([&](const OrlanNotificationDetails&) {
-    ++once;
-    second = bed.manager->publisher().subscribe([&](const OrlanNotificationDetails&) { ++late; });
-    bed.manager->clearLatest();
-    first.cancel();
-  });
-  const auto tap = [&] { bed.manager->didReceive(tapped({}), [] {}); };
-  tap();
-  EXPECT_TRUE(bed.manager->latest()) << "latest is set after the emission";
-  tap();
-  EXPECT_EQ(once, 1);
-  EXPECT_EQ(late, 1);
-}
-
-TEST(Notifications, TheDumpNamesEveryDetail) {
-  const NotificationContent content{.title = "a",
-                                    .body = "b",
-                                    .subtitle = "c",
-                                    .badge = 3,
-                                    .sound = "d",
-                                    .threadIdentifier = "e",
-                                    .categoryIdentifier = "f",
-                                    .targetContentIdentifier = "g",
-                                    .launchImageName = "h",
-                                    .attachments = 2};
-  EXPECT_EQ(diagnostics::received(content, "willPresent").front(),
-            R"(🔔 PUSH NOTIFICATION RECEIVED [willPresent]
-┌─📱 Notification Details
-│ Title: "a"
-│ Body: "b"
-│ Subtitle: "c"
-│ Badge: 3
-│ Sound: d
-│ Thread Identifier: "e"
-│ Category Identifier: "f"
-│ Target Content Identifier: "g"
-│ Launch Image Name: "h"
-│ Attachments: 2 items
-└────────────────────────────────────────────)");
+TEST(Notifications, TheDumpAlsoNamesWhatOnlyOtherPhonesHave) {
+  const NotificationContent content{
+      .title = "a", .targetContentIdentifier = "g", .launchImageName = "h", .attachments = 2};
+  EXPECT_THAT(diagnostics::received(content, "willPresent").front(),
+              testing::HasSubstr("\n│ Target Content Identifier: \"g\"\n│ Launch Image Name: \"h\""
+                                 "\n│ Attachments: 2 items\n"));
 }
 
 TEST(NotificationPermissions, ARefreshPublishesTheCentresStatus) {
@@ -118,23 +78,6 @@ TEST(NotificationPermissions, ARequestTakesThePersonsAnswer) {
     EXPECT_EQ(bed.seen(), row.seen) << row.name;
     EXPECT_EQ(heard, row.published) << row.name;
   }
-}
-
-TEST(NotificationPermissions, NothingOfItOutlivesIt) {
-  Bed bed;
-  bed.permission->refresh();
-  bed.permission.reset();
-  bed.world.settle();
-  EXPECT_EQ(bed.phone.notifications().delegate(), nullptr);
-
-  bed.permission = std::make_shared<NotificationPermissionManager>(bed.platform, bed.logger, bed.manager);
-  std::vector<Status> heard;
-  const auto listening =
-      bed.permission->statusPublisher().subscribe([&](Status status) { heard.push_back(status); });
-  bed.platform.main.async([&] { bed.permission.reset(); });  // between the question and its answer
-  bed.permission->refresh();
-  bed.world.settle();
-  EXPECT_THAT(heard, ElementsAre(Status::notDetermined));
 }
 
 TEST(NotificationBridge, CompletesWithAndWithoutAHost) {

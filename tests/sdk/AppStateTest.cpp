@@ -21,23 +21,6 @@ TEST(AppState, BeforeTheRegistrationAnswersNobodyHearsSignals) {
   EXPECT_THAT(host.seen.after("log • 📱 Transition "), ElementsAre());
 }
 
-// Out of order, and while the first campaigns are on their way.
-TEST(AppState, TheLastSignalDecidesWhoReacts) {
-  SimulatedHost host({.location = {.position = Location{{51.5, -0.12}, 5.0, {}}}});
-  host.plugin().start("KEY", Config::Environment::staging, {}, host.delegate);
-  host.world.runFor(60ms);  // registered, the fetch under way
-  for (const auto signal : {ApplicationSignal::didBecomeActive, ApplicationSignal::willEnterForeground,
-                            ApplicationSignal::didEnterBackground, ApplicationSignal::willResignActive}) {
-    host.phone.application().raise(signal);
-  }
-  host.world.runFor(1s);
-  EXPECT_THAT(host.seen.after("log • 📱 Transition "),
-              ElementsAre("#1: ACTIVE → FOREGROUND", "#2: ACTIVE → BACKGROUND"));
-  const auto lines = host.seen.after("log • ");
-  EXPECT_THAT(lines, Contains("🔴 FG-Monitor stopped").Times(1));
-  EXPECT_THAT(lines, Contains("⏸️  BG-Monitor paused (foreground mode)").Times(1));
-}
-
 TEST(AppState, LeavingWhileASecondStartIsUnderWayHandsOverToo) {
   SimulatedHost host;
   host.start();

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "orlan/sdk/LocationPermissionManager.hpp"
+#include "support/NotingLocations.hpp"
 #include "support/SimulatedHost.hpp"
 
 namespace orlan {
@@ -88,11 +89,16 @@ TEST_F(LocationPermission, ALostPermissionTakesTheLocationWithIt) {
   EXPECT_EQ(lastLocation(), std::nullopt);
 }
 
-TEST_F(LocationPermission, ErrorsGoToTheSystemLogOnly) {
-  configure(LocationAuthorization::authorizedAlways);
-  (void)asked();
-  host->phone.locations().fail({"Location", 0, "no sky"});
-  EXPECT_THAT(asked(), ElementsAre("system log [Orlan] CLLocation error: no sky"));
+TEST_F(LocationPermission, IsCoarseAndSaysSoAgainWheneverTheApplicationComesToTheFront) {
+  host.emplace();
+  const Platform platform = host->phone.platform();
+  test::NotingLocations locations;
+  LocationPermissionManager permission(platform.main, locations, platform.application, platform.systemLog);
+  permission.configure();
+  host->phone.application().raise(ApplicationSignal::willEnterForeground);
+  EXPECT_THAT(
+      locations.manager->settings,
+      ElementsAre("accuracy 10.0", "filter 10.0", "in the background too", "accuracy 10.0", "filter 10.0"));
 }
 
 }  // namespace

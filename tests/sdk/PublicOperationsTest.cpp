@@ -1,6 +1,8 @@
 // What journeys do not show of the facade's operations.
 #include <gmock/gmock.h>
 
+#include "orlan/notifications/NotificationEnvelope.hpp"
+#include "orlan/sdk/NotificationStats.hpp"
 #include "support/SimulatedHost.hpp"
 
 namespace orlan {
@@ -84,17 +86,6 @@ TEST(PublicOperations, ACompletionMayCallBackAndCallsDoNotMeet) {
   EXPECT_EQ(answers, 4);
 }
 
-TEST(PublicOperations, NothingIsCalledAfterTheEnd) {
-  StartedHost host;
-  int answers = 0;
-  host.plugin().fetchConfiguration(true, [&](const auto&) { ++answers; });
-  host.plugin().updateSegments({}, [&](const auto&) { ++answers; });
-  host.plugin().trackSurveyEvent("42", {}, "shown", [&](const auto&) { ++answers; });
-  host.quit();
-  host.world.runFor(61s);
-  EXPECT_EQ(answers, 0);
-}
-
 TEST(PublicOperations, TokensComeBeforeAStartAndBringNoFacadeToLife) {
   SimulatedHost host;
   OrlanPlugin::updateAPNsToken("\xab");
@@ -102,27 +93,6 @@ TEST(PublicOperations, TokensComeBeforeAStartAndBringNoFacadeToLife) {
   EXPECT_EQ(host.services().plugin.ifBuilt(), nullptr);
   host.start();
   EXPECT_EQ(host.phone.store().string("Orlan.LastSyncedDeviceToken.v1"), "token-123456");
-}
-
-TEST(PublicOperations, PermissionsAreAskedForAndStreamed) {
-  sim::PhoneSettings settings;
-  settings.location.authorization = LocationAuthorization::notDetermined;
-  settings.notifications.authorization = NotificationAuthorization::notDetermined;
-  SimulatedHost host(std::move(settings));
-  std::vector<std::int64_t> locations, pushes;
-  const auto a = OrlanPlugin::locationAuthorizationPublisher().subscribe(
-      [&](const auto& status) { locations.push_back(rawValue(status)); });
-  const auto b = OrlanPlugin::pushAuthorizationPublisher().subscribe(
-      [&](const auto& status) { pushes.push_back(rawValue(status)); });
-  host.start();
-  host.plugin().requestLocationAlways();
-  host.plugin().requestPushPermission();
-  host.world.runFor(1s);
-  EXPECT_EQ(locations.front(), 0);
-  EXPECT_EQ(locations.back(), 3);
-  EXPECT_EQ(pushes.back(), 2);
-  EXPECT_EQ(host.plugin().locationAuthorizationStatusRaw(), 3);
-  EXPECT_EQ(host.plugin().pushAuthorizationStatusRaw(), 2);
 }
 
 template <class Stream>
@@ -137,6 +107,31 @@ static_assert(readOnly<decltype(LocationPermissionManager::shared().statusPublis
                        decltype(NotificationManager::shared().latestPublisher()),
                        decltype(BackgroundRegionMonitor::shared().circlesPublisher()),
                        decltype(GeofenceService::shared().polygonsPublisherPublic())>);
+
+TEST(PublicOperations, StatisticsCountByMonitorAndByActivationForWholeMinutes) {
+  NotificationStats stats;
+  stats.record(&NotificationStats::fgNotifications, "ON_ENTER");
+  stats.record(&NotificationStats::bgNotifications, "ON_EXIT");
+  stats.record(&NotificationStats::fgNotifications, "on_enter");
+  EXPECT_DOUBLE_EQ(stats.duplicationRate(), 1.0);
+  const std::pair<Duration, std::string> rows[] = {{59s, "0"}, {60s, "1"}, {-61s, "-1"}, {25h, "1500"}};
+  for (const auto& [elapsed, minutes] : rows) {
+    EXPECT_EQ(stats.summary(TimePoint(elapsed)),
+              "📊 Notification Stats (last " + minutes +
+                  "m):\n   • Total: 3 (FG: 2, BG: 1)\n   • Entry: 1, Exit: 1");
+  }
+}
+
+TEST(PublicOperations, EachNotificationRecordHasAnIdOfItsOwn) {
+  SimulatedHost host;
+  const OrlanNotificationDetails none;
+  EXPECT_EQ(none.content(), OrlanNotificationDetails::Content());
+  EXPECT_EQ(none.notifID(), -1);
+  EXPECT_EQ(none.id().size(), 36U);
+  EXPECT_NE(none, OrlanNotificationDetails());
+  EXPECT_EQ(none, OrlanNotificationDetails(none)) << "a copy is the same record";
+  EXPECT_NE(NotificationEnvelope("T", "B", {}).id, NotificationEnvelope("T", "B", {}).id);
+}
 
 TEST(PublicOperations, TheLogMayBeCleared) {
   StartedHost host;

@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include "orlan/sdk/Runtime.hpp"
-#include "orlan/sdk/ScopedMainLoop.hpp"
 #include "support/SimulatedHost.hpp"
 
 namespace orlan {
@@ -79,24 +78,6 @@ TEST(Runtime, AProcessHasOnePhoneAtATime) {
 TEST(RuntimeDeathTest, WithoutAPhoneTheProcessSaysWhatToCall) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   EXPECT_DEATH((void)OrlanPlugin::shared(), "Call orlan::Runtime::install before the first use");
-}
-
-TEST(ScopedMainLoop, TasksAndTimersEndWithIt) {
-  sim::World world;
-  sim::SimulatedPhone phone(world);
-  std::vector<std::string> ran;
-  Subscription late, ticking;
-  {
-    ScopedMainLoop loop(phone.platform().main);
-    EXPECT_TRUE(loop.isCurrent());
-    loop.async([&] { ran.push_back("async"); });
-    late = loop.after(10s, [&] { ran.push_back("late"); });
-    ticking = loop.every(4s, [&] { ran.push_back("tick"); });
-    world.runFor(5s);
-    loop.async([&] { ran.push_back("posted"); });
-  }
-  world.runFor(1min);
-  EXPECT_EQ(ran, (std::vector<std::string>{"async", "tick"}));
 }
 
 }  // namespace

@@ -17,33 +17,23 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST(FaultParsing, ReadsEveryFormAndSaysWhatItCannotRead) {
-  struct Row {
-    const char* text;
-    const char* read;  // kind number delay text times, or the problem
+TEST(FaultParsing, SaysWhatItCannotRead) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"/get-config", "there is no \"=\" behind"},
+      {"/get-confg=cut", R"(no such endpoint "/get-confg"; there are /api/dev)"},
+      {"/get-config=slow", "expected status, delay, cut, body or raw"},
+      {"/get-config=status", "expected status:200 to status:599"},
+      {"/get-config=status:600", "expected status:200 to status:599"},
+      {"/get-config=delay:nan", "expected delay:0 to delay:3600"},
+      {"/get-config=cut:x", "expected cut or cut:BYTES"},
+      {"/get-config=cut*0", "expected *1 to *1000000"},
+      {"/get-config=body", "expected body:TEXT or body:@FILE"},
+      {"/get-config=raw:@/no/such\n/f", R"(/no/such\n/f: cannot be read: No such)"},
   };
-  for (const auto& row :
-       {Row{"/get-config=status:500", "0 500 0  0"}, Row{"/api//get-config=status:304*2", "0 304 0  2"},
-        Row{"/check-geofence=delay:2.5", "1 0 2.5  0"}, Row{"/api/segments=cut", "2 0 0  0"},
-        Row{"/api/segments=cut:40*1", "2 40 0  1"}, Row{"/api/segments=body:a=b:c*d*3", "3 0 0 a=b:c*d 3"},
-        Row{"/api/segments=raw:220 mail", "4 0 0 220 mail 0"}, Row{"/get-config", "there is no \"=\" behind"},
-        Row{"/get-confg=cut", R"(no such endpoint "/get-confg"; there are /api/dev)"},
-        Row{"/get-config=slow", "expected status, delay, cut, body or raw"},
-        Row{"/get-config=status", "expected status:200 to status:599"},
-        Row{"/get-config=status:600", "expected status:200 to status:599"},
-        Row{"/get-config=delay:nan", "expected delay:0 to delay:3600"},
-        Row{"/get-config=cut:x", "expected cut or cut:BYTES"},
-        Row{"/get-config=cut*0", "expected *1 to *1000000"},
-        Row{"/get-config=body", "expected body:TEXT or body:@FILE"},
-        Row{"/get-config=raw:@/no/such\n/f", R"(/no/such\n/f: cannot be read: No such)"}}) {
-    std::ostringstream read;
-    if (const auto fault = parseFault(row.text)) {
-      read << static_cast<int>(fault->kind) << ' ' << fault->number << ' ' << seconds(fault->delay) << ' '
-           << fault->text << ' ' << fault->times.value_or(0);
-    } else {
-      read << fault.error().description;
-    }
-    EXPECT_THAT(read.str(), HasSubstr(row.read)) << row.text;
+  for (const auto& [text, problem] : rows) {
+    const auto fault = parseFault(text);
+    ASSERT_FALSE(fault) << text;
+    EXPECT_THAT(fault.error().description, HasSubstr(problem));
   }
 }
 

@@ -17,7 +17,6 @@ TEST(KeyInput, MakesCommandsOfKeys) {
     const char* waiting;
   } rows[] = {
       {"a letter acts at once", false, {"b", "F", "x"}, {{Act::background}, {Act::front}}, ""},
-      {"digits wait for Enter", false, {"1", "2"}, {}, "12"},
       {"a number taps", false, {"12\x7f", "3\r"}, {{Act::tap, "13"}}, ""},
       {"a letter drops the number", false, {"12w\n"}, {{Act::walk}}, ""},
       {"backspace takes a whole character", true, {"a \xc3\xb6\x7f\n"}, {{Act::answer, "a "}}, ""},

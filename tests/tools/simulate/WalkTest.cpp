@@ -25,14 +25,6 @@ TEST(Walk, IsCutAtEachIntervalUntilTheEndIsReached) {
   EXPECT_EQ(jump[0].coordinate, (Coordinate{5, 5}));
 }
 
-TEST(Walk, AnEvenSpeedMakesTheTimes) {
-  const double degree = distance({0, 0}, {0, 1});
-  const Walk walk = atSpeed(way({{{0, 0}, 0}, {{0, 1}, 0}, {{0, 3}, 0}, {{95, 3}, 0}}), degree / 10);
-  EXPECT_DOUBLE_EQ(walk[1].seconds, 10.0);
-  EXPECT_NEAR(walk[2].seconds, 30.0, 1e-6);
-  EXPECT_EQ(walk[3].seconds, walk[2].seconds) << "a stretch that cannot be measured takes no time";
-}
-
 TEST(Timeline, WalksAndStepsShareOneOrder) {
   Scenario scenario;
   scenario.steps.push_back({0s, "track", Track{2s, std::vector<Fix>(4)}});

@@ -44,7 +44,7 @@ def response(members):
     return backend({"method": "GET", "path": "/", "responses": [members]})
 
 
-# What goes beyond one slip.
+# What no example has; and what goes beyond one slip.
 GOOD = [
     {"steps": [], "name": "", "seed": -9223372036854775808, "until": 0.5},
     {"steps": [], "start": "2026-01-01T00:00:00.25Z"},
@@ -54,12 +54,6 @@ GOOD = [
     step({"do": "clearLogs", "at": 1e11}),
 ]
 BAD = [
-    [],
-    {},
-    {"steps": [], "step": 1},
-    {"steps": [], "name": 1},
-    {"steps": [], "seed": 1.5},
-    {"steps": [], "until": -1},
     {"steps": [], "until": 1e12},
     {"steps": [], "start": "2026-01-01T00:00:00"},
     {"steps": [], "start": "2026-01-01T00:00:00+01:00"},
@@ -98,7 +92,7 @@ good = GOOD + [json.loads(re.search(r"```json\n(.*?)```", page, re.S)[1])]
 scenarios = sorted((source / "tests/scenarios").glob("*.json"))
 assert scenarios
 good += [json.loads(path.read_text()) for path in scenarios]
-slipped = []
+slipped = [slip for each in GOOD if "hosts" not in each for slip in slips(each)]  # a schema cannot say what a URL is
 for part, scenario in parts():
     for example in part["examples"]:
         good.append(scenario(example))

@@ -28,46 +28,52 @@ struct Taps : OrlanNotificationDelegate {
   }
 };
 
-void starting(const std::shared_ptr<OrlanPluginDelegate>& delegate, const std::string& token) {
+struct Phone {
+  Platform platform() const;
+};
+
+int hosts(const Phone& phone, const std::shared_ptr<OrlanPluginDelegate>& delegate,
+          const std::string& token) {
+  // docs/starting.md
+  auto installed = Runtime::install(phone.platform());
+  if (!installed) std::printf("%s\n", installed.error().description.c_str());
+
   OrlanPlugin::shared().start("my-api-key", Config::Environment::staging, {"walkers", "vip"}, delegate);
   OrlanPlugin::shared().start(Config::Environment::production, {}, delegate);
   OrlanPlugin::shared().start("company-key", "app-id", "app-key", "com.example.app",
                               Config::Environment::production, {}, true, delegate);
   OrlanPlugin::updateAPNsToken(token);  // raw bytes; or updateFCMToken, which wins
-}
 
-void addresses() {
   RuntimeOptions options;
   const auto production = Config::Environment::production;
   auto set = options.urls.setPlatform(production, "https://platform.my-company.com");
   if (set) set = options.urls.setTransmission(production, "https://campaigns.my-company.com");
   if (!set) std::printf("%s\n", set.error().description.c_str());
-}
 
-void areas() {
+  // docs/campaigns.md, docs/notifications.md
   const auto subscription =
       OrlanPlugin::polygonsPublisher().subscribe([](const std::vector<Polygon>& polygons) {
         for (const Polygon& polygon : polygons) draw(polygon.coordinates());
       });
-}
 
-void crossings() {
   const auto crossings = std::make_shared<Crossings>();
   ForegroundGeofenceMonitor::shared().setDelegate(crossings);
   BackgroundRegionMonitor::shared().setDelegate(crossings);
-}
 
-struct Phone {
-  orlan::Platform platform() const;
-};
-
-void taps(const Phone& phone) {
   const auto taps = std::make_shared<Taps>();
   NotificationBridge::shared().setDelegate(taps);
   phone.platform().notifications.setDelegate(NotificationBridge::shared().weak_from_this());
+
+  // docs/porting.md
+  auto [main, queues, clock, random, store, files, http, locations, notifications, application, device,
+        bundle, console, systemLog] = phone.platform();
+  const Platform platform{main,      queues,        clock,       random, store,  files,   http,
+                          locations, notifications, application, device, bundle, console, systemLog};
+  if (!Runtime::install(platform)) return 1;
+  return 0;
 }
 
-void location() {
+void permissionForLocation() {
   OrlanPlugin::shared().requestLocationWhenInUse();  // or requestLocationAlways
   const auto subscription =
       OrlanPlugin::locationAuthorizationPublisher().subscribe([](LocationAuthorization status) {
@@ -75,24 +81,12 @@ void location() {
       });
 }
 
-void push() {
+void permissionForNotifications() {
   OrlanPlugin::shared().requestPushPermission();
   const auto subscription =
       OrlanPlugin::pushAuthorizationPublisher().subscribe([](NotificationAuthorization status) {
         std::printf("push: %d\n", static_cast<int>(rawValue(status)));
       });
-}
-
-int installed(const Phone& phone) {
-  auto installed = Runtime::install(phone.platform());
-  if (!installed) std::printf("%s\n", installed.error().description.c_str());
-
-  auto [main, queues, clock, random, store, files, http, locations, notifications, application, device,
-        bundle, console, systemLog] = phone.platform();
-  const Platform platform{main,      queues,        clock,       random, store,  files,   http,
-                          locations, notifications, application, device, bundle, console, systemLog};
-  if (!Runtime::install(platform)) return 1;
-  return 0;
 }
 
 void post(void* context, orlan_id task) {

@@ -36,7 +36,6 @@ class Object {
   /// Null pointer when there is no such key. A key with a null value is there.
   [[nodiscard]] const Value* find(std::string_view key) const;
   [[nodiscard]] Value* find(std::string_view key);
-  [[nodiscard]] bool contains(std::string_view key) const { return find(key) != nullptr; }
 
   /// Replaces the value of a known key in its place, or appends.
   void set(std::string_view key, Value value);

@@ -19,26 +19,18 @@ TEST(Text, TrimmedLosesUnicodeWhiteSpaceAtBothEnds) {
       {"every white space", all + "key" + all, "key"},
       {"inside stays", "  two  words\t", "two  words"},
       {"nothing but", all, ""},
-      {"empty", "", ""},
       {"zero width space is none", "\u200Bkey", "\u200Bkey"},
       {"last bytes of white space alone", "\x80key\x85", "\x80key\x85"},
       {"cut off sequence", "key\xE2\x80", "key\xE2\x80"},
-      {"overlong blank", "key\xC0\xA0", "key\xC0\xA0"},
   };
   for (const Row& row : rows) EXPECT_EQ(trimmed(row.text), row.trimmed) << row.label;
 }
 
 TEST(Text, AsciiFoldsTheLettersAndNothingElse) {
-  struct Row {
-    std::string_view a, b;
-    bool equal;
-  };
-  for (const Row& row : {Row{"AZ-az09", "az-AZ09", true},
-                         {"@[", "`{", false},
-                         {"\xC4", "\xE4", false},
-                         {"Content", "Content-Length", false},
-                         {"Content-Length", "Content", false}}) {
-    EXPECT_EQ(ascii::equalsIgnoringCase(row.a, row.b), row.equal) << row.a;
+  EXPECT_TRUE(ascii::equalsIgnoringCase("AZ-az09", "az-AZ09"));
+  for (const auto& [a, b] : {std::pair{"@[", "`{"}, {"\xC4", "\xE4"}, {"Content", "Content-Length"}}) {
+    EXPECT_FALSE(ascii::equalsIgnoringCase(a, b)) << a;
+    EXPECT_FALSE(ascii::equalsIgnoringCase(b, a)) << a;
   }
 }
 
@@ -50,12 +42,9 @@ TEST(Text, CaseMappingKnowsTheSpecialCases) {
       {"stra\u00DFe", "STRASSE", "stra\u00DFe"},
       {"\u1E9E", "\u1E9E", "\u00DF"},
       {"\uFB01\uFB03", "FIFFI", "\uFB01\uFB03"},   // ligatures
-      {"\u0149", "\u02BCN", "\u0149"},             // n after an apostrophe
       {"\u1FB7", "\u0391\u0342\u0399", "\u1FB7"},  // alpha, circumflex and iota below
-      {"\u1F80", "\u1F08\u0399", "\u1F80"},
       {"\uFB17", "\u0544\u053D", "\uFB17"},        // the last of the table
       {"\u0130", "\u0130", "i\u0307"},             // I with a dot
-      {"\u0131", "I", "\u0131"},                   // i without one
       {"\U00010428", "\U00010400", "\U00010428"},  // beyond the first plane
       {"a\xFF\x80z", "A\xFF\x80Z", "a\xFF\x80z"},  // not UTF-8
   };
@@ -74,7 +63,6 @@ TEST(Text, CharactersAreWhatAPersonCounts) {
     std::string firstTwo;
   };
   const Row rows[] = {
-      {"empty", "", 0, ""},
       {"ASCII", "abc", 3, "ab"},
       {"combining marks", "e\u0301x\u0308z", 3, "e\u0301x\u0308"},
       {"line break of two", "\r\n\r\n\r\n", 3, "\r\n\r\n"},
@@ -92,17 +80,6 @@ TEST(Text, CharactersAreWhatAPersonCounts) {
   }
 }
 
-TEST(Text, Utf8IsCheckedStrictly) {
-  const std::pair<std::string, bool> rows[] = {
-      {"", true},          {std::string("a\0b", 3), true}, {"\u00E9\u20AC\U0001F600", true},
-      {"\xC0\xAF", false}, {"\xED\xA0\x80", false},        {"\x80", false},
-      {"a\xE2\x82", false}};
-  for (const auto& [bytes, valid] : rows) {
-    EXPECT_EQ(isUtf8(bytes), valid) << hex(bytes);
-    EXPECT_EQ(utf8Or(bytes, "<binary>"), valid ? bytes : "<binary>") << hex(bytes);
-  }
-}
-
 TEST(Text, ControlsAreMadeVisible) {
   EXPECT_EQ(escapedControls("a\n\t\r\x1B[31m\x7F\u0085\u009F z"),
             "a\\n\\t\\r\\u001b[31m\\u007f\\u0085\\u009f z");
@@ -115,8 +92,6 @@ TEST(Text, SplitDropsWhatIsEmptyAndJoinKeepsIt) {
   using Parts = std::vector<std::string>;
   EXPECT_EQ(split("a,b,c", ','), (Parts{"a", "b", "c"}));
   EXPECT_EQ(split(",,a,,b,", ','), (Parts{"a", "b"}));
-  EXPECT_EQ(split("abc", ','), (Parts{"abc"}));
-  EXPECT_EQ(split(",", ','), Parts{});
   EXPECT_EQ(split("", ','), Parts{});
   EXPECT_EQ(joined(Parts{"a", "", "b"}, "\n"), "a\n\nb");
   EXPECT_EQ(joined(Parts{}, ", "), "");
@@ -124,23 +99,13 @@ TEST(Text, SplitDropsWhatIsEmptyAndJoinKeepsIt) {
 
 TEST(Text, BytesAsHexAndBase64) {
   EXPECT_EQ(hex(std::string_view("\x00\x0F\xA5\xFF", 4)), "000fa5ff");
-  struct Row {
-    std::string bytes, text;
-  };
-  const Row rows[] = {{"", ""},
-                      {"f", "Zg=="},
-                      {"fo", "Zm8="},
-                      {"foo", "Zm9v"},
-                      {"foob", "Zm9vYg=="},
-                      {"fooba", "Zm9vYmE="},
-                      {"foobar", "Zm9vYmFy"},
-                      {"\xFB\xFF\xFE", "+//+"}};
-  for (const Row& row : rows) {
-    EXPECT_EQ(base64(row.bytes), row.text);
-    EXPECT_EQ(fromBase64(row.text), row.bytes) << row.text;
+  const std::pair<std::string, std::string> rows[] = {
+      {"", ""}, {"f", "Zg=="}, {"fo", "Zm8="}, {"foo", "Zm9v"}, {"\xFB\xFF\xFE", "+//+"}};
+  for (const auto& [bytes, text] : rows) {
+    EXPECT_EQ(base64(bytes), text);
+    EXPECT_EQ(fromBase64(text), bytes) << text;
   }
-  for (const char* text : {"Z", "Zg", "Zg=", "Zg==Zg==", "Z===", "====", "=", "Zm9=v", "Zm 9", "-_-_",
-                           "Zh==", "Zm9v\n", "Zm9\xC3\xA9===="}) {
+  for (const char* text : {"Z", "Zg=", "Zg==Zg==", "Z===", "====", "Zm 9", "-_-_", "Zh==", "Zm9v\n"}) {
     EXPECT_EQ(fromBase64(text), std::nullopt) << text;
   }
 }

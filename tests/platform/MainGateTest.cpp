@@ -2,62 +2,39 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include "orlan/platform/MainGate.hpp"
+#include "phones/simulated/SimulatedPhone.hpp"
 
 namespace orlan {
 namespace {
 
-/// A main loop of the thread that made it, run by hand.
-class HandLoop final : public MainLoop {
- public:
-  void async(std::function<void()> task) override {
-    const std::lock_guard lock(mutex_);
-    tasks_.push_back(std::move(task));
-  }
-  [[nodiscard]] bool isCurrent() const override { return std::this_thread::get_id() == thread_; }
-  Subscription after(Duration, std::function<void()>) override { return {}; }
-  Subscription every(Duration, std::function<void()>) override { return {}; }
-
-  void run() {
-    std::unique_lock lock(mutex_);
-    const auto tasks = std::exchange(tasks_, {});
-    lock.unlock();
-    for (const auto& task : tasks) task();
-  }
-
- private:
-  const std::thread::id thread_ = std::this_thread::get_id();
-  std::mutex mutex_;
-  std::vector<std::function<void()>> tasks_;
-};
-
 TEST(MainGate, PassesAtOnceOnTheMainThreadAndLaterFromElsewhereUntilItIsClosed) {
-  HandLoop loop;
-  auto gate = std::make_unique<MainGate>(loop);
-  const auto pass = gate->pass();
+  sim::World world;
+  sim::SimulatedPhone phone(world);
+  auto gate = std::make_unique<MainGate>(phone.platform().main);
   int passed = 0;
-  pass([&] { ++passed; });
+  const auto knock = [&, pass = gate->pass()] { pass([&] { ++passed; }); };
+  knock();
   EXPECT_EQ(passed, 1);
-  std::thread([&] { pass([&] { ++passed; }); }).join();
+  std::thread(knock).join();
   EXPECT_EQ(passed, 1);
-  loop.run();
+  world.settle();
   EXPECT_EQ(passed, 2);
-  std::thread([&] { pass([&] { ++passed; }); }).join();
+  std::thread(knock).join();
   gate.reset();
-  loop.run();
-  pass([&] { ++passed; });
+  world.settle();
+  knock();
   EXPECT_EQ(passed, 2) << "neither what was posted before nor what comes after";
 }
 
 TEST(MainGate, MayCloseWithItsLoopWhileOthersKnock) {
   for (int round = 0; round < 50; ++round) {
-    auto loop = std::make_unique<HandLoop>();
-    auto gate = std::make_unique<MainGate>(*loop);
+    sim::World world;
+    auto phone = std::make_unique<sim::SimulatedPhone>(world);
+    auto gate = std::make_unique<MainGate>(phone->platform().main);
     int passed = 0;  // of the main thread, as a member of the gate's owner would be
     std::atomic<int> knocks = 0;
     std::vector<std::thread> others;
@@ -69,11 +46,11 @@ TEST(MainGate, MayCloseWithItsLoopWhileOthersKnock) {
         }
       });
     }
-    while (knocks < 50) loop->run();
+    while (knocks < 50) world.settle();
     gate.reset();
     const int passedByThen = passed;
-    loop->run();
-    loop.reset();
+    world.settle();
+    phone.reset();
     for (auto& other : others) other.join();
     EXPECT_EQ(passed, passedByThen);
   }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <numbers>
 #include <random>
@@ -109,24 +109,26 @@ class PolygonGenerator {
 
   double anything() {
     using Limits = std::numeric_limits<double>;
-    static constexpr std::array special{0.0,
-                                        -0.0,
-                                        1.0,
-                                        -1.0,
-                                        90.0,
-                                        -180.0,
-                                        180.0,
-                                        1e9,
-                                        -1e300,
-                                        Limits::max(),
-                                        Limits::lowest(),
-                                        Limits::min(),
-                                        Limits::denorm_min(),
-                                        -3 * Limits::denorm_min(),
-                                        Limits::infinity(),
-                                        -Limits::infinity(),
-                                        Limits::quiet_NaN()};
-    return below(4) == 0 ? 360.0 * unit() - 180.0 : special[below(special.size())];
+    constexpr double tiny = Limits::denorm_min();
+    constexpr double infinity = Limits::infinity();
+    constexpr double special[] = {0.0,
+                                  -0.0,
+                                  1.0,
+                                  -1.0,
+                                  90.0,
+                                  -180.0,
+                                  180.0,
+                                  1e9,
+                                  -1e300,
+                                  Limits::max(),
+                                  Limits::lowest(),
+                                  Limits::min(),
+                                  tiny,
+                                  -3 * tiny,
+                                  infinity,
+                                  -infinity,
+                                  Limits::quiet_NaN()};
+    return below(4) == 0 ? 360.0 * unit() - 180.0 : special[below(std::size(special))];
   }
 
   std::mt19937_64 random_;

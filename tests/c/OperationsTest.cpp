@@ -1,116 +1,134 @@
-// What a started library does for a host in C, operation by operation.
+// What a started library does for a host in C, operation by operation and callback by callback.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "c/TablesOverSimulated.hpp"
 
 namespace {
 
+using orlan::sim::HttpAnswer;
 using orlan::test::Ear;
+using orlan::test::textFrom;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
 constexpr orlan_device device{sizeof device, {"00c0ffee-0000-4000-8000-00000000000a", 36}, {}, {}, {}, {}};
+constexpr auto any = Ear::any;
 
-class Operations : public ::testing::Test {
- protected:
-  void SetUp() override {
-    host.phone.observe(host.seen);
-    ASSERT_EQ(orlan_install(host.handle, nullptr), ORLAN_OK);
-    host.phone.moveTo({51.49, -0.12});
-    ASSERT_EQ(orlan_start_with_app_credentials(orlan_str("COMPANY"), orlan_str("APP"), orlan_str("APPKEY"),
-                                               orlan_str(""), ORLAN_STAGING, nullptr, 0, true, nullptr),
+/// A started host outside its campaign's square.
+struct Started : orlan::test::TablesOverSimulated {
+  Started() : TablesOverSimulated([](orlan_phone_parts& parts) { parts.device = &device; }) {
+    phone.observe(seen);
+    phone.moveTo({51.49, -0.12});
+    EXPECT_EQ(orlan_install(handle, nullptr), ORLAN_OK);
+    begin(nullptr);
+    pass();
+  }
+  ~Started() { orlan_subscription_free(held); }
+
+  static void begin(const orlan_plugin_delegate* delegate) {
+    EXPECT_EQ(orlan_start_with_app_credentials(orlan_str("COMPANY"), orlan_str("APP"), orlan_str("APPKEY"),
+                                               orlan_str(""), ORLAN_STAGING, nullptr, 0, true, delegate),
               ORLAN_OK);
-    host.pass();
+  }
+  void enter() { phone.moveTo({51.5, -0.12}); }
+  void leave() { phone.moveTo({51.49, -0.12}); }
+  void tap(orlan_done_completion done = nullptr) {
+    EXPECT_EQ(orlan_phone_tapped(handle, &notification, {}, done, &ear), ORLAN_OK);
+  }
+  /// All that it can to the library around the callback that it stands in.
+  void misbehave() {
+    ear.then = nullptr;
+    EXPECT_EQ(orlan_uninstall(), ORLAN_BUSY);
+    EXPECT_EQ(orlan_install(handle, nullptr), ORLAN_BUSY);
+    EXPECT_EQ(orlan_phone_free(handle), ORLAN_BUSY);
+    orlan_subscription_free(std::exchange(held, nullptr));
+    EXPECT_EQ(orlan_foreground_set_delegate(nullptr), ORLAN_OK);
+    EXPECT_EQ(orlan_background_set_delegate(nullptr), ORLAN_OK);
+    EXPECT_EQ(orlan_bridge_set_delegate(nullptr), ORLAN_OK);
+    EXPECT_EQ(orlan_forget_plugin_delegate(), ORLAN_OK);
+    EXPECT_EQ(orlan_update_segments(nullptr, 0, nullptr, nullptr), ORLAN_OK);
+    begin(nullptr);
+    EXPECT_EQ(orlan_foreground_stop(), ORLAN_OK);
+    EXPECT_EQ(orlan_clear_latest_notification(), ORLAN_OK);
   }
 
+  const orlan_notification notification{sizeof notification, {}, orlan_str("Tapped")};
+  Ear ear;
+  orlan_subscription* held = nullptr;
+};
+
+struct Operations : ::testing::Test {
   /// What is to be seen outside after a call.
-  void seen(const char* expected, orlan_status status) {
+  void shows(const char* expected, orlan_status status) {
     EXPECT_EQ(status, ORLAN_OK) << orlan_last_problem();
     host.pass(std::chrono::seconds(2));
     EXPECT_THAT(host.seen.lines, Contains(HasSubstr(expected)));
     host.seen = {};
   }
-  std::string textFrom(orlan_status (*get)(orlan_string*)) {
-    orlan_string text{};
-    EXPECT_EQ(get(&text), ORLAN_OK) << orlan_last_problem();
-    const std::string found = orlan::test::copy(text);
-    orlan_string_free(text);
-    return found;
-  }
 
-  orlan::test::TablesOverSimulated host{[](orlan_phone_parts& parts) { parts.device = &device; }};
-  Ear ear;
-  std::vector<std::string>& heard = ear.heard;
+  Started host;
+  Ear& ear = host.ear;
 };
 
 TEST_F(Operations, EachIsSeenOutside) {
+  const std::string record = host.seen.requests.at(0).body.value_or("");
+  EXPECT_THAT(record, HasSubstr("00C0FFEE-0000-4000-8000-00000000000A"));
+  EXPECT_THAT(record, Not(HasSubstr("c0ffee")));
+
   const auto answers = orlan_str(R"([{"question_id":1,"type":"RATING","value":"4"},"no answer"])");
   const auto seven = orlan_str("7");
   const orlan_string tags[] = {orlan_str("north"), orlan_str("loud")};
   host.seen = {};
-  seen("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, Ear::outcome, &ear));
-  seen("/check-geofence", orlan_refetch_geofence());
-  seen("APNs token forwarded to SDK", orlan_update_apns_token("\0\xff", 2));
-  seen("🔥 FCM token forwarded to SDK", orlan_update_fcm_token(orlan_str("t")));
-  seen("survey-response", orlan_submit_survey_response(seven, seven, answers, Ear::outcome, &ear));
-  seen("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), Ear::outcome, &ear));
-  seen("activities", orlan_track_cta_engagement(7, 8));
-  seen("activities", orlan_track_media_view(7, 8));
-  seen("activities", orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE));
-  seen("notification ", orlan_send_test_notification());
-  seen("notification ", orlan_send_test_notification_with_payload(orlan_str("{\"a\":1}")));
-  seen("notification ", orlan_send_firebase_style_test_notification());
-  seen("🔴 FG-Monitor stopped", orlan_foreground_stop());
-  seen("🟢 FG-Monitor started (live GPS)", orlan_foreground_start());
-  seen("▶️  BG-Monitor resumed (background mode)", orlan_background_resume());
-  seen("⏸️  BG-Monitor paused (foreground mode)", orlan_background_pause());
-  seen("🔔 Cleared all notification cooldowns", orlan_foreground_clear_cooldown());
-  seen("🔔 BG Cleared all notification cooldowns", orlan_background_clear_cooldown());
-  seen("📊 Recorded FG notification: ON_ENTER (Total: 1)",
-       orlan_record_fg_notification(orlan_str("ON_ENTER")));
-  seen("📊 Recorded BG notification: ON_EXIT (Total: 2)", orlan_record_bg_notification(orlan_str("ON_EXIT")));
-  seen("mine", orlan_log(ORLAN_LOG_BREADCRUMB, orlan_str("mine")));
-  EXPECT_THAT(heard, ElementsAre("done", "done", "done"));
-  for (const auto& quiet :
-       {orlan_clear_logs, orlan_clear_correlation_id, orlan_reset_notification_stats,
-        orlan_clear_latest_notification, orlan_request_location_always, orlan_request_location_when_in_use}) {
+  shows("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, any, &ear));
+  shows("/check-geofence", orlan_refetch_geofence());
+  shows("APNs token forwarded to SDK", orlan_update_apns_token("\0\xff", 2));
+  shows("🔥 FCM token forwarded to SDK", orlan_update_fcm_token(orlan_str("t")));
+  shows("survey-response", orlan_submit_survey_response(seven, seven, answers, any, &ear));
+  shows("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), any, &ear));
+  shows("activities", orlan_track_cta_engagement(7, 8));
+  shows("activities", orlan_track_media_view(7, 8));
+  shows("activities", orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE));
+  shows("notification ", orlan_send_test_notification());
+  shows("notification ", orlan_send_test_notification_with_payload(orlan_str("{\"a\":1}")));
+  shows("notification ", orlan_send_firebase_style_test_notification());
+  shows("🔴 FG-Monitor stopped", orlan_foreground_stop());
+  shows("🟢 FG-Monitor started (live GPS)", orlan_foreground_start());
+  shows("▶️  BG-Monitor resumed (background mode)", orlan_background_resume());
+  shows("⏸️  BG-Monitor paused (foreground mode)", orlan_background_pause());
+  shows("🔔 Cleared all notification cooldowns", orlan_foreground_clear_cooldown());
+  shows("🔔 BG Cleared all notification cooldowns", orlan_background_clear_cooldown());
+  shows("📊 Recorded FG notification: ON_ENTER (Total: 1)",
+        orlan_record_fg_notification(orlan_str("ON_ENTER")));
+  shows("📊 Recorded BG notification: ON_EXIT (Total: 2)", orlan_record_bg_notification(orlan_str("ON_EXIT")));
+  shows("mine", orlan_log(ORLAN_LOG_BREADCRUMB, orlan_str("mine")));
+  EXPECT_THAT(ear.heard, ElementsAre("1 -", "1 -", "1 -"));
+  for (const auto& quiet : {orlan_clear_logs, orlan_reset_notification_stats, orlan_clear_latest_notification,
+                            orlan_request_location_always, orlan_request_location_when_in_use}) {
     EXPECT_EQ(quiet(), ORLAN_OK);
   }
 }
 
-TEST_F(Operations, TheVendorsIdentifierGoesOutInUpperCase) {
-  const std::string record = host.seen.requests.at(0).body.value_or("");
-  EXPECT_THAT(record, HasSubstr("00C0FFEE-0000-4000-8000-00000000000A"));
-  EXPECT_THAT(record, Not(HasSubstr("c0ffee")));
-}
-
 TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
-  const auto latest = [](void* self, const orlan_notification_details* details) {
-    Ear::of(self).hear(details == nullptr
-                           ? "none"
-                           : std::string(details->headline.data) + " " + details->questions.data + " " +
-                                 (details->cta_url.data == nullptr ? "-" : details->cta_url.data));
-  };
   orlan_notification_details mine{};
   mine.struct_size = sizeof mine;
   mine.headline = orlan_str("Mine");
-  mine.questions = orlan_str("[{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}]");
+  mine.questions = orlan_str(R"([{"id":1,"question":"?","has_choices":false,"position":0}])");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_OK) << orlan_last_problem();
-  EXPECT_EQ(orlan_latest_notification(latest, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(any, &ear), ORLAN_OK);
   mine.questions = orlan_str("[1]");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_INVALID_ARGUMENT);
   EXPECT_THAT(orlan_last_problem(), HasSubstr("questions: "));
   EXPECT_EQ(orlan_set_latest_notification(nullptr), ORLAN_OK);
-  EXPECT_EQ(orlan_latest_notification(latest, &ear), ORLAN_OK);
-  EXPECT_THAT(
-      heard,
-      ElementsAre("Mine [{\"id\":1,\"question\":\"?\",\"has_choices\":false,\"position\":0}] -", "none"));
+  EXPECT_EQ(orlan_latest_notification(any, &ear), ORLAN_OK);
+  EXPECT_THAT(ear.heard,
+              ElementsAre(R"(Mine [{"id":1,"question":"?","has_choices":false,"position":0}] -)", "-"));
 }
 
 TEST_F(Operations, WhatIsKnownCanBeAsked) {
@@ -118,79 +136,138 @@ TEST_F(Operations, WhatIsKnownCanBeAsked) {
   EXPECT_THAT(textFrom(orlan_notification_stats), HasSubstr("Total: 0"));
   EXPECT_EQ(textFrom(orlan_notification_telemetry), "{}");
   EXPECT_EQ(textFrom(orlan_privacy_text), "");
+  EXPECT_EQ(orlan_set_correlation_id(orlan_str("mine")), ORLAN_OK);
+  EXPECT_EQ(textFrom(orlan_correlation_id), "mine");
+  EXPECT_EQ(orlan_clear_correlation_id(), ORLAN_OK);
+  EXPECT_EQ(textFrom(orlan_correlation_id), "");
   std::int64_t status = -1;
   EXPECT_EQ(orlan_location_authorization(&status), ORLAN_OK);
   EXPECT_EQ(status, ORLAN_LOCATION_ALWAYS);
   EXPECT_EQ(orlan_push_authorization(&status), ORLAN_OK);
   EXPECT_EQ(status, ORLAN_NOTIFICATIONS_AUTHORIZED);
-  const struct {
-    const char* answer;
-    bool valid;
-  } rows[] = {{R"({"question_id":1,"type":"RATING","value":"5"})", true},
-              {R"({"question_id":1,"type":"RATING","value":"6"})", false},
-              {R"({"question_id":1})", false},
-              {"", false}};
-  for (const auto& row : rows) {
-    bool valid = !row.valid;
-    EXPECT_EQ(orlan_survey_answer_is_valid(orlan_str(row.answer), &valid), ORLAN_OK);
-    EXPECT_EQ(valid, row.valid) << row.answer;
+  const std::pair<const char*, bool> rows[] = {{R"({"question_id":1,"type":"RATING","value":"5"})", true},
+                                               {R"({"question_id":1,"type":"RATING","value":"6"})", false},
+                                               {R"({"question_id":1})", false},
+                                               {"", false}};
+  for (const auto& [answer, expected] : rows) {
+    bool valid = !expected;
+    EXPECT_EQ(orlan_survey_answer_is_valid(orlan_str(answer), &valid), ORLAN_OK);
+    EXPECT_EQ(valid, expected) << answer;
   }
 }
 
-TEST_F(Operations, StreamsCarryWhatHappens) {
-  orlan_subscription* held[8] = {};
-  ASSERT_EQ(orlan_subscribe_campaigns(Ear::optional, &ear, &held[0]), ORLAN_OK);
-  ASSERT_EQ(orlan_subscribe_circles(
-                [](void* self, const orlan_circle*, std::size_t count) {
-                  Ear::of(self).hear(std::to_string(count) + " circles");
-                },
-                &ear, &held[1]),
-            ORLAN_OK);
-  ASSERT_EQ(orlan_subscribe_last_location(
-                [](void* self, const orlan_location* fix) {
-                  Ear::of(self).hear(fix == nullptr ? "nowhere" : std::to_string(fix->coordinate.latitude));
-                },
-                &ear, &held[2]),
-            ORLAN_OK);
-  ASSERT_EQ(orlan_subscribe_polygons(
-                [](void* self, const orlan_polygon* polygons, std::size_t count) {
-                  Ear::of(self).hear(std::to_string(count) + " polygon of " +
-                                     std::to_string(polygons[0].count) + " from " +
-                                     std::to_string(polygons[0].vertices[0].latitude));
-                },
-                &ear, &held[3]),
-            ORLAN_OK);
-  ASSERT_EQ(heard.size(), 4U);
-  EXPECT_THAT(heard[0], HasSubstr(R"("campaignId":42)"));
-  EXPECT_EQ(heard[1], "1 circles");
-  EXPECT_EQ(heard[3], "1 polygon of 4 from 51.499000");
-  heard.clear();
-  const auto crossed = [](void* self, orlan_crossing crossing) {
-    Ear::of(self).hear("crossed " + std::to_string(crossing.campaign_id));
+TEST(Callbacks, EachIsGivenWhatHappensAndMayDoAllButEndWhatIsAroundIt) {
+  using Step = std::function<void(Started&)>;
+  const Step nothing = [](Started&) {};
+  const auto stream = [](auto subscribe) -> Step {
+    return [subscribe](Started& s) { subscribe(any, &s.ear, &s.held); };
   };
-  for (const int kind :
-       {ORLAN_FOREGROUND_ENTER, ORLAN_FOREGROUND_EXIT, ORLAN_BACKGROUND_ENTER, ORLAN_BACKGROUND_EXIT}) {
-    ASSERT_EQ(orlan_subscribe_crossings(kind, crossed, &ear, &held[4 + kind]), ORLAN_OK);
+  const auto lists = [](auto subscribe) -> Step {
+    return [subscribe](Started& s) { subscribe(Ear::list, &s.ear, &s.held); };
+  };
+  const auto handled = [](auto subscribe) -> Step {
+    return [subscribe](Started& s) {
+      subscribe(any, &s.ear, &s.held);
+      orlan_handle_notifications();
+    };
+  };
+  const auto crossings = [](std::int32_t kind, const Step& before) -> Step {
+    return [=](Started& s) {
+      before(s);
+      s.pass(std::chrono::seconds(20));
+      orlan_subscribe_crossings(kind, any, &s.ear, &s.held);
+    };
+  };
+  const auto delegate = [](auto set) -> Step {
+    return [set](Started& s) {
+      const orlan_geofence_delegate table{sizeof table, &s.ear, any, nullptr};
+      set(&table);
+    };
+  };
+  const Step enter = [](Started& s) { s.enter(); };
+  const Step leave = [](Started& s) { s.leave(); };
+  const Step tap = [](Started& s) { s.tap(); };
+  const Step background = [](Started& s) { orlan_phone_move_to(s.handle, ORLAN_STATE_BACKGROUND); };
+  const Step enterBehind = [&](Started& s) {
+    background(s);
+    enter(s);
+  };
+  const Step refetch = [](Started& s) {
+    s.answer("/api/check-geofence", HttpAnswer::reply(200, R"({"geoCampaign":[],"pushCampaign":[]})"));
+    orlan_refetch_geofence();
+  };
+  const struct {
+    const char* callback;
+    Step listen, cause;
+    std::vector<const char*> heard;  // or a part of it; the last while it misbehaves
+  } rows[] = {
+      {"did_authenticate",
+       nothing,
+       [](Started& s) {
+         const auto own = s.ear.delegate();
+         s.begin(&own);
+       },
+       {"D1 O1"}},
+      {"did_fail",
+       nothing,
+       [](Started& s) {
+         const auto own = s.ear.delegate();
+         orlan_start(ORLAN_STAGING, nullptr, 0, &own);
+       },
+       {"OrlanPlugin -1"}},
+      {"an outcome", nothing, [](Started& s) { orlan_update_segments(nullptr, 0, any, &s.ear); }, {"1 -"}},
+      {"an outcome inside the call",
+       nothing,
+       [](Started& s) { orlan_submit_survey_response(orlan_str("?"), {}, orlan_str("[]"), any, &s.ear); },
+       {"0 Orlan"}},
+      {"a text", nothing, [](Started& s) { orlan_refresh_privacy_text(any, &s.ear); }, {"- URLError"}},
+      {"location authorization",
+       stream(orlan_subscribe_location_authorization),
+       [](Started& s) { s.phone.locations().setAuthorization(orlan::LocationAuthorization::denied); },
+       {"3", "2"}},
+      {"push authorization",
+       stream(orlan_subscribe_push_authorization),
+       [](Started&) { orlan_refresh_push_authorization(); },
+       {"2", "2"}},
+      {"last location", stream(orlan_subscribe_last_location), enter, {"-", "51.500000"}},
+      {"polygons", lists(orlan_subscribe_polygons), refetch, {"1 51.501000", "0"}},
+      {"campaigns", stream(orlan_subscribe_campaigns), refetch, {R"("campaignId":42)", "[]"}},
+      {"circles", lists(orlan_subscribe_circles), refetch, {"1 51.5", "0"}},
+      {"an entry in front", crossings(ORLAN_FOREGROUND_ENTER, nothing), enter, {"42@7"}},
+      {"an exit in front", crossings(ORLAN_FOREGROUND_EXIT, enter), leave, {"42@7"}},
+      {"an entry behind", crossings(ORLAN_BACKGROUND_ENTER, background), enter, {"42@7"}},
+      {"an exit behind", crossings(ORLAN_BACKGROUND_EXIT, enterBehind), leave, {"42@7"}},
+      {"did_enter in front", delegate(orlan_foreground_set_delegate), enter, {"42@7"}},
+      {"did_enter behind", delegate(orlan_background_set_delegate), enterBehind, {"42@7"}},
+      {"a notification", handled(orlan_subscribe_notifications), tap, {"Tapped"}},
+      {"the latest notification", handled(orlan_subscribe_latest_notification), tap, {"-", "Tapped"}},
+      {"the latest, asked", nothing, [](Started& s) { orlan_latest_notification(any, &s.ear); }, {"-"}},
+      {"the bridge",
+       [](Started& s) {
+         const orlan_notification_delegate table{sizeof table, &s.ear, any};
+         orlan_bridge_set_delegate(&table);
+         orlan_bridge_notifications();
+       },
+       tap,
+       {"Tapped"}},
+      {"done", nothing, [](Started& s) { s.tap(any); }, {""}},
+      {"shown",
+       nothing,
+       [](Started& s) { orlan_phone_present(s.handle, &s.notification, any, &s.ear); },
+       {"18"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.callback);
+    Started host;
+    row.listen(host);
+    host.pass();
+    host.ear.then = [&host] { host.misbehave(); };
+    row.cause(host);
+    host.pass(std::chrono::seconds(20));
+    ASSERT_EQ(host.ear.heard.size(), row.heard.size());
+    for (std::size_t i = 0; i < row.heard.size(); ++i)
+      EXPECT_THAT(host.ear.heard[i], HasSubstr(row.heard[i]));
   }
-  const orlan_geofence_delegate delegate{
-      sizeof delegate, &ear,
-      [](void* self, orlan_crossing crossing) {
-        Ear::of(self).hear("entered " + std::to_string(crossing.location_id));
-      },
-      nullptr};
-  EXPECT_EQ(orlan_foreground_set_delegate(&delegate), ORLAN_OK);
-  EXPECT_EQ(orlan_background_set_delegate(&delegate), ORLAN_OK);
-  host.phone.moveTo({51.5, -0.12});
-  host.pass();
-  EXPECT_THAT(heard, ElementsAre("entered 7", "crossed 42", "51.500000"));
-  heard.clear();
-  host.phone.moveTo({51.49, -0.12});
-  EXPECT_EQ(orlan_phone_move_to(host.handle, ORLAN_STATE_BACKGROUND), ORLAN_OK);
-  host.pass();
-  host.phone.moveTo({51.5, -0.12});
-  host.pass();
-  EXPECT_THAT(heard, ElementsAre("crossed 42", "51.490000", "entered 7", "crossed 42", "51.500000"));
-  for (auto* each : held) orlan_subscription_free(each);
 }
 
 }  // namespace

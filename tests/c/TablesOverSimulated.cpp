@@ -18,35 +18,57 @@ constexpr char market[] = R"({"geoCampaign":[{"campaignName":"Market","campaignI
   "campaignId":[42],"headline":"Welcome","body":"Fresh bread.","type":"text","media":[],"questions":[],"cta":[],
   "segmentationTags":"","testIds":"","start":"","end":"","activation":"ON_ENTER"}]}],"pushCampaign":[]})";
 
-}  // namespace
+using Self = TablesOverSimulated;
 
-orlan_value TablesOverSimulated::lend(const json::Value& value) {
-  orlan_value out{};
-  if (value.boolean() != nullptr) out = {ORLAN_VALUE_BOOLEAN, *value.boolean(), 0, 0, {}};
-  if (value.integer() != nullptr) out = {ORLAN_VALUE_INTEGER, false, *value.integer(), 0, {}};
-  if (value.real() != nullptr) out = {ORLAN_VALUE_REAL, false, 0, *value.real(), {}};
-  if (value.string() != nullptr) out = {ORLAN_VALUE_TEXT, false, 0, 0, c::lent(*value.string())};
-  if (value.bytes() != nullptr) out = {ORLAN_VALUE_BYTES, false, 0, 0, c::lent(value.bytes()->data)};
-  return out;
+Self& of(void* context) {
+  return *static_cast<Self*>(context);
+}
+std::string_view view(orlan_string text) {
+  return {text.data, text.length};
+}
+LocationManager& manager(void* context, orlan_id id) {
+  return *of(context).clients.at(id).manager;
+}
+orlan_region lend(const CircularRegion& region) {
+  return {c::lent(region.identifier), c::to(region.circle), region.notifyOnEntry, region.notifyOnExit};
 }
 
-json::Value TablesOverSimulated::take(const orlan_value& value) {
-  switch (value.kind) {
-    case ORLAN_VALUE_BOOLEAN:
-      return value.boolean;
-    case ORLAN_VALUE_INTEGER:
-      return value.integer;
-    case ORLAN_VALUE_REAL:
-      return value.real;
-    case ORLAN_VALUE_TEXT:
-      return view(value.text);
-    default:
-      return Bytes{std::string(view(value.text))};
+/// What the hub tells one of its managers, on its way to the library's manager of that number. Number 0 tells
+/// of the authorization alone.
+struct Relay final : LocationManagerDelegate {
+  Relay(Self& host, orlan_id number) : self(host), id(number) {}
+  void didChangeAuthorization(LocationManager&) override {
+    if (id == 0) orlan_phone_location_authorization_changed(self.handle);
   }
+  void didUpdateLocations(LocationManager&, std::span<const Location> batch) override {
+    std::vector<orlan_location> fixes;
+    for (const Location& fix : batch) fixes.push_back(c::to(fix));
+    orlan_phone_fixes(self.handle, id, fixes.data(), fixes.size());
+  }
+  void didFail(LocationManager&, const Error& error) override {
+    const orlan_error out = c::lent(error);
+    orlan_phone_location_failed(self.handle, id, &out);
+  }
+  void didEnterRegion(LocationManager&, const CircularRegion& region) override {
+    const orlan_region out = lend(region);
+    if (id != 0) orlan_phone_region_entered(self.handle, id, &out);
+  }
+  void didExitRegion(LocationManager&, const CircularRegion& region) override {
+    const orlan_region out = lend(region);
+    if (id != 0) orlan_phone_region_exited(self.handle, id, &out);
+  }
+  Self& self;
+  orlan_id id;
+};
+
+void addClient(Self& self, orlan_id id, std::string_view name) {
+  Self::Client made{self.phone.locations().makeManager(name), std::make_shared<Relay>(self, id)};
+  made.manager->setDelegate(made.relay);
+  self.clients[id] = std::move(made);
 }
 
-orlan_loop_functions TablesOverSimulated::loop() {
-  orlan_loop_functions table{sizeof table, this};
+orlan_loop_functions loopTable(Self& host) {
+  orlan_loop_functions table{sizeof table, &host};
   table.post = [](void* context, orlan_id task) {
     Self& self = of(context);
     self.lastTask = task;
@@ -54,88 +76,90 @@ orlan_loop_functions TablesOverSimulated::loop() {
   };
   table.post_after = [](void* context, std::int64_t delay, orlan_id task) {
     Self& self = of(context);
-    self.timers_[task] = self.phone.platform().main.after(
+    self.timers[task] = self.phone.platform().main.after(
         Duration(delay), [&self, task] { orlan_phone_run(self.handle, task); });
   };
-  table.cancel = [](void* context, orlan_id task) { of(context).timers_.erase(task); };
+  table.cancel = [](void* context, orlan_id task) { of(context).timers.erase(task); };
   table.is_main_thread = [](void* context) { return of(context).phone.platform().main.isCurrent(); };
   return table;
 }
 
-orlan_queue_functions TablesOverSimulated::queues() {
-  orlan_queue_functions table{sizeof table, this};
+orlan_queue_functions queueTable(Self& host) {
+  orlan_queue_functions table{sizeof table, &host};
   table.made = [](void* context, orlan_id queue, orlan_string label) {
-    const std::lock_guard lock(of(context).mutex_);
-    of(context).queues_[queue] = of(context).phone.platform().queues.make(view(label));
+    const std::lock_guard lock(of(context).mutex);
+    of(context).queues[queue] = of(context).phone.platform().queues.make(view(label));
   };
   table.gone = [](void* context, orlan_id queue) {
-    const std::lock_guard lock(of(context).mutex_);
-    of(context).queues_.erase(queue);
+    const std::lock_guard lock(of(context).mutex);
+    of(context).queues.erase(queue);
   };
   table.post = [](void* context, orlan_id queue, orlan_id task) {
     Self& self = of(context);
-    const std::lock_guard lock(self.mutex_);
-    self.queues_.at(queue)->async([&self, task] { orlan_phone_run(self.handle, task); });
+    const std::lock_guard lock(self.mutex);
+    self.queues.at(queue)->async([&self, task] { orlan_phone_run(self.handle, task); });
   };
   return table;
 }
 
-orlan_store_functions TablesOverSimulated::store() {
-  orlan_store_functions table{sizeof table, this};
+orlan_store_functions storeTable(Self& host) {
+  orlan_store_functions table{sizeof table, &host};
   table.get = [](void* context, orlan_string key, orlan_answer* answer) {
-    const auto found = of(context).phone.store().get(view(key));
-    if (!found) return;
-    const orlan_value out = lend(*found);
-    orlan_answer_value(answer, &out);
+    const std::lock_guard lock(of(context).mutex);
+    const auto found = of(context).store.find(view(key));
+    if (found != of(context).store.end()) orlan_answer_value(answer, &found->second.value);
   };
   table.set = [](void* context, orlan_string key, const orlan_value* value) {
-    of(context).phone.store().set(view(key), take(*value));
+    const std::lock_guard lock(of(context).mutex);
+    Self::Kept& kept = of(context).store[copy(key)];
+    kept = {copy(value->text), *value};
+    kept.value.text = c::lent(kept.text);
   };
-  table.remove = [](void* context, orlan_string key) { of(context).phone.store().remove(view(key)); };
+  table.remove = [](void* context, orlan_string key) {
+    const std::lock_guard lock(of(context).mutex);
+    of(context).store.erase(copy(key));
+  };
   table.list = [](void* context, orlan_answer* answer) {
-    for (const auto& [key, value] : of(context).phone.store().contents()) {
-      const orlan_value out = lend(value);
-      orlan_answer_entry(answer, c::lent(key), &out);
-    }
+    const std::lock_guard lock(of(context).mutex);
+    for (const auto& [key, kept] : of(context).store) orlan_answer_entry(answer, c::lent(key), &kept.value);
   };
   return table;
 }
 
-orlan_file_functions TablesOverSimulated::files() {
-  orlan_file_functions table{sizeof table, this, c::lent(caches_)};
+orlan_file_functions fileTable(Self& host) {
+  orlan_file_functions table{sizeof table, &host, c::lent(host.caches)};
   table.exists = [](void* context, orlan_string path) {
-    return of(context).phone.files().exists(std::string(view(path)));
+    return of(context).phone.files().exists(copy(path));
   };
   table.read = [](void* context, orlan_string path, orlan_answer* answer) {
-    const auto found = of(context).phone.files().read(std::string(view(path)));
+    const auto found = of(context).phone.files().read(copy(path));
     if (found) orlan_answer_bytes(answer, c::lent(*found));
     return found.has_value();
   };
   table.write = [](void* context, orlan_string path, orlan_string bytes) {
-    return of(context).phone.files().writeAtomically(std::string(view(path)), view(bytes)).has_value();
+    return of(context).phone.files().writeAtomically(copy(path), view(bytes)).has_value();
   };
   table.append = [](void* context, orlan_string path, orlan_string bytes) {
-    return of(context).phone.files().append(std::string(view(path)), view(bytes)).has_value();
+    return of(context).phone.files().append(copy(path), view(bytes)).has_value();
   };
   table.remove = [](void* context, orlan_string path) {
-    return of(context).phone.files().remove(std::string(view(path))).has_value();
+    return of(context).phone.files().remove(copy(path)).has_value();
   };
   return table;
 }
 
-orlan_http_functions TablesOverSimulated::http() {
-  orlan_http_functions table{sizeof table, this};
+orlan_http_functions httpTable(Self& host) {
+  orlan_http_functions table{sizeof table, &host};
   table.send = [](void* context, orlan_id call, const orlan_http_request* given) {
     Self& self = of(context);
-    HttpRequest request{std::string(view(given->method)), std::string(view(given->url))};
+    HttpRequest request{copy(given->method), copy(given->url)};
     request.timeout = Duration(given->timeout);
     if (given->body.data != nullptr) request.body = view(given->body);
     self.lastCall = call;
     for (std::size_t i = 0; i < given->header_count; ++i) {
-      request.addHeader(std::string(view(given->headers[i].name)),
-                        std::string(view(given->headers[i].value)));
+      request.addHeader(copy(given->headers[i].name), copy(given->headers[i].value));
     }
-    self.calls_[call] = self.phone.http().send(std::move(request), [&self, call](Result<HttpReply> outcome) {
+    self.calls[call] = self.phone.http().send(std::move(request), [&self, call](Result<HttpReply> outcome) {
       if (!outcome) {
         orlan_phone_http_failed(self.handle, call, outcome.error().code,
                                 c::lent(outcome.error().description));
@@ -146,32 +170,28 @@ orlan_http_functions TablesOverSimulated::http() {
       orlan_phone_http_reply(self.handle, call, &reply);
     });
   };
-  table.cancel = [](void* context, orlan_id call) { of(context).calls_.erase(call); };
+  table.cancel = [](void* context, orlan_id call) { of(context).calls.erase(call); };
   return table;
 }
 
-orlan_location_functions TablesOverSimulated::location() {
-  orlan_location_functions table{sizeof table, this};
+orlan_location_functions locationTable(Self& host) {
+  orlan_location_functions table{sizeof table, &host};
   table.authorization = [](void* context) {
     return static_cast<std::int32_t>(rawValue(of(context).phone.locations().authorization()));
   };
-  table.request_authorization = [](void* context, bool) {
-    of(context).manager(0).requestAlwaysAuthorization();
-  };
-  table.made = [](void* context, orlan_id id, orlan_string name) {
-    of(context).clients_[id] = of(context).client(id, view(name));
-  };
-  table.gone = [](void* context, orlan_id id) { of(context).clients_.erase(id); };
+  table.request_authorization = [](void* context, bool) { manager(context, 0).requestAlwaysAuthorization(); };
+  table.made = [](void* context, orlan_id id, orlan_string name) { addClient(of(context), id, view(name)); };
+  table.gone = [](void* context, orlan_id id) { of(context).clients.erase(id); };
   table.set_distance_filter = [](void* context, orlan_id id, double metres) {
-    of(context).manager(id).setDistanceFilter(metres);
+    manager(context, id).setDistanceFilter(metres);
   };
   table.set_updating = [](void* context, orlan_id id, bool running) {
-    auto& manager = of(context).manager(id);
-    running ? manager.startUpdatingLocation() : manager.stopUpdatingLocation();
+    auto& one = manager(context, id);
+    running ? one.startUpdatingLocation() : one.stopUpdatingLocation();
   };
   table.set_significant_changes = [](void* context, orlan_id id, bool running) {
-    auto& manager = of(context).manager(id);
-    running ? manager.startMonitoringSignificantChanges() : manager.stopMonitoringSignificantChanges();
+    auto& one = manager(context, id);
+    running ? one.startMonitoringSignificantChanges() : one.stopMonitoringSignificantChanges();
   };
   table.last_location = [](void* context, orlan_location* location) {
     const auto position = of(context).phone.locations().position();
@@ -179,11 +199,12 @@ orlan_location_functions TablesOverSimulated::location() {
     return position.has_value();
   };
   table.start_region = [](void* context, const orlan_region* region) {
-    of(context).manager(0).startMonitoring({std::string(view(region->identifier)), c::from(region->circle),
-                                            region->notify_on_entry, region->notify_on_exit});
+    manager(context, 0)
+        .startMonitoring({copy(region->identifier), c::from(region->circle), region->notify_on_entry,
+                          region->notify_on_exit});
   };
   table.stop_region = [](void* context, orlan_string identifier) {
-    of(context).manager(0).stopMonitoring(view(identifier));
+    manager(context, 0).stopMonitoring(view(identifier));
   };
   table.regions = [](void* context, orlan_answer* answer) {
     for (const auto& region : of(context).phone.locations().monitoredRegions()) {
@@ -194,8 +215,8 @@ orlan_location_functions TablesOverSimulated::location() {
   return table;
 }
 
-orlan_notification_functions TablesOverSimulated::notifications() {
-  orlan_notification_functions table{sizeof table, this};
+orlan_notification_functions notificationTable(Self& host) {
+  orlan_notification_functions table{sizeof table, &host};
   table.add = [](void* context, const orlan_notification* notification, orlan_id question) {
     of(context).phone.notifications().add(
         c::from(*notification), [handle = of(context).handle, question](const Result<void>& done) {
@@ -218,19 +239,15 @@ orlan_notification_functions TablesOverSimulated::notifications() {
   return table;
 }
 
-orlan_log_functions TablesOverSimulated::log() {
-  orlan_log_functions table{sizeof table, this};
+orlan_log_functions logTable(Self& host) {
+  orlan_log_functions table{sizeof table, &host};
   table.print = [](void* context, orlan_string level, orlan_string message, orlan_string) {
     of(context).seen.consoleLine(view(level), view(message));
   };
   return table;
 }
 
-TablesOverSimulated::Client TablesOverSimulated::client(orlan_id id, std::string_view name) {
-  Client made{phone.locations().makeManager(name), std::make_shared<Relay>(*this, id)};
-  made.manager->setDelegate(made.relay);
-  return made;
-}
+}  // namespace
 
 TablesOverSimulated::TablesOverSimulated(const Change& change) {
   answer("/api/device-registerd/create",
@@ -240,24 +257,24 @@ TablesOverSimulated::TablesOverSimulated(const Change& change) {
   }
   answer("/api/survey-response", sim::HttpAnswer::reply(201, "ok"));
   answer("/api/check-geofence", sim::HttpAnswer::reply(200, market));
-  const auto loopTable = loop();
-  const auto queueTable = queues();
-  const auto storeTable = store();
-  const auto fileTable = files();
-  const auto httpTable = http();
-  const auto locationTable = location();
-  const auto notificationTable = notifications();
-  const auto logTable = log();
-  const orlan_clock_functions clockTable{
-      sizeof clockTable, this,
+  const auto loop = loopTable(*this);
+  const auto queue = queueTable(*this);
+  const auto values = storeTable(*this);
+  const auto files = fileTable(*this);
+  const auto http = httpTable(*this);
+  const auto location = locationTable(*this);
+  const auto notification = notificationTable(*this);
+  const auto log = logTable(*this);
+  const orlan_clock_functions clock{
+      sizeof clock, this,
       [](void* context) { return of(context).phone.clock().now().time_since_epoch().count(); },
       [](void*, std::int64_t) { return std::int64_t{0}; }};
-  orlan_phone_parts parts{sizeof parts, &loopTable, &queueTable, &clockTable,    nullptr,
-                          &storeTable,  &fileTable, &httpTable,  &locationTable, &notificationTable};
-  parts.log = &logTable;
+  orlan_phone_parts parts{sizeof parts, &loop,  &queue, &clock,    nullptr,
+                          &values,      &files, &http,  &location, &notification};
+  parts.log = &log;
   if (change) change(parts);
   EXPECT_EQ(orlan_phone_new(&parts, &handle), ORLAN_OK) << orlan_last_problem();
-  clients_[0] = client(0, "any");
+  addClient(*this, 0, "any");
   world.settle();
   seen = {};
 }

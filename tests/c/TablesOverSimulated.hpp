@@ -20,11 +20,12 @@ namespace orlan::test {
 /// A host's function tables in front of a simulated phone, so that what is promised of phones can be asked of
 /// the one that the library makes of them, and a host in C can be watched. Its backend knows the device as D1
 /// and O1, takes what it is told and has one campaign, a square around 51.5, -0.12 that welcomes.
-class TablesOverSimulated {
- public:
+struct TablesOverSimulated {
   using Change = std::function<void(orlan_phone_parts&)>;
 
   explicit TablesOverSimulated(const Change& change = {});
+  TablesOverSimulated(const TablesOverSimulated&) = delete;
+  TablesOverSimulated& operator=(const TablesOverSimulated&) = delete;
   ~TablesOverSimulated() {
     orlan_uninstall();
     EXPECT_EQ(orlan_phone_free(handle), ORLAN_OK) << orlan_last_problem();
@@ -49,73 +50,72 @@ class TablesOverSimulated {
   std::atomic<orlan_id> lastTask = 0;  // of the main loop; any thread posts
   orlan_id lastCall = 0;
 
- private:
-  using Self = TablesOverSimulated;
-
-  /// What the hub tells one of its managers, on its way to the library's manager of that number. Number 0
-  /// tells of the authorization alone.
-  struct Relay final : LocationManagerDelegate {
-    Relay(Self& host, orlan_id number) : self(host), id(number) {}
-    void didChangeAuthorization(LocationManager&) override {
-      if (id == 0) orlan_phone_location_authorization_changed(self.handle);
-    }
-    void didUpdateLocations(LocationManager&, std::span<const Location> batch) override {
-      std::vector<orlan_location> fixes;
-      for (const Location& fix : batch) fixes.push_back(c::to(fix));
-      orlan_phone_fixes(self.handle, id, fixes.data(), fixes.size());
-    }
-    void didFail(LocationManager&, const Error& error) override {
-      const orlan_error out = c::lent(error);
-      orlan_phone_location_failed(self.handle, id, &out);
-    }
-    void didEnterRegion(LocationManager&, const CircularRegion& region) override {
-      const orlan_region out = lend(region);
-      if (id != 0) orlan_phone_region_entered(self.handle, id, &out);
-    }
-    void didExitRegion(LocationManager&, const CircularRegion& region) override {
-      const orlan_region out = lend(region);
-      if (id != 0) orlan_phone_region_exited(self.handle, id, &out);
-    }
-    Self& self;
-    orlan_id id;
+  // What the tables keep.
+  struct Kept {
+    std::string text;
+    orlan_value value;
   };
   struct Client {
     std::shared_ptr<LocationManager> manager;
-    std::shared_ptr<Relay> relay;
+    std::shared_ptr<LocationManagerDelegate> relay;
   };
-
-  static Self& of(void* context) { return *static_cast<Self*>(context); }
-  static std::string_view view(orlan_string text) { return {text.data, text.length}; }
-  static orlan_region lend(const CircularRegion& region) {
-    return {c::lent(region.identifier), c::to(region.circle), region.notifyOnEntry, region.notifyOnExit};
-  }
-  static orlan_value lend(const json::Value& value);
-  static json::Value take(const orlan_value& value);
-  Client client(orlan_id id, std::string_view name);
-  LocationManager& manager(orlan_id id) { return *clients_.at(id).manager; }
-
-  orlan_loop_functions loop();
-  orlan_queue_functions queues();
-  orlan_store_functions store();
-  orlan_file_functions files();
-  orlan_http_functions http();
-  orlan_location_functions location();
-  orlan_notification_functions notifications();
-  orlan_log_functions log();
-
-  const std::string caches_ = phone.files().cachesDirectory();
-  std::mutex mutex_;
-  std::map<orlan_id, std::unique_ptr<SerialQueue>> queues_;
-  std::map<orlan_id, Subscription> timers_;
-  std::map<orlan_id, Subscription> calls_;
-  std::map<orlan_id, Client> clients_;
+  const std::string caches = phone.files().cachesDirectory();
+  std::mutex mutex;  // of the queues and the store, which any thread uses
+  std::map<orlan_id, std::unique_ptr<SerialQueue>> queues;
+  std::map<std::string, Kept, std::less<>> store;
+  std::map<orlan_id, Subscription> timers;
+  std::map<orlan_id, Subscription> calls;
+  std::map<orlan_id, Client> clients;
 };
 
 inline std::string copy(orlan_string text) {
   return {text.data, text.length};
 }
 
-/// Hears completions and delegates; `then` runs inside each.
+/// The text that `get` gives to be freed.
+template <class Get>
+std::string textFrom(Get get) {
+  orlan_string text{};
+  EXPECT_EQ(get(&text), ORLAN_OK) << orlan_last_problem();
+  std::string found = copy(text);
+  orlan_string_free(text);
+  return found;
+}
+
+/// What a callback is given, in words; "-" for what is absent.
+inline std::string words(std::int64_t number) {
+  return std::to_string(number);
+}
+inline std::string words(orlan_string text) {
+  return text.data == nullptr ? "-" : copy(text);
+}
+inline std::string words(orlan_crossing crossing) {
+  return words(crossing.campaign_id) + "@" + words(crossing.location_id);
+}
+inline std::string words(const orlan_error& error) {
+  return words(error.domain) + " " + words(error.code);
+}
+inline std::string words(const orlan_location& fix) {
+  return std::to_string(fix.coordinate.latitude);
+}
+inline std::string words(const orlan_circle& circle) {
+  return std::to_string(circle.centre.latitude);
+}
+inline std::string words(const orlan_polygon& polygon) {
+  return std::to_string(polygon.vertices[polygon.count - 1].latitude);
+}
+inline std::string words(const orlan_notification& notification) {
+  return words(notification.title) + " " + words(notification.user_info) + " " + words(notification.badge);
+}
+inline std::string words(const orlan_notification_details& details) {
+  return words(details.headline) + " " + words(details.questions) + " " + words(details.cta_url);
+}
+template <class T>
+std::string words(const T* given) {
+  return given == nullptr ? "-" : words(*given);
+}
+
+/// Hears completions, streams and delegates; `then` runs inside each.
 struct Ear {
   std::vector<std::string> heard;
   std::function<void()> then;
@@ -124,27 +124,18 @@ struct Ear {
     heard.push_back(std::move(what));
     if (then) then();
   }
-  static Ear& of(void* context) { return *static_cast<Ear*>(context); }
-  static std::string named(const orlan_error* error) {
-    return copy(error->domain) + " " + std::to_string(error->code);
-  }
-  static void outcome(void* context, bool succeeded, const orlan_error* error) {
-    of(context).hear(succeeded ? "done" : named(error));
-  }
-  static void text(void* context, const orlan_string* value, const orlan_error* error) {
-    of(context).hear(value != nullptr ? copy(*value) : named(error));
-  }
-  static void optional(void* context, const orlan_string* value) {
-    of(context).hear(value != nullptr ? copy(*value) : "none");
-  }
-  static void integer(void* context, std::int64_t value) { of(context).hear(std::to_string(value)); }
-  orlan_plugin_delegate delegate() {
-    return {sizeof(orlan_plugin_delegate), this,
-            [](void* context, orlan_string device, orlan_string orlan) {
-              of(context).hear(copy(device) + " " + copy(orlan));
-            },
-            [](void* context, const orlan_error* error) { of(context).hear(named(error)); }};
-  }
+
+  /// Any callback, its arguments one after the other.
+  static constexpr auto any = [](void* context, auto... given) {
+    std::string all;
+    ((all += (all.empty() ? "" : " ") + words(given)), ...);
+    static_cast<Ear*>(context)->hear(std::move(all));
+  };
+  /// One of several values: how many, and the last.
+  static constexpr auto list = [](void* context, const auto* given, std::size_t count) {
+    static_cast<Ear*>(context)->hear(words(count) + (count > 0 ? " " + words(given[count - 1]) : ""));
+  };
+  orlan_plugin_delegate delegate() { return {sizeof(orlan_plugin_delegate), this, any, any}; }
 };
 
 }  // namespace orlan::test

@@ -13,42 +13,29 @@
 
 namespace {
 
+using Counter = std::atomic<int>;
+
+constexpr auto count = [](void* counter, auto...) { ++*static_cast<Counter*>(counter); };
+
 /// A main loop of the thread that made it; what is late is not its concern.
 class ThreadedPhone {
  public:
   ThreadedPhone() {
-    const orlan_loop_functions loop{
-        sizeof loop, this, [](void* self, orlan_id task) { static_cast<ThreadedPhone*>(self)->post(task); },
-        [](void* self, std::int64_t delay, orlan_id task) {
-          if (delay <= 0) static_cast<ThreadedPhone*>(self)->post(task);
-        }};
+    const orlan_loop_functions loop{sizeof loop, this, [](void* self, orlan_id task) { of(self).post(task); },
+                                    [](void* self, std::int64_t delay, orlan_id task) {
+                                      if (delay <= 0) of(self).post(task);
+                                    }};
     orlan_http_functions http{sizeof http, this};
-    http.send = [](void* context, orlan_id call, const orlan_http_request* request) {
-      auto& self = *static_cast<ThreadedPhone*>(context);
-      const std::lock_guard lock(self.mutex_);
-      const bool registers = std::string(request->url.data).find("registerd") != std::string::npos;
-      self.network_.emplace_back([handle = self.handle, call, registers] {
-        orlan_http_reply reply{sizeof reply, 200};
-        reply.body = orlan_str(registers ? R"({"data":{"device_id":"D1","orlan_id":"O1"}})"
-                                         : R"({"configuration":{"privacyText":"P"}})");
-        orlan_phone_http_reply(handle, call, &reply);
-      });
+    http.send = [](void* self, orlan_id call, const orlan_http_request* request) {
+      of(self).answer(call, std::string(request->url.data).find("registerd") != std::string::npos);
     };
     orlan_phone_parts parts{sizeof parts, &loop};
     parts.http = &http;
     EXPECT_EQ(orlan_phone_new(&parts, &handle), ORLAN_OK) << orlan_last_problem();
   }
 
-  void post(orlan_id task) {
-    {
-      const std::lock_guard lock(mutex_);
-      tasks_.push_back(task);
-    }
-    changed_.notify_one();
-  }
-
   /// At most ten seconds.
-  bool runUntil(const std::atomic<int>& counter, int value) {
+  bool runUntil(const Counter& counter, int value) {
     const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (counter < value) {
       std::unique_lock lock(mutex_);
@@ -68,6 +55,22 @@ class ThreadedPhone {
   orlan_phone* handle = nullptr;
 
  private:
+  static ThreadedPhone& of(void* self) { return *static_cast<ThreadedPhone*>(self); }
+  void post(orlan_id task) {
+    const std::lock_guard lock(mutex_);
+    tasks_.push_back(task);
+    changed_.notify_one();
+  }
+  void answer(orlan_id call, bool registers) {
+    const std::lock_guard lock(mutex_);
+    network_.emplace_back([phone = handle, call, registers] {
+      orlan_http_reply reply{sizeof reply, 200};
+      reply.body = orlan_str(registers ? R"({"data":{"device_id":"D1","orlan_id":"O1"}})"
+                                       : R"({"configuration":{"privacyText":"P"}})");
+      orlan_phone_http_reply(phone, call, &reply);
+    });
+  }
+
   std::mutex mutex_;
   std::condition_variable changed_;
   std::deque<orlan_id> tasks_;
@@ -77,18 +80,11 @@ class ThreadedPhone {
 TEST(ThreadedHost, AnswersFromAnyThreadReachTheMainThreadAndLateOnesNobody) {
   ThreadedPhone phone;
   ASSERT_EQ(orlan_install(phone.handle, nullptr), ORLAN_OK);
-  std::atomic<int> started = 0;
-  std::atomic<int> answers = 0;
-  orlan_plugin_delegate delegate{sizeof delegate, &started};
-  delegate.did_authenticate = [](void* counter, orlan_string, orlan_string) {
-    ++*static_cast<std::atomic<int>*>(counter);
-  };
+  Counter started = 0;
+  Counter answers = 0;
+  const orlan_plugin_delegate delegate{sizeof delegate, &started, count, nullptr};
   ASSERT_EQ(orlan_start_with_api_key(orlan_str("KEY"), ORLAN_STAGING, nullptr, 0, &delegate), ORLAN_OK);
   ASSERT_TRUE(phone.runUntil(started, 1));
-
-  const auto count = [](void* counter, const orlan_string*, const orlan_error*) {
-    ++*static_cast<std::atomic<int>*>(counter);
-  };
   std::thread logging([] {
     for (int i = 0; i < 100; ++i) orlan_log(ORLAN_LOG_INFO, orlan_str("from elsewhere"));
   });

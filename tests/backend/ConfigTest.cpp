@@ -46,8 +46,10 @@ TEST(BaseUrls, OnlyASecureSchemeAHostAndAPortMakeAnAddress) {
     EXPECT_EQ(urls.platformUrl(Environment::staging) == url, usable) << url;
   }
   auto urls = BaseUrls::builtIn();
-  EXPECT_EQ(urls.setTransmission(Environment::staging, "https://host.example\n/api").error().description,
-            "not a usable base URL: expected https://HOST[:PORT]/api, found \"https://host.example\\n/api\"");
+  EXPECT_EQ(urls.setTransmission(Environment::staging, "https://host.example\n/api").error(),
+            (Error{"Config", -1,
+                   "not a usable base URL: expected https://HOST[:PORT]/api, found "
+                   "\"https://host.example\\n/api\""}));
 }
 
 }  // namespace

@@ -178,7 +178,9 @@ TEST_F(GeofenceServiceTest, AnAnswerThatComesWithItsEndIsForgotten) {
   ending.end = [this] { host_.platform.main.async([this] { service_.reset(); }); };
   host_.phone.observe(ending);
   start();
-  EXPECT_EQ(host_.seenAfter(1h).back(), "file orlan-geofences.json") << "kept for the next service";
+  EXPECT_EQ(host_.seenAfter(1h).back(), "file orlan-geofences.json");
+  const GeofenceService next(host_.platform, {host_.logger, host_.api, locations_, foreground_, background_});
+  EXPECT_THAT(next.currentPolygons(), SizeIs(2)) << "kept for the next service";
 }
 
 }  // namespace

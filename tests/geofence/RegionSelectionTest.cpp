@@ -38,8 +38,8 @@ TEST(RegionSelection, WithoutAPlaceThereIsNoCircle) {
 }
 
 TEST(RegionSelection, RadiiAreKeptBetween100And1000Metres) {
-  const std::pair<double, double> rows[] = {{0.0, 100.0},   {99.9, 100.0},      {100.0, 100.0},
-                                            {345.6, 345.6}, {1000.0, 1000.0},   {3000.0, 1000.0},
+  const std::pair<double, double> rows[] = {{0.0, 100.0},   {99.9, 100.0},      {100.5, 100.5},
+                                            {345.6, 345.6}, {1000.5, 1000.0},   {3000.0, 1000.0},
                                             {nan, 100.0},   {infinity, 1000.0}, {-1.0, 100.0}};
   for (const auto& [radius, expected] : rows) EXPECT_EQ(clampedRadius(radius), expected) << radius;
 }

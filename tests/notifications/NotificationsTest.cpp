@@ -42,6 +42,13 @@ TEST(Notifications, TheDumpAlsoNamesWhatOnlyOtherPhonesHave) {
                                  "\n│ Attachments: 2 items\n"));
 }
 
+TEST(Notifications, AManagerThatNobodySharesCannotBeTheDelegate) {
+  Bed bed;
+  NotificationManager manager(bed.platform, bed.logger, bed.api, bed.campaigns);
+  manager.setAsNotificationDelegate();
+  EXPECT_EQ(bed.seen().back(), "• ❌ NotificationManager NOT set as delegate - current: nil");
+}
+
 TEST(NotificationPermissions, ARefreshPublishesTheCentresStatus) {
   Bed bed{{.authorization = Status::provisional}};
   bed.permission->refresh();

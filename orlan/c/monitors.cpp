@@ -7,31 +7,25 @@ namespace {
 
 using namespace orlan::c;
 
-class Foreground final : public orlan::ForegroundGeofenceDelegate {
+/// The host's table for either monitor.
+class Crossings final : public orlan::ForegroundGeofenceDelegate, public orlan::BackgroundGeofenceDelegate {
  public:
-  explicit Foreground(const orlan_geofence_delegate& table) : table_(table) {}
-  void didEnterCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    call(table_.did_enter, table_.context, orlan_crossing{campaignID, locationID});
+  explicit Crossings(const orlan_geofence_delegate& table) : table_(table) {}
+  void didEnterCampaign(std::int64_t campaign, std::int64_t location) override {
+    entered(campaign, location);
   }
-  void didExitCampaign(std::int64_t campaignID, std::int64_t locationID) override {
-    call(table_.did_exit, table_.context, orlan_crossing{campaignID, locationID});
-  }
+  void didEnterRegion(std::int64_t campaign, std::int64_t location) override { entered(campaign, location); }
+  void didExitCampaign(std::int64_t campaign, std::int64_t location) override { left(campaign, location); }
+  void didExitRegion(std::int64_t campaign, std::int64_t location) override { left(campaign, location); }
 
  private:
-  const orlan_geofence_delegate table_;
-};
-
-class Background final : public orlan::BackgroundGeofenceDelegate {
- public:
-  explicit Background(const orlan_geofence_delegate& table) : table_(table) {}
-  void didEnterRegion(std::int64_t campaignID, std::int64_t locationID) override {
-    call(table_.did_enter, table_.context, orlan_crossing{campaignID, locationID});
+  void entered(std::int64_t campaign, std::int64_t location) {
+    call(table_.did_enter, table_.context, orlan_crossing{campaign, location});
   }
-  void didExitRegion(std::int64_t campaignID, std::int64_t locationID) override {
-    call(table_.did_exit, table_.context, orlan_crossing{campaignID, locationID});
+  void left(std::int64_t campaign, std::int64_t location) {
+    call(table_.did_exit, table_.context, orlan_crossing{campaign, location});
   }
 
- private:
   const orlan_geofence_delegate table_;
 };
 
@@ -39,14 +33,14 @@ class Background final : public orlan::BackgroundGeofenceDelegate {
 
 orlan_status orlan_foreground_set_delegate(const orlan_geofence_delegate* delegate) {
   return onMain(__func__, [&](Host& host) {
-    host.foregroundDelegate = delegateFrom<Foreground>(delegate);
+    host.foregroundDelegate = delegateFrom<Crossings>(delegate);
     Host::services().foregroundMonitor->setDelegate(host.foregroundDelegate);
   });
 }
 
 orlan_status orlan_background_set_delegate(const orlan_geofence_delegate* delegate) {
   return onMain(__func__, [&](Host& host) {
-    host.backgroundDelegate = delegateFrom<Background>(delegate);
+    host.backgroundDelegate = delegateFrom<Crossings>(delegate);
     Host::services().backgroundMonitor->setDelegate(host.backgroundDelegate);
   });
 }

@@ -119,16 +119,14 @@ TEST_F(Border, InsideAFunctionOfThePhoneOnlyAnswersAreTaken) {
   struct Eager {
     orlan_phone* handle = nullptr;
     std::vector<orlan_status> seen;
+    void look(orlan_id task) {
+      seen = {orlan_phone_run(handle, task), orlan_phone_move_to(handle, ORLAN_STATE_BACKGROUND),
+              orlan_refetch_geofence(), orlan_phone_answer(handle, 1, 0, nullptr)};
+    }
   } eager;
   const orlan_loop_functions loop{sizeof loop, &eager,
-                                  [](void* context, orlan_id task) {
-                                    auto& self = *static_cast<Eager*>(context);
-                                    self.seen = {orlan_phone_run(self.handle, task),
-                                                 orlan_phone_move_to(self.handle, ORLAN_STATE_BACKGROUND),
-                                                 orlan_refetch_geofence(),
-                                                 orlan_phone_answer(self.handle, 1, 0, nullptr)};
-                                  },
-                                  [](void*, std::int64_t, orlan_id) {}};
+                                  [](void* self, orlan_id task) { static_cast<Eager*>(self)->look(task); },
+                                  [](auto...) {}};
   const orlan_phone_parts parts{sizeof parts, &loop};
   ASSERT_EQ(orlan_phone_new(&parts, &eager.handle), ORLAN_OK);
   ASSERT_EQ(orlan_install(eager.handle, nullptr), ORLAN_OK);
@@ -140,9 +138,8 @@ TEST_F(Border, InsideAFunctionOfThePhoneOnlyAnswersAreTaken) {
 
 TEST_F(Border, PartsOfAPhoneThatCannotWorkAreRefused) {
   const orlan_loop_functions mute{sizeof mute};
-  const orlan_loop_functions loop{
-      sizeof loop, nullptr, [](void*, orlan_id) {}, [](void*, std::int64_t, orlan_id) {}, nullptr, nullptr};
-  const orlan_store_functions half{sizeof half, nullptr, [](void*, orlan_string, orlan_answer*) {}};
+  const orlan_loop_functions loop{sizeof loop, nullptr, [](auto...) {}, [](auto...) {}};
+  const orlan_store_functions half{sizeof half, nullptr, [](auto...) {}};
   const orlan_bundle bundle{sizeof bundle, {}, orlan_str("{")};
   orlan_phone* made = nullptr;
   orlan_phone_parts parts{sizeof parts};
@@ -229,10 +226,9 @@ TEST_F(Border, AStartReplacesTheDelegateOfTheOneBeforeUnlessItIsRefused) {
   // header, without the second function; by none at all.
   auto older = other.delegate();
   older.struct_size = offsetof(orlan_plugin_delegate, did_fail);
-  for (const auto* refused : {&otherDelegate, const_cast<const orlan_plugin_delegate*>(&older),
-                              static_cast<const orlan_plugin_delegate*>(nullptr)}) {
-    EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, refused), ORLAN_OK);
-  }
+  EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, &otherDelegate), ORLAN_OK);
+  EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, &older), ORLAN_OK);
+  EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, nullptr), ORLAN_OK);
   EXPECT_THAT(other.heard, ElementsAre("OrlanPlugin -1"));
   host.pass();
   EXPECT_THAT(ear.heard, ElementsAre("D1 O1")) << "the refused ones changed nothing";
@@ -242,23 +238,6 @@ TEST_F(Border, AStartReplacesTheDelegateOfTheOneBeforeUnlessItIsRefused) {
   EXPECT_EQ(orlan_forget_plugin_delegate(), ORLAN_OK);
   host.pass();
   EXPECT_EQ(other.heard.size(), 1U);
-}
-
-TEST_F(Border, ATappedNotificationReachesTheBridgeAsItIs) {
-  install();
-  const orlan_notification_delegate delegate{sizeof delegate, &ear, Ear::any};
-  EXPECT_EQ(orlan_bridge_set_delegate(&delegate), ORLAN_OK);
-  EXPECT_EQ(orlan_bridge_notifications(), ORLAN_OK);
-  orlan_notification tapped{};
-  tapped.struct_size = sizeof tapped;
-  tapped.title = orlan_str("Hello");
-  tapped.user_info = orlan_str(R"({ "a" : [1, 2.5, null] })");
-  tapped.has_badge = true;
-  tapped.badge = 4;
-  EXPECT_EQ(orlan_phone_present(host.handle, &tapped, Ear::any, &ear), ORLAN_OK);
-  EXPECT_EQ(orlan_phone_tapped(host.handle, &tapped, orlan_str("open"), nullptr, nullptr), ORLAN_OK);
-  const auto all = std::to_string(ORLAN_SHOW_BANNER | ORLAN_SHOW_SOUND | ORLAN_SHOW_BADGE);
-  EXPECT_THAT(ear.heard, ElementsAre(all, R"(Hello {"a":[1,2.5,null]} 4 open)"));
 }
 
 TEST(PhoneHandles, AFreedPhoneIsWrongForEverAndLateAnswersAreHarmless) {

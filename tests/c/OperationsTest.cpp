@@ -37,11 +37,28 @@ struct Started : orlan::test::TablesOverSimulated {
                                                orlan_str(""), ORLAN_STAGING, nullptr, 0, true, delegate),
               ORLAN_OK);
   }
+  void nothing() {}
   void enter() { phone.moveTo({51.5, -0.12}); }
   void leave() { phone.moveTo({51.49, -0.12}); }
-  void tap(orlan_done_completion done = nullptr) {
-    EXPECT_EQ(orlan_phone_tapped(handle, &notification, {}, done, &ear), ORLAN_OK);
+  void hide() { EXPECT_EQ(orlan_phone_move_to(handle, ORLAN_STATE_BACKGROUND), ORLAN_OK); }
+  void hideAndEnter() {
+    hide();
+    enter();
   }
+  void deny() { phone.locations().setAuthorization(orlan::LocationAuthorization::denied); }
+  void refetch() {
+    answer("/api/check-geofence", HttpAnswer::reply(200, R"({"geoCampaign":[],"pushCampaign":[]})"));
+    EXPECT_EQ(orlan_refetch_geofence(), ORLAN_OK);
+  }
+  void bridge() {
+    const orlan_notification_delegate table{sizeof table, &ear, any};
+    EXPECT_EQ(orlan_bridge_set_delegate(&table), ORLAN_OK);
+    EXPECT_EQ(orlan_bridge_notifications(), ORLAN_OK);
+  }
+  void tapThen(orlan_done_completion done) {
+    EXPECT_EQ(orlan_phone_tapped(handle, &notification, orlan_str("open"), done, &ear), ORLAN_OK);
+  }
+  void tap() { tapThen(nullptr); }
   /// All that it can to the library around the callback that it stands in.
   void misbehave() {
     ear.then = nullptr;
@@ -59,8 +76,15 @@ struct Started : orlan::test::TablesOverSimulated {
     EXPECT_EQ(orlan_clear_latest_notification(), ORLAN_OK);
   }
 
-  const orlan_notification notification{sizeof notification, {}, orlan_str("Tapped")};
+  const orlan_notification notification = [] {
+    orlan_notification made{sizeof made, {}, orlan_str("Tapped")};
+    made.user_info = orlan_str(R"({ "a" : [1, 2.5, null] })");
+    made.has_badge = true;
+    made.badge = 4;
+    return made;
+  }();
   Ear ear;
+  const orlan_plugin_delegate own = ear.delegate();
   orlan_subscription* held = nullptr;
 };
 
@@ -156,106 +180,92 @@ TEST_F(Operations, WhatIsKnownCanBeAsked) {
   }
 }
 
+using Step = std::function<void(Started&)>;
+
+// How a callback comes to be heard.
+const auto stream = [](auto subscribe, const auto& hears) -> Step {
+  return [=](Started& s) { subscribe(hears, &s.ear, &s.held); };
+};
+const auto handled = [](auto subscribe) -> Step {
+  return [subscribe](Started& s) {
+    subscribe(any, &s.ear, &s.held);
+    orlan_handle_notifications();
+  };
+};
+const auto crossings = [](std::int32_t kind, const Step& before) -> Step {
+  return [=](Started& s) {
+    before(s);
+    s.pass(std::chrono::seconds(20));
+    orlan_subscribe_crossings(kind, any, &s.ear, &s.held);
+  };
+};
+const auto delegate = [](auto set, auto function, const Step& before) -> Step {
+  return [=](Started& s) {
+    orlan_geofence_delegate table{sizeof table, &s.ear};
+    table.*function = any;
+    set(&table);
+    before(s);
+  };
+};
+
+struct Row {
+  const char* callback;
+  Step listen, cause;
+  std::vector<const char*> heard;  // or a part of it; the last while it misbehaves
+};
+
+constexpr auto did_enter = &orlan_geofence_delegate::did_enter;
+constexpr auto did_exit = &orlan_geofence_delegate::did_exit;
+constexpr auto nothing = &Started::nothing;
+constexpr auto enter = &Started::enter;
+constexpr auto leave = &Started::leave;
+constexpr auto tap = &Started::tap;
+constexpr auto refetch = &Started::refetch;
+
+const Row rows[] = {
+    {"did_authenticate", nothing, [](Started& s) { s.begin(&s.own); }, {"D1 O1"}},
+    {"did_fail", nothing, [](Started& s) { orlan_start(0, nullptr, 0, &s.own); }, {"OrlanPlugin -1"}},
+    {"an outcome", nothing, [](Started& s) { orlan_update_segments(nullptr, 0, any, &s.ear); }, {"1 -"}},
+    {"an outcome inside the call",
+     nothing,
+     [](Started& s) { orlan_submit_survey_response(orlan_str("?"), {}, orlan_str("[]"), any, &s.ear); },
+     {"0 Orlan"}},
+    {"a text", nothing, [](Started& s) { orlan_refresh_privacy_text(any, &s.ear); }, {"- URLError"}},
+    {"location authorization",
+     stream(orlan_subscribe_location_authorization, any),
+     &Started::deny,
+     {"3", "2"}},
+    {"push authorization",
+     stream(orlan_subscribe_push_authorization, any),
+     [](Started&) { orlan_refresh_push_authorization(); },
+     {"2", "2"}},
+    {"last location", stream(orlan_subscribe_last_location, any), enter, {"-", "51.500000"}},
+    {"polygons", stream(orlan_subscribe_polygons, Ear::list), refetch, {"1 51.501000", "0"}},
+    {"campaigns", stream(orlan_subscribe_campaigns, any), refetch, {R"("campaignId":42)", "[]"}},
+    {"circles", stream(orlan_subscribe_circles, Ear::list), refetch, {"1 51.5", "0"}},
+    {"an entry in front", crossings(ORLAN_FOREGROUND_ENTER, nothing), enter, {"42@7"}},
+    {"an exit in front", crossings(ORLAN_FOREGROUND_EXIT, enter), leave, {"42@7"}},
+    {"an entry behind", crossings(ORLAN_BACKGROUND_ENTER, &Started::hide), enter, {"42@7"}},
+    {"an exit behind", crossings(ORLAN_BACKGROUND_EXIT, &Started::hideAndEnter), leave, {"42@7"}},
+    {"did_enter in front", delegate(orlan_foreground_set_delegate, did_enter, nothing), enter, {"42@7"}},
+    {"did_exit in front", delegate(orlan_foreground_set_delegate, did_exit, enter), leave, {"42@7"}},
+    {"did_enter behind", delegate(orlan_background_set_delegate, did_enter, &Started::hide), enter, {"42@7"}},
+    {"did_exit behind",
+     delegate(orlan_background_set_delegate, did_exit, &Started::hideAndEnter),
+     leave,
+     {"42@7"}},
+    {"a notification", handled(orlan_subscribe_notifications), tap, {"Tapped"}},
+    {"the latest notification", handled(orlan_subscribe_latest_notification), tap, {"-", "Tapped"}},
+    {"the latest, asked", nothing, [](Started& s) { orlan_latest_notification(any, &s.ear); }, {"-"}},
+    {"the bridge", &Started::bridge, tap, {R"(Tapped {"a":[1,2.5,null]} 4 open)"}},
+    {"done", nothing, [](Started& s) { s.tapThen(any); }, {""}},
+    {"shown",
+     nothing,
+     [](Started& s) { orlan_phone_present(s.handle, &s.notification, any, &s.ear); },
+     {"18"}},
+};
+
 TEST(Callbacks, EachIsGivenWhatHappensAndMayDoAllButEndWhatIsAroundIt) {
-  using Step = std::function<void(Started&)>;
-  const Step nothing = [](Started&) {};
-  const auto stream = [](auto subscribe) -> Step {
-    return [subscribe](Started& s) { subscribe(any, &s.ear, &s.held); };
-  };
-  const auto lists = [](auto subscribe) -> Step {
-    return [subscribe](Started& s) { subscribe(Ear::list, &s.ear, &s.held); };
-  };
-  const auto handled = [](auto subscribe) -> Step {
-    return [subscribe](Started& s) {
-      subscribe(any, &s.ear, &s.held);
-      orlan_handle_notifications();
-    };
-  };
-  const auto crossings = [](std::int32_t kind, const Step& before) -> Step {
-    return [=](Started& s) {
-      before(s);
-      s.pass(std::chrono::seconds(20));
-      orlan_subscribe_crossings(kind, any, &s.ear, &s.held);
-    };
-  };
-  const auto delegate = [](auto set) -> Step {
-    return [set](Started& s) {
-      const orlan_geofence_delegate table{sizeof table, &s.ear, any, nullptr};
-      set(&table);
-    };
-  };
-  const Step enter = [](Started& s) { s.enter(); };
-  const Step leave = [](Started& s) { s.leave(); };
-  const Step tap = [](Started& s) { s.tap(); };
-  const Step background = [](Started& s) { orlan_phone_move_to(s.handle, ORLAN_STATE_BACKGROUND); };
-  const Step enterBehind = [&](Started& s) {
-    background(s);
-    enter(s);
-  };
-  const Step refetch = [](Started& s) {
-    s.answer("/api/check-geofence", HttpAnswer::reply(200, R"({"geoCampaign":[],"pushCampaign":[]})"));
-    orlan_refetch_geofence();
-  };
-  const struct {
-    const char* callback;
-    Step listen, cause;
-    std::vector<const char*> heard;  // or a part of it; the last while it misbehaves
-  } rows[] = {
-      {"did_authenticate",
-       nothing,
-       [](Started& s) {
-         const auto own = s.ear.delegate();
-         s.begin(&own);
-       },
-       {"D1 O1"}},
-      {"did_fail",
-       nothing,
-       [](Started& s) {
-         const auto own = s.ear.delegate();
-         orlan_start(ORLAN_STAGING, nullptr, 0, &own);
-       },
-       {"OrlanPlugin -1"}},
-      {"an outcome", nothing, [](Started& s) { orlan_update_segments(nullptr, 0, any, &s.ear); }, {"1 -"}},
-      {"an outcome inside the call",
-       nothing,
-       [](Started& s) { orlan_submit_survey_response(orlan_str("?"), {}, orlan_str("[]"), any, &s.ear); },
-       {"0 Orlan"}},
-      {"a text", nothing, [](Started& s) { orlan_refresh_privacy_text(any, &s.ear); }, {"- URLError"}},
-      {"location authorization",
-       stream(orlan_subscribe_location_authorization),
-       [](Started& s) { s.phone.locations().setAuthorization(orlan::LocationAuthorization::denied); },
-       {"3", "2"}},
-      {"push authorization",
-       stream(orlan_subscribe_push_authorization),
-       [](Started&) { orlan_refresh_push_authorization(); },
-       {"2", "2"}},
-      {"last location", stream(orlan_subscribe_last_location), enter, {"-", "51.500000"}},
-      {"polygons", lists(orlan_subscribe_polygons), refetch, {"1 51.501000", "0"}},
-      {"campaigns", stream(orlan_subscribe_campaigns), refetch, {R"("campaignId":42)", "[]"}},
-      {"circles", lists(orlan_subscribe_circles), refetch, {"1 51.5", "0"}},
-      {"an entry in front", crossings(ORLAN_FOREGROUND_ENTER, nothing), enter, {"42@7"}},
-      {"an exit in front", crossings(ORLAN_FOREGROUND_EXIT, enter), leave, {"42@7"}},
-      {"an entry behind", crossings(ORLAN_BACKGROUND_ENTER, background), enter, {"42@7"}},
-      {"an exit behind", crossings(ORLAN_BACKGROUND_EXIT, enterBehind), leave, {"42@7"}},
-      {"did_enter in front", delegate(orlan_foreground_set_delegate), enter, {"42@7"}},
-      {"did_enter behind", delegate(orlan_background_set_delegate), enterBehind, {"42@7"}},
-      {"a notification", handled(orlan_subscribe_notifications), tap, {"Tapped"}},
-      {"the latest notification", handled(orlan_subscribe_latest_notification), tap, {"-", "Tapped"}},
-      {"the latest, asked", nothing, [](Started& s) { orlan_latest_notification(any, &s.ear); }, {"-"}},
-      {"the bridge",
-       [](Started& s) {
-         const orlan_notification_delegate table{sizeof table, &s.ear, any};
-         orlan_bridge_set_delegate(&table);
-         orlan_bridge_notifications();
-       },
-       tap,
-       {"Tapped"}},
-      {"done", nothing, [](Started& s) { s.tap(any); }, {""}},
-      {"shown",
-       nothing,
-       [](Started& s) { orlan_phone_present(s.handle, &s.notification, any, &s.ear); },
-       {"18"}},
-  };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.callback);
     Started host;

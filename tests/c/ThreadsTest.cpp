@@ -107,8 +107,7 @@ TEST(ThreadedHost, FreeingAPhoneWaitsForThoseInside) {
     std::atomic<bool> inside = false;
     std::thread::id goneOn;
   } host;
-  const orlan_loop_functions loop{
-      sizeof loop, nullptr, [](void*, orlan_id) {}, [](void*, std::int64_t, orlan_id) {}, nullptr, nullptr};
+  const orlan_loop_functions loop{sizeof loop, nullptr, [](auto...) {}, [](auto...) {}};
   const auto stayUntilItIsFreed = [](void* context, orlan_id, orlan_id) {
     auto& self = *static_cast<Host*>(context);
     self.inside = true;
@@ -117,11 +116,9 @@ TEST(ThreadedHost, FreeingAPhoneWaitsForThoseInside) {
   const orlan_queue_functions queues{
       sizeof queues, &host, stayUntilItIsFreed, nullptr,
       [](void* context, orlan_id) { static_cast<Host*>(context)->goneOn = std::this_thread::get_id(); }};
-  const orlan_http_functions http{sizeof http, &host,
-                                  [](void* context, orlan_id call, const orlan_http_request*) {
-                                    static_cast<Host*>(context)->call = call;
-                                  },
-                                  nullptr};
+  const orlan_http_functions http{
+      sizeof http, &host,
+      [](void* self, orlan_id call, const orlan_http_request*) { static_cast<Host*>(self)->call = call; }};
   orlan_phone_parts parts{sizeof parts, &loop, &queues};
   parts.http = &http;
   ASSERT_EQ(orlan_phone_new(&parts, &host.handle), ORLAN_OK);

@@ -6,20 +6,10 @@
 #include "orlan/c/Guard.hpp"
 #include "orlan/c/Values.hpp"
 #include "phones/c/TableStorage.hpp"
-#include "phones/common/DistanceFilter.hpp"
+#include "phones/common/LocationClient.hpp"
 #include "phones/common/RegionMonitor.hpp"
 
 namespace orlan::c {
-namespace {
-
-constexpr double significantChange = 500.0;  // metres
-
-bool isSame(const std::weak_ptr<LocationManagerDelegate>& a,
-            const std::weak_ptr<LocationManagerDelegate>& b) {
-  return !a.owner_before(b) && !b.owner_before(a);
-}
-
-}  // namespace
 
 /// What all managers of a phone share.
 struct TableLocations::Service {
@@ -41,14 +31,13 @@ struct TableLocations::Service {
 };
 
 /// One client of the host's location service.
-class TableLocations::Manager final : public LocationManager, public std::enable_shared_from_this<Manager> {
+class TableLocations::Manager final : public phone::LocationClient {
  public:
   Manager(std::shared_ptr<Service> service, std::string_view name);
   ~Manager() override;
   Manager(const Manager&) = delete;
   Manager& operator=(const Manager&) = delete;
 
-  void setDelegate(std::weak_ptr<LocationManagerDelegate> delegate) override;
   [[nodiscard]] LocationAuthorization authorizationStatus() const override;
   void requestWhenInUseAuthorization() override { service_->asked(table().request_authorization, false); }
   void requestAlwaysAuthorization() override { service_->asked(table().request_authorization, true); }
@@ -56,40 +45,26 @@ class TableLocations::Manager final : public LocationManager, public std::enable
     service_->asked(table().set_desired_accuracy, id_, metres);
   }
   void setDistanceFilter(double metres) override {
-    distanceFilter_ = metres;
+    LocationClient::setDistanceFilter(metres);
     service_->asked(table().set_distance_filter, id_, metres);
   }
   void setAllowsBackgroundUpdates(bool allowed) override {
     service_->asked(table().set_background_updates, id_, allowed);
   }
-  void startUpdatingLocation() override { setUpdating(true); }
-  void stopUpdatingLocation() override { setUpdating(false); }
-  void startMonitoringSignificantChanges() override { setSignificant(true); }
-  void stopMonitoringSignificantChanges() override { setSignificant(false); }
   [[nodiscard]] std::optional<Location> location() const override;
   void startMonitoring(const CircularRegion& region) override;
   void stopMonitoring(std::string_view identifier) override;
   [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override { return service_->watched(); }
 
   [[nodiscard]] orlan_id id() const { return id_; }
-  [[nodiscard]] std::shared_ptr<LocationManagerDelegate> delegate() const { return delegate_.lock(); }
-
-  /// Whether a fix there, told for all, is for this one.
-  [[nodiscard]] bool wants(const phone::Place& here);
 
  private:
   [[nodiscard]] const orlan_location_functions& table() const { return service_->table; }
-  void setUpdating(bool running);
-  void setSignificant(bool running);
+  void setUpdating(bool running) override;
+  void setSignificant(bool running) override;
 
   const std::shared_ptr<Service> service_;
   const orlan_id id_;
-  std::weak_ptr<LocationManagerDelegate> delegate_;
-  double distanceFilter_ = distanceFilterNone;
-  bool updating_ = false;
-  bool significant_ = false;
-  phone::DistanceFilter sinceUpdate_;
-  phone::DistanceFilter sinceChange_;
 };
 
 std::vector<CircularRegion> TableLocations::Service::watched() const {
@@ -100,7 +75,7 @@ std::vector<CircularRegion> TableLocations::Service::watched() const {
 }
 
 TableLocations::Manager::Manager(std::shared_ptr<Service> service, std::string_view name)
-    : service_(std::move(service)), id_(service_->ids->nextId()) {
+    : LocationClient(service->main), service_(std::move(service)), id_(service_->ids->nextId()) {
   const std::string text(name);
   service_->asked(table().made, id_, lent(text));
 }
@@ -110,18 +85,6 @@ TableLocations::Manager::~Manager() {
   service_->asked(table().gone, id_);
 }
 
-void TableLocations::Manager::setDelegate(std::weak_ptr<LocationManagerDelegate> delegate) {
-  service_->main.assertCurrent();
-  const bool isNew = !isSame(delegate, delegate_);
-  delegate_ = std::move(delegate);
-  if (!isNew || delegate_.expired()) return;
-  service_->main.async([self = weak_from_this(), asked = delegate_] {
-    const auto manager = self.lock();
-    if (!manager || !isSame(asked, manager->delegate_)) return;
-    if (const auto listener = manager->delegate()) listener->didChangeAuthorization(*manager);
-  });
-}
-
 LocationAuthorization TableLocations::Manager::authorizationStatus() const {
   if (table().authorization == nullptr) return LocationAuthorization::authorizedAlways;
   return fromRawValue<LocationAuthorization>(std::int64_t{service_->asked(table().authorization)})
@@ -129,26 +92,13 @@ LocationAuthorization TableLocations::Manager::authorizationStatus() const {
 }
 
 void TableLocations::Manager::setUpdating(bool running) {
-  if (running && !updating_) sinceUpdate_.restart();
-  updating_ = running;
+  LocationClient::setUpdating(running);
   service_->asked(table().set_updating, id_, running);
 }
 
 void TableLocations::Manager::setSignificant(bool running) {
-  if (running && !significant_) sinceChange_.restart();
-  significant_ = running;
+  LocationClient::setSignificant(running);
   service_->asked(table().set_significant_changes, id_, running);
-}
-
-bool TableLocations::Manager::wants(const phone::Place& here) {
-  const auto status = authorizationStatus();
-  if (status != LocationAuthorization::authorizedAlways &&
-      status != LocationAuthorization::authorizedWhenInUse) {
-    return false;
-  }
-  const bool updated = updating_ && sinceUpdate_.passes(here, distanceFilter_);
-  const bool changed = significant_ && sinceChange_.passes(here, significantChange);
-  return updated || changed;
 }
 
 std::optional<Location> TableLocations::Manager::location() const {
@@ -203,9 +153,10 @@ void TableLocations::fixes(orlan_id manager, std::span<const Location> fixes) {
   service_->last = fixes.back();
   const phone::Place here(fixes.back().coordinate);
   tell(manager, [&](LocationManager& each, LocationManagerDelegate& delegate) {
-    if (manager != ORLAN_ALL_MANAGERS || static_cast<Manager&>(each).wants(here)) {
-      delegate.didUpdateLocations(each, fixes);
-    }
+    auto& client = static_cast<Manager&>(each);
+    const bool forAll = manager == ORLAN_ALL_MANAGERS;
+    if (forAll && !(phone::isAuthorized(client.authorizationStatus()) && client.wants(here))) return;
+    delegate.didUpdateLocations(each, fixes);
   });
 }
 

@@ -3,9 +3,43 @@
 #include <string>
 #include <utility>
 
-#include "phones/common/LocationHubManager.hpp"
+#include "phones/common/LocationClient.hpp"
 
 namespace orlan::phone {
+
+/// One client of the hub.
+class LocationHub::Manager final : public LocationClient {
+ public:
+  Manager(LocationHub& hub, std::string_view name) : LocationClient(hub.main_), hub_(hub), name_(name) {}
+
+  [[nodiscard]] LocationAuthorization authorizationStatus() const override { return hub_.authorization_; }
+  void requestWhenInUseAuthorization() override { hub_.requestAuthorization(); }
+  void requestAlwaysAuthorization() override { hub_.requestAuthorization(); }
+  void setDesiredAccuracy(double metres) override { desiredAccuracy_ = metres; }
+  void setAllowsBackgroundUpdates(bool) override {}
+  [[nodiscard]] std::optional<Location> location() const override { return hub_.position_; }
+  void startMonitoring(const CircularRegion& region) override { hub_.startRegion(region); }
+  void stopMonitoring(std::string_view identifier) override { hub_.stopRegion(identifier); }
+  [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override {
+    return hub_.regions_.regions();
+  }
+
+ private:
+  void setUpdating(bool running) override {
+    main().assertCurrent();
+    LocationClient::setUpdating(running);
+    hub_.observer_.locationUpdates(name_, running, desiredAccuracy_, distanceFilter());
+  }
+  void setSignificant(bool running) override {
+    main().assertCurrent();
+    LocationClient::setSignificant(running);
+    hub_.observer_.significantChanges(name_, running);
+  }
+
+  LocationHub& hub_;
+  std::string name_;
+  double desiredAccuracy_ = accuracyBest;
+};
 
 LocationHub::LocationHub(MainLoop& main, PhoneObserver& observer, LocationSettings settings)
     : main_(main),
@@ -31,7 +65,7 @@ void LocationHub::deliver(std::span<const Location> batch) {
   const Location fix = batch.back();
   position_ = fix;
   observer_.fixes(batch);
-  if (!authorized()) return;
+  if (!isAuthorized(authorization_)) return;
 
   const Place here(fix.coordinate);
   auto running = managers_;  // those who are started meanwhile wait for the next one
@@ -40,7 +74,9 @@ void LocationHub::deliver(std::span<const Location> batch) {
     return !manager || !manager->running();
   });
   for (const auto& each : running) {
-    if (const auto manager = each.lock()) manager->take(batch, here);
+    const auto manager = each.lock();
+    const auto delegate = manager ? manager->delegate() : nullptr;
+    if (delegate && manager->wants(here)) delegate->didUpdateLocations(*manager, batch);
   }
 
   if (regionEvents_ != RegionEvents::automatic) return;
@@ -76,11 +112,6 @@ void LocationHub::tellAll(const std::function<void(Manager&, LocationManagerDele
     const auto delegate = manager ? manager->delegate() : nullptr;
     if (delegate) tell(*manager, *delegate);
   }
-}
-
-bool LocationHub::authorized() const {
-  return authorization_ == LocationAuthorization::authorizedAlways ||
-         authorization_ == LocationAuthorization::authorizedWhenInUse;
 }
 
 void LocationHub::requestAuthorization() {

@@ -73,7 +73,6 @@ class LocationHub final : public LocationService {
  private:
   class Manager;
   void tellAll(const std::function<void(Manager&, LocationManagerDelegate&)>& tell);
-  [[nodiscard]] bool authorized() const;
   void requestAuthorization();
   void startRegion(const CircularRegion& region);
   void stopRegion(std::string_view identifier);

@@ -2,16 +2,9 @@
 
 #include <utility>
 
-#include "orlan/base/text.hpp"
-
 namespace orlan::sim {
 
 SimulatedDevice::SimulatedDevice(DeviceSettings settings) : settings_(std::move(settings)) {}
-
-std::optional<std::string> SimulatedDevice::vendorIdentifier() const {
-  if (!settings_.vendorIdentifier) return std::nullopt;
-  return text::upper(*settings_.vendorIdentifier);
-}
 
 json::Value SimulatedDevice::info(std::string_view key) const {
   const json::Value* value = settings_.info.find(key);

@@ -26,7 +26,9 @@ class SimulatedDevice final : public DeviceInfo, public Bundle {
  public:
   explicit SimulatedDevice(DeviceSettings settings);
 
-  [[nodiscard]] std::optional<std::string> vendorIdentifier() const override;
+  [[nodiscard]] std::optional<std::string> vendorIdentifier() const override {
+    return settings_.vendorIdentifier;
+  }
   [[nodiscard]] std::string systemVersion() const override { return settings_.systemVersion; }
   [[nodiscard]] std::string model() const override { return settings_.model; }
   [[nodiscard]] std::string name() const override { return settings_.name; }

@@ -10,31 +10,32 @@ namespace {
 
 TEST(ApplicationModel, RaisesWhatLiesOnTheWay) {
   using enum ApplicationState;
-  constexpr const char* names[] = {"didEnterBackground", "willEnterForeground", "didBecomeActive",
-                                   "willResignActive"};
+  using Signal = ApplicationSignal;
   sim::World world;
   sim::SimulatedPhone phone{world};
   phone::ApplicationModel& application = phone.application();
   std::string heard;
   SubscriptionBag bag;
-  for (const auto signal : {ApplicationSignal::didEnterBackground, ApplicationSignal::willEnterForeground,
-                            ApplicationSignal::didBecomeActive, ApplicationSignal::willResignActive}) {
-    bag.add(application.observe(signal, [&, signal] {
-      heard += names[static_cast<int>(signal)] +
-               ("/" + std::to_string(static_cast<int>(application.state()))) + " ";
+  const auto note = [&](Signal signal, const std::string& name) {
+    bag.add(application.observe(signal, [&heard, &application, name] {
+      heard += name + std::to_string(static_cast<int>(application.state())) + " ";
     }));
-  }
+  };
+  note(Signal::didEnterBackground, "background/");
+  note(Signal::willEnterForeground, "foreground/");
+  note(Signal::didBecomeActive, "active/");
+  note(Signal::willResignActive, "resign/");
   const struct {
     ApplicationState from, to;
     const char* signals;  // each with the state that its handlers see: 0 active, 1 inactive, 2 background
   } rows[] = {
       {active, active, ""},
-      {active, inactive, "willResignActive/1 "},
-      {active, background, "willResignActive/1 didEnterBackground/2 "},
-      {inactive, active, "didBecomeActive/0 "},
-      {inactive, background, "didEnterBackground/2 "},
-      {background, active, "willEnterForeground/2 didBecomeActive/0 "},
-      {background, inactive, "willEnterForeground/2 "},
+      {active, inactive, "resign/1 "},
+      {active, background, "resign/1 background/2 "},
+      {inactive, active, "active/0 "},
+      {inactive, background, "background/2 "},
+      {background, active, "foreground/2 active/0 "},
+      {background, inactive, "foreground/2 "},
       {background, background, ""},
   };
   for (const auto& row : rows) {
@@ -43,8 +44,8 @@ TEST(ApplicationModel, RaisesWhatLiesOnTheWay) {
     application.moveTo(row.to);
     EXPECT_EQ(heard, row.signals) << static_cast<int>(row.from) << " to " << static_cast<int>(row.to);
   }
-  application.raise(ApplicationSignal::didBecomeActive);  // alone: the state stays
-  EXPECT_EQ(heard, "didBecomeActive/2 ");
+  application.raise(Signal::didBecomeActive);  // alone: the state stays
+  EXPECT_EQ(heard, "active/2 ");
 }
 
 }  // namespace

@@ -41,31 +41,22 @@ TYPED_TEST_P(StoreContract, EveryValueReadsBackWithItsType) {
       {"ключ\0x"s, "under a key with a NUL"},
   };
   for (const auto& [key, value] : rows) this->store.set(key, value);
-  for (const auto& [key, value] : rows) {
-    const auto read = this->store.get(key);
-    ASSERT_TRUE(read) << key;
-    EXPECT_EQ(*read, value) << key;
-  }
+  for (const auto& [key, value] : rows) EXPECT_EQ(this->store.get(key), value) << key;
   EXPECT_EQ(this->store.contents().size(), rows.size());
 }
 
-TYPED_TEST_P(StoreContract, WritingReplacesAndRemovingRemoves) {
+TYPED_TEST_P(StoreContract, OnlyWhatItCanKeepReplacesAndRemovingRemoves) {
   this->store.set("b", "first");
   this->store.set("b", 2);
+  this->store.set("b", nullptr);
+  this->store.set("b", json::Array{1});
+  this->store.set("b", json::Object{{"a", 1}});
   this->store.set("a", true);
   EXPECT_EQ(this->store.contents(), (json::Object{{"a", true}, {"b", 2}}));  // sorted by key
   this->store.remove("b");
   this->store.remove("never there");
   EXPECT_EQ(this->store.get("b"), std::nullopt);
   EXPECT_EQ(this->store.contents(), (json::Object{{"a", true}}));
-}
-
-TYPED_TEST_P(StoreContract, WhatItCannotKeepLeavesTheOldValue) {
-  this->store.set("key", "old");
-  this->store.set("key", nullptr);
-  this->store.set("key", json::Array{1});
-  this->store.set("key", json::Object{{"a", 1}});
-  EXPECT_EQ(this->store.string("key"), "old");
 }
 
 TYPED_TEST_P(StoreContract, SeveralThreadsMayWriteAtOnce) {
@@ -83,7 +74,7 @@ TYPED_TEST_P(StoreContract, SeveralThreadsMayWriteAtOnce) {
   EXPECT_EQ(this->store.contents().size(), 101U);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(StoreContract, EveryValueReadsBackWithItsType, WritingReplacesAndRemovingRemoves,
-                            WhatItCannotKeepLeavesTheOldValue, SeveralThreadsMayWriteAtOnce);
+REGISTER_TYPED_TEST_SUITE_P(StoreContract, EveryValueReadsBackWithItsType,
+                            OnlyWhatItCanKeepReplacesAndRemovingRemoves, SeveralThreadsMayWriteAtOnce);
 
 }  // namespace orlan

@@ -50,12 +50,12 @@ TEST_F(EventLoopTest, DeadlinesDecideThenTheOrderOfStarting) {
   const auto second = loop.after(milliseconds(1), note("timer 2"));
   loop.async(note("posted"));
   turn();
-  EXPECT_EQ(std::exchange(ran, {}), (Ran{"posted"}));
   time.now = milliseconds(5);
   loop.async(note("posted after they were due"));
   const auto immediate = loop.after(milliseconds(-7), note("at once"));
   turn();
-  EXPECT_EQ(ran, (Ran{"timer 1", "timer 2", "late timer", "posted after they were due", "at once"}));
+  EXPECT_EQ(ran,
+            (Ran{"posted", "timer 1", "timer 2", "late timer", "posted after they were due", "at once"}));
 }
 
 TEST_F(EventLoopTest, MissedTicksDoNotPileUpAndTheRhythmStays) {
@@ -191,15 +191,12 @@ TEST(ReplayTime, NeverSleepsTooShortAndTakesAnyScale) {
 
 TEST(ThreadQueueLife, ItsEndRunsWhatIsPostedAndWhatThatPosts) {
   for (int round = 0; round < 50; ++round) {
-    std::atomic<int> ran = 0;
-    auto queue = std::make_unique<phone::ThreadQueue>("com.example.test");
-    SerialQueue& posting = *queue;
-    queue->async([&] {
-      ++ran;
-      posting.async([&] { ++ran; });
-    });
-    queue.reset();
-    ASSERT_EQ(ran, 2);
+    int ran = 0;
+    {
+      phone::ThreadQueue queue("test");
+      queue.async([&] { queue.async([&] { ++ran; }); });
+    }
+    ASSERT_EQ(ran, 1);
   }
 }
 
@@ -215,18 +212,16 @@ TEST(ThreadQueueLife, LeavesInterruptionsToTheHostAndFaultsToItsHandlers) {
 }
 
 TEST(ThreadQueueLife, ATaskMayDestroyItsOwnQueue) {
-  std::atomic<int> ran = 0;
-  auto queue = std::make_unique<phone::ThreadQueue>("test");
-  phone::ThreadQueue& posting = *queue;
   std::atomic<bool> mayStart = false;
-  posting.async([&] {
+  std::atomic<bool> over = false;
+  auto queue = std::make_unique<phone::ThreadQueue>("test");
+  queue->async([&] {
     while (!mayStart) std::this_thread::yield();
     queue.reset();
-    ++ran;
   });
-  posting.async([&] { ++ran; });
+  queue->async([&] { over = true; });
   mayStart = true;
-  while (ran < 2) std::this_thread::yield();
+  while (!over) std::this_thread::yield();
 }
 
 }  // namespace

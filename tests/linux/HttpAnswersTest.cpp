@@ -1,14 +1,22 @@
-#include <deque>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "linux/HttpFixture.hpp"
 
-// Whatever the server does, a request is answered exactly once (`exchange` checks that) and truthfully.
+// Whatever the server does, a request is answered exactly once (`Client` checks that) and truthfully.
 namespace orlan::linuxphone::test {
 namespace {
 
 using std::chrono::milliseconds;
+
+/// Says the same to every request.
+LoopbackServer::Script saying(const std::string& bytes) {
+  return [bytes](Peer& peer) {
+    peer.readRequest();
+    peer.write(bytes);
+  };
+}
 
 TEST(HttpAnswers, AreWhatTheServerSaid) {
   const struct {
@@ -24,34 +32,29 @@ TEST(HttpAnswers, AreWhatTheServerSaid) {
       {"interim answers first",
        "HTTP/1.1 103 Early Hints\r\nX: early\r\n\r\nHTTP/1.1 100 Continue\r\n\r\n" + plainReply(200, "hello"),
        "200: hello"},
-      {"only an interim answer", "HTTP/1.1 100 Continue\r\n\r\n", "error -1"},
-      {"cut off in the status", "HTTP/1.1 20", "error -1"},
-      {"cut off in the headers", "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n", "error -1"},
-      {"cut off in the body", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhello", "error -1"},
-      {"chunked, cut off", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhel", "error -1"},
-      {"impossible length", "HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nhello", "error -1011"},
+      {"only an interim answer", "HTTP/1.1 100 Continue\r\n\r\n", "URLError -1"},
+      {"cut off in the status", "HTTP/1.1 20", "URLError -1"},
+      {"cut off in the headers", "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n", "URLError -1"},
+      {"cut off in the body", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhello", "URLError -1"},
+      {"chunked, cut off", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhel", "URLError -1"},
+      {"impossible length", "HTTP/1.1 200 OK\r\nContent-Length: -5\r\n\r\nhello", "URLError -1011"},
       {"redirect", "HTTP/1.1 302 Found\r\nLocation: /elsewhere\r\nContent-Length: 0\r\n\r\n", "302: "},
-      {"nothing at all", "", "error -1"},
+      {"nothing at all", "", "URLError -1"},
       {"another protocol", "SSH-2.0-OpenSSH_9.2\r\n", "no HTTP"},
   };
   for (const auto& row : rows) {
-    LoopbackServer server([&](Peer& peer) {
-      peer.readRequest();
-      peer.write(row.bytes);
-    });
-    EXPECT_EQ(summary(exchange(get(server.url()))), row.expected) << row.name;
+    LoopbackServer server(saying(row.bytes));
+    EXPECT_EQ(exchange(get(server.url())), row.expected) << row.name;
     EXPECT_EQ(server.connections(), 1) << row.name;  // no second try, no redirect
   }
 }
 
 TEST(HttpAnswers, CarryTheHeadersOfTheFinalAnswerInTheirOrder) {
-  LoopbackServer server([](Peer& peer) {
-    peer.readRequest();
-    peer.write(
-        "HTTP/1.1 103 Early Hints\r\nX-Early: no\r\n\r\nHTTP/1.1 200 OK\r\nB: two\r\na:  one \r\nB: again\r\n"
-        "Empty:\r\nTransfer-Encoding: chunked\r\n\r\n0\r\nX-Trailer: no\r\n\r\n");
-  });
-  const auto reply = exchange(get(server.url()));
+  LoopbackServer server(saying(
+      "HTTP/1.1 103 Early Hints\r\nX-Early: no\r\n\r\nHTTP/1.1 200 OK\r\nB: two\r\na:  one \r\nB: again\r\n"
+      "Empty:\r\nTransfer-Encoding: chunked\r\n\r\n0\r\nX-Trailer: no\r\n\r\n"));
+  Client client;
+  const auto reply = client.send(get(server.url())).wait();
   ASSERT_TRUE(reply);
   EXPECT_EQ(
       reply->headers,
@@ -67,22 +70,16 @@ TEST(HttpAnswers, AServerThatHangsEndsInATimeout) {
       peer.waitForHangUp();
     });
     for (const Duration limit : {Duration(-1), Duration(0), Duration(milliseconds(40))}) {
-      EXPECT_EQ(summary(exchange(get(server.url(), limit))), "error -1001") << said << limit.count();
+      EXPECT_EQ(exchange(get(server.url(), limit)), "URLError -1001") << said << limit.count();
     }
   }
 
   // Also for one that waits for a connection, while others hold all there are.
-  phone::PhoneObserver nobody;
   LoopbackServer deaf([](Peer& peer) { peer.waitForHangUp(); });
-  CurlHttpClient client(nobody);
-  std::deque<Outcome> outcomes(10);
-  std::vector<Subscription> handles;
-  for (auto& outcome : outcomes) {
-    const auto limit = handles.size() < 9 ? milliseconds(60'000) : milliseconds(40);
-    handles.push_back(client.send(get(deaf.url(), limit), outcome.done()));
-  }
-  EXPECT_EQ(summary(outcomes.back().wait()), "error -1001");
-  EXPECT_EQ(outcomes.front().completions, 0);
+  Client client;
+  for (int i = 0; i < 9; ++i) client.send(get(deaf.url(), milliseconds(60'000)));
+  EXPECT_EQ(client.exchange(get(deaf.url(), milliseconds(40))), "URLError -1001");
+  EXPECT_EQ(client.outcomes.front().completions, 0);
 }
 
 TEST(HttpAnswers, AnEndlessAnswerIsCutOff) {
@@ -99,13 +96,11 @@ TEST(HttpAnswers, AnEndlessAnswerIsCutOff) {
       peer.write(first);
       while (peer.write(rest)) continue;
     });
-    EXPECT_EQ(summary(exchange(get(server.url()), small)), "error -1") << begin;
+    EXPECT_EQ(exchange(get(server.url()), small), "URLError -1") << begin;
   }
-  LoopbackServer exact([](Peer& peer) {
-    peer.readRequest();
-    peer.write(plainReply(200, std::string(100'000, 'x')));
-  });
-  EXPECT_EQ(summary(exchange(get(exact.url()), small)).size(), 100'005U);  // the last size that is allowed
+  const std::string last(100'000, 'x');  // the last size that is allowed
+  LoopbackServer exact(saying(plainReply(200, last)));
+  EXPECT_EQ(exchange(get(exact.url()), small), "200: " + last);
 }
 
 }  // namespace

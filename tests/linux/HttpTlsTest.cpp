@@ -11,10 +11,6 @@ namespace {
 
 const std::string data = ORLAN_SOURCE_DIR "/tests/data/tls/";
 
-std::string secureUrl(const LoopbackServer& server) {
-  return "https://127.0.0.1:" + std::to_string(server.port()) + "/";
-}
-
 /// Answers one request over TLS; whether there was one.
 bool answer(Peer& peer, const std::string& identity) {
   const std::unique_ptr<SSL_CTX, Releasing<SSL_CTX_free>> context(SSL_CTX_new(TLS_server_method()));
@@ -37,9 +33,9 @@ TEST(HttpTls, OnlyACertificateThatIsTrustedValidAndOfThisHostWillDo) {
     std::string expected;
   } rows[] = {
       {"here.pem", true, "200: secret"},
-      {"here.pem", false, "error -1"},
-      {"elsewhere.pem", true, "error -1"},
-      {"expired.pem", true, "error -1"},
+      {"here.pem", false, "URLError -1"},
+      {"elsewhere.pem", true, "URLError -1"},
+      {"expired.pem", true, "URLError -1"},
   };
   for (const auto& row : rows) {
     bool askedFor = false;
@@ -47,15 +43,10 @@ TEST(HttpTls, OnlyACertificateThatIsTrustedValidAndOfThisHostWillDo) {
       LoopbackServer server([&](Peer& peer) { askedFor = answer(peer, data + row.identity); });
       HttpOptions options;
       if (row.trusted) options.extraCaFile = data + row.identity;
-      EXPECT_EQ(summary(exchange(get(secureUrl(server)), options)), row.expected) << row.identity;
+      EXPECT_EQ(exchange(get("https" + server.url().substr(4)), options), row.expected) << row.identity;
     }
     EXPECT_EQ(askedFor, row.expected == "200: secret") << row.identity;  // no key leaves before the check
   }
-}
-
-TEST(HttpTls, APlainServerIsNoSecureOne) {
-  LoopbackServer server([](Peer& peer) { peer.write(plainReply(200, "plain")); });
-  EXPECT_EQ(summary(exchange(get(secureUrl(server)))), "error -1");
 }
 
 }  // namespace

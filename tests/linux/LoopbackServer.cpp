@@ -6,6 +6,7 @@
 
 #include <charconv>
 #include <stdexcept>
+#include <utility>
 
 #include "phones/common/Threads.hpp"
 
@@ -22,17 +23,21 @@ std::size_t contentLength(std::string_view head) {
 }  // namespace
 
 std::string Peer::readRequest() {
-  std::size_t end = 0;
-  while ((end = unread_.find("\r\n\r\n")) == std::string::npos) {
+  while (true) {
+    const auto end = unread_.find("\r\n\r\n");
+    if (end != std::string::npos) {
+      const auto whole = end + 4 + contentLength(unread_.substr(0, end + 2));
+      if (unread_.size() >= whole) return std::exchange(unread_, unread_.substr(whole)).substr(0, whole);
+    }
     if (!readMore()) return {};
   }
-  const std::size_t whole = end + 4 + contentLength(unread_.substr(0, end + 2));
-  while (unread_.size() < whole) {
-    if (!readMore()) return {};
+}
+
+void Peer::answerEach(const std::function<std::string(const std::string& path)>& reply) {
+  for (std::string request = readRequest(); !request.empty(); request = readRequest()) {
+    const auto path = request.find(' ') + 1;
+    if (!write(reply(request.substr(path, request.find(' ', path) - path)))) return;
   }
-  std::string request = unread_.substr(0, whole);
-  unread_.erase(0, whole);
-  return request;
 }
 
 bool Peer::readMore() {
@@ -50,10 +55,6 @@ bool Peer::write(std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(sent));
   }
   return true;
-}
-
-void Peer::close() {
-  ::shutdown(socket_, SHUT_WR);
 }
 
 void Peer::waitForHangUp() {

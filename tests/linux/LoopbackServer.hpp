@@ -21,11 +21,11 @@ class Peer {
   /// The next request, head and body, as it came; empty when there is none any more.
   std::string readRequest();
 
+  /// Answers every request by its path.
+  void answerEach(const std::function<std::string(const std::string& path)>& reply);
+
   /// False when the client is gone.
   bool write(std::string_view bytes);
-
-  /// Closes our direction now.
-  void close();
 
   void waitForHangUp();
 

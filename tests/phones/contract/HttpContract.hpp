@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -73,14 +74,15 @@ TYPED_TEST_P(HttpContract, TransportFaultsHaveTheirErrors) {
 
 TYPED_TEST_P(HttpContract, ADestroyedHandleNeverCompletes) {
   this->phone.serve("/soon", 200, "x", std::chrono::milliseconds(5));
-  std::atomic<int> calls = 0;
+  const auto calls = std::make_shared<std::atomic<int>>(0);
   for (int i = 0; i < 20; ++i) {
-    const auto handle = this->http.send(this->get(this->phone.url("/soon")), [&](auto&&) { ++calls; });
+    const auto handle = this->http.send(this->get(this->phone.url("/soon")), [calls](auto&&) { ++*calls; });
     if (i % 2 == 1) this->phone.pass(std::chrono::milliseconds(1));
   }
-  const int early = calls;  // a few may have come before their handle's end
+  EXPECT_EQ(calls.use_count(), 1);  // the completions are gone, with all that they held
+  const int early = *calls;         // a few may have come before their handle's end
   this->phone.pass(std::chrono::milliseconds(30));
-  EXPECT_EQ(calls, early);
+  EXPECT_EQ(*calls, early);
 }
 
 TYPED_TEST_P(HttpContract, TheCompletionMayDestroyItsHandle) {

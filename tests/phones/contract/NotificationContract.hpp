@@ -88,13 +88,13 @@ TYPED_TEST_P(NotificationContract, SchedulingIsAnsweredOnTheNextTurn) {
 
 TYPED_TEST_P(NotificationContract, WhatIsDueIsPresentedInFrontAndDeliveredBehind) {
   this->center.setDelegate(this->delegate);
-  this->add("a", "in front", Duration(1));
+  this->add("a", "in front", std::chrono::milliseconds(1));
   this->runUntilTold("asked in front");
   for (const std::uint32_t options : {18, 4}) this->delegate->answer(options);  // once is enough
   EXPECT_EQ(this->told(), "scheduled a, done, asked in front, presented in front 18");
   for (const auto state : {ApplicationState::inactive, ApplicationState::background}) {
     this->phone.application().moveTo(state);
-    this->add("b", "behind", Duration(1));
+    this->add("b", "behind", std::chrono::milliseconds(1));
     this->runUntilTold("delivered behind");
     EXPECT_EQ(this->told(), "scheduled b, done, delivered behind");
   }

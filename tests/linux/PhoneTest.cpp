@@ -74,8 +74,8 @@ TEST(LinuxPhone, AnUnusableHomeIsToldAndTheRestWorks) {
   EXPECT_EQ(std::chrono::floor<std::chrono::hours>(platform.clock.now()).time_since_epoch().count(), 1000);
 }
 
-struct Walker : LocationManagerDelegate {
-  void didUpdateLocations(LocationManager&, std::span<const Location> batch) override {
+struct Walker : phone::PhoneObserver {
+  void fixes(std::span<const Location> batch) override {
     heard.push_back(batch.back().timestamp);
     if (const auto now = onUpdate) now();  // a copy: it may be replaced from inside
   }
@@ -86,62 +86,58 @@ struct Walker : LocationManagerDelegate {
 class TrackPlayerTest : public ::testing::Test {
  protected:
   TrackPlayerTest() {
-    manager->setDelegate(walker);
-    manager->startUpdatingLocation();
     for (int i = 0; i < 4; ++i) track.fixes.push_back({{0, i * 1.0}, 5, TimePoint(std::chrono::minutes(i))});
   }
   bool runUntil(const std::function<bool()>& done) { return loop.runUntil(done, std::chrono::seconds(30)); }
 
   const ReplayTime time{1e5, {}};
   EventLoop loop{time};
-  phone::PhoneObserver nobody;
-  phone::LocationHub hub{loop, nobody};
+  Walker walker;
+  phone::LocationHub hub{loop, walker};
   TrackPlayer player{loop, time, hub};
-  const std::shared_ptr<Walker> walker = std::make_shared<Walker>();
-  const std::shared_ptr<LocationManager> manager = hub.makeManager("test");
   Track track;
-  std::vector<std::string> finished;
+  std::string finished;
 };
 
 TEST_F(TrackPlayerTest, AListenerMayStopItOrPlayAnother) {
-  walker->onUpdate = [&] {
-    walker->onUpdate = [&] { player.stop(); };
-    player.play(track, [&] { finished.push_back("second"); });
+  walker.onUpdate = [&] {
+    walker.onUpdate = [&] { player.stop(); };
+    player.play(track, [&] { finished = "second"; });
   };
-  player.play(track, [&] { finished.push_back("first"); });
+  player.play(track, [&] { finished = "first"; });
   bool over = false;
   const auto later = loop.after(std::chrono::minutes(10), [&] { over = true; });
   ASSERT_TRUE(runUntil([&] { return over; }));
   EXPECT_EQ(player.delivered(), 1U);  // of the second, which its first fix stopped
-  EXPECT_EQ(finished, std::vector<std::string>{});
+  EXPECT_EQ(finished, "");
 
-  player.play(Track{}, [&] { finished.push_back("empty"); });
+  player.play(Track{}, [&] { finished = "empty"; });
   EXPECT_TRUE(runUntil([&] { return !finished.empty(); }));
 }
 
 TEST_F(TrackPlayerTest, StandingStillCostsTheWalkNothingButTime) {
-  walker->onUpdate = [&] {
-    EXPECT_GE(time.wallNow(), walker->heard.back());  // never before its time
-    if (walker->heard.size() == 2) player.standStill();
+  walker.onUpdate = [&] {
+    EXPECT_GE(time.wallNow(), walker.heard.back());  // never before its time
+    if (walker.heard.size() == 2) player.standStill();
   };
   const TimePoint begun = time.wallNow();
   player.standStill();  // nothing is walked yet
   EXPECT_FALSE(player.isStanding());
-  player.play(track, [&] { finished.push_back("walk"); });
+  player.play(track, [&] { finished = "walk"; });
   ASSERT_TRUE(runUntil([&] { return player.isStanding(); }));
   bool anHourPassed = false;
   const auto hour = loop.after(std::chrono::hours(1), [&] { anHourPassed = true; });
   ASSERT_TRUE(runUntil([&] { return anHourPassed; }));
-  EXPECT_EQ(walker->heard.size(), 2U);
+  EXPECT_EQ(walker.heard.size(), 2U);
   EXPECT_EQ(player.walked(), Duration(std::chrono::minutes(1)));
 
   player.walkOn();
   ASSERT_TRUE(runUntil([&] { return !finished.empty(); }));
-  ASSERT_EQ(walker->heard.size(), 4U);
-  EXPECT_GE(walker->heard[0], begun);  // the phone's clock, not the file's
-  EXPECT_EQ(walker->heard[1] - walker->heard[0], std::chrono::minutes(1));
-  EXPECT_GE(walker->heard[2] - walker->heard[1], std::chrono::minutes(61)) << "stamped with the time stood";
-  EXPECT_EQ(walker->heard[3] - walker->heard[2], std::chrono::minutes(1));
+  ASSERT_EQ(walker.heard.size(), 4U);
+  EXPECT_GE(walker.heard[0], begun);  // the phone's clock, not the file's
+  EXPECT_EQ(walker.heard[1] - walker.heard[0], std::chrono::minutes(1));
+  EXPECT_GE(walker.heard[2] - walker.heard[1], std::chrono::minutes(61)) << "stamped with the time stood";
+  EXPECT_EQ(walker.heard[3] - walker.heard[2], std::chrono::minutes(1));
 }
 
 TEST(Directories, FollowHomeOrTheUsersOwn) {

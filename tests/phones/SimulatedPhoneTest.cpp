@@ -32,21 +32,6 @@ struct SimulatedPhoneTest : ::testing::Test {
   std::vector<std::string> ended;
 };
 
-TEST_F(SimulatedPhoneTest, TheNthRequestGetsTheNthAnswer) {
-  phone.http().answer(
-      "GET", "/x?y=z",
-      {HttpAnswer::reply(200, "first"), HttpAnswer::reply(200, "").after(0s), HttpAnswer::reply(204)});
-  phone.http().answer("GET", "/x?y=z", {HttpAnswer::reply(500, "the first route counts")});
-  for (int i = 0; i < 5; ++i) {
-    if (i == 4) phone.http().forget("GET", "/x?y=z");
-    if (i == 4) phone.http().answer("GET", "/x?y=z", {HttpAnswer::reply(500, "now it does")});
-    send("/x?y=z");
-    world.runFor(1s);
-  }
-  EXPECT_EQ(ended, (std::vector<std::string>{"0.05 200: first", "1.00 200: ", "2.05 204 without a body",
-                                             "3.05 204 without a body", "4.05 500: now it does"}));
-}
-
 TEST_F(SimulatedPhoneTest, FaultsComeWhenTheyAreDueAndTimeoutsCutThemShort) {
   phone.http().answer("GET", "/cancelled", {HttpAnswer::cancelled().after(1s)});
   phone.http().answer("GET", "/silent", {HttpAnswer::timeout().after(30s)});

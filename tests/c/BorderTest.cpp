@@ -17,7 +17,9 @@ using namespace std::string_literals;
 
 using orlan::sim::HttpAnswer;
 using orlan::test::copy;
+using orlan::test::delegateFor;
 using orlan::test::Ear;
+using orlan::test::hears;
 using orlan::test::TablesOverSimulated;
 using orlan::test::textFrom;
 
@@ -38,7 +40,7 @@ class Border : public ::testing::Test {
     return orlan_start_with_api_key(orlan_str(key), ORLAN_STAGING, nullptr, 0, delegate);
   }
   void start() {
-    const auto delegate = ear.delegate();
+    const auto delegate = delegateFor(ear);
     ASSERT_EQ(begin(&delegate), ORLAN_OK);
     host.pass();
   }
@@ -71,12 +73,11 @@ TEST_F(Border, EveryMistakeHasAStatusAndWordsAndChangesNothing) {
   refused("upper is NULL", orlan_transform(key, nullptr));
   refused("text: not UTF-8", orlan_transform(broken, &text), ORLAN_NOT_UTF8);
   refused("handler is NULL", orlan_subscribe_polygons(nullptr, nullptr, &subscription));
-  refused("subscription is NULL", orlan_subscribe_location_authorization(Ear::any, &ear, nullptr));
-  refused("no such kind", orlan_subscribe_crossings(7, Ear::any, &ear, &subscription));
+  refused("subscription is NULL", orlan_subscribe_location_authorization(hears, &ear, nullptr));
+  refused("no such kind", orlan_subscribe_crossings(7, hears, &ear, &subscription));
   refused("no such level", orlan_log(9, key));
   refused("no such activity", orlan_report_notification(7, 0, 0, 0));
-  refused("answers: ", orlan_submit_survey_response(key, {}, orlan_str("[1,"), Ear::any, &ear),
-          ORLAN_NOT_JSON);
+  refused("answers: ", orlan_submit_survey_response(key, {}, orlan_str("[1,"), hears, &ear), ORLAN_NOT_JSON);
   refused("user_info: not a JSON object", orlan_send_test_notification_with_payload(orlan_str("[]")),
           ORLAN_NOT_JSON);
   refused("fixes is NULL", orlan_phone_fixes(host.handle, 0, nullptr, 1));
@@ -91,7 +92,7 @@ TEST_F(Border, EveryMistakeHasAStatusAndWordsAndChangesNothing) {
 TEST_F(Border, AnotherThreadDoesOnlyWhatAnyThreadMay) {
   install();
   orlan_subscription* status = nullptr;
-  ASSERT_EQ(orlan_subscribe_location_authorization(Ear::any, &ear, &status), ORLAN_OK);
+  ASSERT_EQ(orlan_subscribe_location_authorization(hears, &ear, &status), ORLAN_OK);
   ASSERT_EQ(begin(nullptr), ORLAN_OK);
   const orlan_id task = host.lastTask;
   std::thread([&] {
@@ -181,7 +182,7 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
   const std::string configuration =
       R"({"notificationsCount":3,"daysCount":2,"batteryCount":1,"privacyText":"P"})";
   host.answer("/api/get-config", HttpAnswer::reply(200, R"({"configuration":)" + configuration + "}"));
-  EXPECT_EQ(orlan_fetch_configuration(true, Ear::any, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_fetch_configuration(true, hears, &ear), ORLAN_OK);
   EXPECT_THAT(ear.heard, ElementsAre("- OrlanPlugin -1")) << "refused inside the call";
   start();
   ear.heard.clear();
@@ -190,9 +191,9 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
   EXPECT_EQ(orlan_fetch_configuration(true, nullptr, nullptr), ORLAN_OK);
   ear.then = [this] {
     ear.then = nullptr;
-    EXPECT_EQ(orlan_refresh_privacy_text(Ear::any, &ear), ORLAN_OK);
+    EXPECT_EQ(orlan_refresh_privacy_text(hears, &ear), ORLAN_OK);
   };
-  EXPECT_EQ(orlan_fetch_configuration(true, Ear::any, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_fetch_configuration(true, hears, &ear), ORLAN_OK);
   host.pass();
   EXPECT_THAT(ear.heard, ElementsAre(configuration + " -", "P -"));
 
@@ -200,8 +201,8 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
   ear.heard.clear();
   host.answer("/api/get-config", HttpAnswer::reply(200).after(anHour));
   host.answer("/api/survey-response", HttpAnswer::reply(200).after(anHour));
-  EXPECT_EQ(orlan_refresh_privacy_text(Ear::any, &ear), ORLAN_OK);
-  EXPECT_EQ(orlan_track_survey_event(orlan_str("7"), {}, orlan_str("shown"), Ear::any, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_refresh_privacy_text(hears, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_track_survey_event(orlan_str("7"), {}, orlan_str("shown"), hears, &ear), ORLAN_OK);
   ear.then = [this] {
     EXPECT_EQ(orlan_refetch_geofence(), ORLAN_NOT_INSTALLED);
     EXPECT_EQ(orlan_install(host.handle, nullptr), ORLAN_BUSY);
@@ -217,14 +218,14 @@ TEST_F(Border, CompletionsComeOnceWhateverHappens) {
 TEST_F(Border, AStartReplacesTheDelegateOfTheOneBeforeUnlessItIsRefused) {
   install();
   Ear other;
-  auto delegate = ear.delegate();
-  const auto otherDelegate = other.delegate();
+  auto delegate = delegateFor(ear);
+  const auto otherDelegate = delegateFor(other);
   EXPECT_EQ(begin(&otherDelegate), ORLAN_OK);
   EXPECT_EQ(begin(&delegate), ORLAN_OK);
   delegate = {};  // it was copied
   // Refused, as there is no property list: by one that hears of it; by one that was written for an older
   // header, without the second function; by none at all.
-  auto older = other.delegate();
+  auto older = delegateFor(other);
   older.struct_size = offsetof(orlan_plugin_delegate, did_fail);
   EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, &otherDelegate), ORLAN_OK);
   EXPECT_EQ(orlan_start(ORLAN_STAGING, nullptr, 0, &older), ORLAN_OK);

@@ -12,6 +12,8 @@ namespace {
 
 using orlan::sim::HttpAnswer;
 using orlan::test::Ear;
+using orlan::test::hears;
+using orlan::test::hearsList;
 using orlan::test::textFrom;
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -19,7 +21,6 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 
 constexpr orlan_device device{sizeof device, {"00c0ffee-0000-4000-8000-00000000000a", 36}, {}, {}, {}, {}};
-constexpr auto any = Ear::any;
 
 /// A started host outside its campaign's square.
 struct Started : orlan::test::TablesOverSimulated {
@@ -51,7 +52,7 @@ struct Started : orlan::test::TablesOverSimulated {
     EXPECT_EQ(orlan_refetch_geofence(), ORLAN_OK);
   }
   void bridge() {
-    const orlan_notification_delegate table{sizeof table, &ear, any};
+    const orlan_notification_delegate table{sizeof table, &ear, hears};
     EXPECT_EQ(orlan_bridge_set_delegate(&table), ORLAN_OK);
     EXPECT_EQ(orlan_bridge_notifications(), ORLAN_OK);
   }
@@ -84,7 +85,7 @@ struct Started : orlan::test::TablesOverSimulated {
     return made;
   }();
   Ear ear;
-  const orlan_plugin_delegate own = ear.delegate();
+  const orlan_plugin_delegate own = orlan::test::delegateFor(ear);
   orlan_subscription* held = nullptr;
 };
 
@@ -110,12 +111,12 @@ TEST_F(Operations, EachIsSeenOutside) {
   const auto seven = orlan_str("7");
   const orlan_string tags[] = {orlan_str("north"), orlan_str("loud")};
   host.seen = {};
-  shows("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, any, &ear));
+  shows("✅ Segments updated to: north, loud", orlan_update_segments(tags, 2, hears, &ear));
   shows("/check-geofence", orlan_refetch_geofence());
   shows("APNs token forwarded to SDK", orlan_update_apns_token("\0\xff", 2));
   shows("🔥 FCM token forwarded to SDK", orlan_update_fcm_token(orlan_str("t")));
-  shows("survey-response", orlan_submit_survey_response(seven, seven, answers, any, &ear));
-  shows("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), any, &ear));
+  shows("survey-response", orlan_submit_survey_response(seven, seven, answers, hears, &ear));
+  shows("survey-response", orlan_track_survey_event(seven, {}, orlan_str("shown"), hears, &ear));
   shows("activities", orlan_track_cta_engagement(7, 8));
   shows("activities", orlan_track_media_view(7, 8));
   shows("activities", orlan_report_notification(ORLAN_ACTIVITY_GEOFENCE_EXIT, 7, 8, ORLAN_ABOUT_GEOFENCE));
@@ -145,12 +146,12 @@ TEST_F(Operations, TheLatestNotificationCanBeTheHostsOwn) {
   mine.headline = orlan_str("Mine");
   mine.questions = orlan_str(R"([{"id":1,"question":"?","has_choices":false,"position":0}])");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_OK) << orlan_last_problem();
-  EXPECT_EQ(orlan_latest_notification(any, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(hears, &ear), ORLAN_OK);
   mine.questions = orlan_str("[1]");
   EXPECT_EQ(orlan_set_latest_notification(&mine), ORLAN_INVALID_ARGUMENT);
   EXPECT_THAT(orlan_last_problem(), HasSubstr("questions: "));
   EXPECT_EQ(orlan_set_latest_notification(nullptr), ORLAN_OK);
-  EXPECT_EQ(orlan_latest_notification(any, &ear), ORLAN_OK);
+  EXPECT_EQ(orlan_latest_notification(hears, &ear), ORLAN_OK);
   EXPECT_THAT(ear.heard,
               ElementsAre(R"(Mine [{"id":1,"question":"?","has_choices":false,"position":0}] -)", "-"));
 }
@@ -183,12 +184,12 @@ TEST_F(Operations, WhatIsKnownCanBeAsked) {
 using Step = std::function<void(Started&)>;
 
 // How a callback comes to be heard.
-const auto stream = [](auto subscribe, const auto& hears) -> Step {
-  return [=](Started& s) { subscribe(hears, &s.ear, &s.held); };
+const auto stream = [](auto subscribe, const auto& how) -> Step {
+  return [=](Started& s) { subscribe(how, &s.ear, &s.held); };
 };
 const auto handled = [](auto subscribe) -> Step {
   return [subscribe](Started& s) {
-    subscribe(any, &s.ear, &s.held);
+    subscribe(hears, &s.ear, &s.held);
     orlan_handle_notifications();
   };
 };
@@ -196,13 +197,13 @@ const auto crossings = [](std::int32_t kind, const Step& before) -> Step {
   return [=](Started& s) {
     before(s);
     s.pass(std::chrono::seconds(20));
-    orlan_subscribe_crossings(kind, any, &s.ear, &s.held);
+    orlan_subscribe_crossings(kind, hears, &s.ear, &s.held);
   };
 };
 const auto delegate = [](auto set, auto function, const Step& before) -> Step {
   return [=](Started& s) {
     orlan_geofence_delegate table{sizeof table, &s.ear};
-    table.*function = any;
+    table.*function = hears;
     set(&table);
     before(s);
   };
@@ -225,24 +226,24 @@ constexpr auto refetch = &Started::refetch;
 const Row rows[] = {
     {"did_authenticate", nothing, [](Started& s) { s.begin(&s.own); }, {"D1 O1"}},
     {"did_fail", nothing, [](Started& s) { orlan_start(0, nullptr, 0, &s.own); }, {"OrlanPlugin -1"}},
-    {"an outcome", nothing, [](Started& s) { orlan_update_segments(nullptr, 0, any, &s.ear); }, {"1 -"}},
+    {"an outcome", nothing, [](Started& s) { orlan_update_segments(nullptr, 0, hears, &s.ear); }, {"1 -"}},
     {"an outcome inside the call",
      nothing,
-     [](Started& s) { orlan_submit_survey_response(orlan_str("?"), {}, orlan_str("[]"), any, &s.ear); },
+     [](Started& s) { orlan_submit_survey_response(orlan_str("?"), {}, orlan_str("[]"), hears, &s.ear); },
      {"0 Orlan"}},
-    {"a text", nothing, [](Started& s) { orlan_refresh_privacy_text(any, &s.ear); }, {"- URLError"}},
+    {"a text", nothing, [](Started& s) { orlan_refresh_privacy_text(hears, &s.ear); }, {"- URLError"}},
     {"location authorization",
-     stream(orlan_subscribe_location_authorization, any),
+     stream(orlan_subscribe_location_authorization, hears),
      &Started::deny,
      {"3", "2"}},
     {"push authorization",
-     stream(orlan_subscribe_push_authorization, any),
+     stream(orlan_subscribe_push_authorization, hears),
      [](Started&) { orlan_refresh_push_authorization(); },
      {"2", "2"}},
-    {"last location", stream(orlan_subscribe_last_location, any), enter, {"-", "51.500000"}},
-    {"polygons", stream(orlan_subscribe_polygons, Ear::list), refetch, {"1 51.501000", "0"}},
-    {"campaigns", stream(orlan_subscribe_campaigns, any), refetch, {R"("campaignId":42)", "[]"}},
-    {"circles", stream(orlan_subscribe_circles, Ear::list), refetch, {"1 51.5", "0"}},
+    {"last location", stream(orlan_subscribe_last_location, hears), enter, {"-", "51.500000"}},
+    {"polygons", stream(orlan_subscribe_polygons, hearsList), refetch, {"1 51.501000", "0"}},
+    {"campaigns", stream(orlan_subscribe_campaigns, hears), refetch, {R"("campaignId":42)", "[]"}},
+    {"circles", stream(orlan_subscribe_circles, hearsList), refetch, {"1 51.5", "0"}},
     {"an entry in front", crossings(ORLAN_FOREGROUND_ENTER, nothing), enter, {"42@7"}},
     {"an exit in front", crossings(ORLAN_FOREGROUND_EXIT, enter), leave, {"42@7"}},
     {"an entry behind", crossings(ORLAN_BACKGROUND_ENTER, &Started::hide), enter, {"42@7"}},
@@ -256,12 +257,12 @@ const Row rows[] = {
      {"42@7"}},
     {"a notification", handled(orlan_subscribe_notifications), tap, {"Tapped"}},
     {"the latest notification", handled(orlan_subscribe_latest_notification), tap, {"-", "Tapped"}},
-    {"the latest, asked", nothing, [](Started& s) { orlan_latest_notification(any, &s.ear); }, {"-"}},
+    {"the latest, asked", nothing, [](Started& s) { orlan_latest_notification(hears, &s.ear); }, {"-"}},
     {"the bridge", &Started::bridge, tap, {R"(Tapped {"a":[1,2.5,null]} 4 open)"}},
-    {"done", nothing, [](Started& s) { s.tapThen(any); }, {""}},
+    {"done", nothing, [](Started& s) { s.tapThen(hears); }, {""}},
     {"shown",
      nothing,
-     [](Started& s) { orlan_phone_present(s.handle, &s.notification, any, &s.ear); },
+     [](Started& s) { orlan_phone_present(s.handle, &s.notification, hears, &s.ear); },
      {"18"}},
 };
 

@@ -124,18 +124,20 @@ struct Ear {
     heard.push_back(std::move(what));
     if (then) then();
   }
-
-  /// Any callback, its arguments one after the other.
-  static constexpr auto any = [](void* context, auto... given) {
-    std::string all;
-    ((all += (all.empty() ? "" : " ") + words(given)), ...);
-    static_cast<Ear*>(context)->hear(std::move(all));
-  };
-  /// One of several values: how many, and the last.
-  static constexpr auto list = [](void* context, const auto* given, std::size_t count) {
-    static_cast<Ear*>(context)->hear(words(count) + (count > 0 ? " " + words(given[count - 1]) : ""));
-  };
-  orlan_plugin_delegate delegate() { return {sizeof(orlan_plugin_delegate), this, any, any}; }
 };
+
+/// Any callback whose context is an ear: its arguments one after the other.
+inline constexpr auto hears = [](void* ear, auto... given) {
+  std::string all;
+  ((all += (all.empty() ? "" : " ") + words(given)), ...);
+  static_cast<Ear*>(ear)->hear(std::move(all));
+};
+/// One of several values: how many, and the last.
+inline constexpr auto hearsList = [](void* ear, const auto* given, std::size_t count) {
+  static_cast<Ear*>(ear)->hear(words(count) + (count > 0 ? " " + words(given[count - 1]) : ""));
+};
+inline orlan_plugin_delegate delegateFor(Ear& ear) {
+  return {sizeof(orlan_plugin_delegate), &ear, hears, hears};
+}
 
 }  // namespace orlan::test

@@ -24,20 +24,25 @@ void setTerminal(const termios& settings) {
   if (isOurTerminal(STDIN_FILENO)) tcsetattr(STDIN_FILENO, TCSANOW, &settings);
 }
 
-void onStop(int);
-
-void watchForStops() {
+void answerStopsWith(void (*handler)(int)) {
   struct sigaction action = {};
-  action.sa_handler = onStop;
-  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND | SA_NODEFER);
+  action.sa_handler = handler;
+  action.sa_flags = SA_RESTART;
   sigaction(SIGTSTP, &action, nullptr);
 }
 
 /// Not every shell puts the terminal right by itself.
 void onStop(int) {
   if (former) setTerminal(*former);
-  std::raise(SIGTSTP);  // this time with its usual effect
-  watchForStops();
+  answerStopsWith(SIG_DFL);
+  std::raise(SIGTSTP);
+  sigset_t stop;
+  sigset_t before;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGTSTP);
+  pthread_sigmask(SIG_UNBLOCK, &stop, &before);  // here it stops
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+  answerStopsWith(onStop);
 }
 
 }  // namespace
@@ -49,7 +54,7 @@ bool isOurTerminal(int fd) {
 Keyboard::Keyboard(linuxphone::EventLoop& loop, std::function<void(std::string_view keys)> onKeys)
     : loop_(loop), onKeys_(std::move(onKeys)) {
   sigaction(SIGTSTP, nullptr, &formerStop);
-  if (formerStop.sa_handler == SIG_DFL) watchForStops();
+  if (formerStop.sa_handler == SIG_DFL) answerStopsWith(onStop);
   refresh();
 }
 

@@ -274,8 +274,8 @@ requires(!hasViews<T>()) [[nodiscard]] Result<T> decodeText(std::string_view tex
   return out;
 }
 
-/// A record (or a list or map of records) as a text; an error where JSON has no form for what is in it: what a
-/// host hands over is sent as it is or not at all.
+/// A record (or a list or map of records) as a text; an error where JSON has no form for what is in it. So
+/// what a host hands over is sent as it is or not at all.
 template <class T>
 [[nodiscard]] Result<std::string> encodeText(const T& value) {
   return serialised(encode(value));

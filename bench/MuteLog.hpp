@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,7 +29,7 @@ class MuteLog {
   };
 
   struct MuteConsole final : Console {
-    void print(std::span<const ConsoleLine>) override {}
+    void print(const ConsoleLines&) override {}
   };
 
   struct NoFiles final : FileSystem {

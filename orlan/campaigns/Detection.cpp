@@ -1,80 +1,42 @@
 #include "orlan/campaigns/Detection.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 #include "orlan/base/text.hpp"
-#include "orlan/logging/Logger.hpp"
+#include "orlan/logging/Breadcrumbs.hpp"
 
 namespace orlan {
 
 namespace {
 
 constexpr double bufferAccuracy = 20.0;  // metres; only a fix less accurate than this looks for near vertices
-constexpr std::size_t linesPerPolygon = 7;
-constexpr std::size_t polygonsPerHandOver = 64;
 
-struct Decision {
-  bool isInside;
-  std::string_view method;
-  double confidence;
-  std::string consensus;  // the line that says so
+/// What is said about a polygon but for its name: the same for all that fare alike with a fix, so made once.
+struct Outcome {
+  GeofenceResult result;
+  Breadcrumbs::Lines lines;
 };
 
-Decision decide(bool isInside, double accuracy) {
-  Decision decision{isInside,
-                    isInside ? "polygon_high_confidence" : "outside_polygon",
-                    std::max(1.0 + accuracy / -100.0, 0.1),
-                    {}};
-  decision.consensus = std::string("  - Consensus: inside=") + (isInside ? "true" : "false") +
-                       ", confidence=" + text::fromDouble(decision.confidence) +
-                       ", method=" + std::string(decision.method);
-  return decision;
+/// The historical vote repeats the ray-casting vote, so that one alone decides.
+Outcome outcome(const Location& fix, bool rayCasting, bool bufferCheck, const Breadcrumbs& breadcrumbs) {
+  const auto word = [](bool vote) { return vote ? "true" : "false"; };
+  const double accuracy = fix.horizontalAccuracy;
+  const double confidence = std::max(1.0 + accuracy / -100.0, 0.1);
+  const std::string_view method = rayCasting ? "polygon_high_confidence" : "outside_polygon";
+  return {{0, 0, rayCasting, confidence, method, accuracy},
+          breadcrumbs.lines({fmt::format("  - Ray casting: {}", word(rayCasting)),
+                             fmt::format("  - Buffer check: {}", word(bufferCheck)),
+                             fmt::format("  - Historical: {}", word(rayCasting)),
+                             fmt::format("  - Location: {}, {}", text::fromDouble(fix.coordinate.latitude),
+                                         text::fromDouble(fix.coordinate.longitude)),
+                             fmt::format("  - Accuracy: {}m", text::fromDouble(accuracy)),
+                             fmt::format("  - Consensus: inside={}, confidence={}, method={}",
+                                         word(rayCasting), text::fromDouble(confidence), method)})};
 }
-
-/// The lines about one fix. Between polygons only the title and the votes differ, so the texts are made once
-/// and each polygon's block is seven views of them.
-class Breadcrumbs {
- public:
-  Breadcrumbs(const Location& fix, Logger& logger)
-      : logger_(logger),
-        location_("  - Location: " + text::fromDouble(fix.coordinate.latitude) + ", " +
-                  text::fromDouble(fix.coordinate.longitude)),
-        accuracy_("  - Accuracy: " + text::fromDouble(fix.horizontalAccuracy) + "m") {}
-
-  void add(std::string_view title, bool rayCasting, bool bufferCheck, std::string_view consensus) {
-    for (const std::string_view line :
-         {title, rayCasting ? rayCastingTrue : rayCastingFalse, bufferCheck ? bufferTrue : bufferFalse,
-          rayCasting ? historicalTrue : historicalFalse, std::string_view(location_),
-          std::string_view(accuracy_), consensus}) {
-      lines_[count_++] = line;
-    }
-    if (count_ == lines_.size()) handOver();
-  }
-
-  /// Gives the logger what has gathered.
-  void handOver() {
-    logger_.breadcrumbs({lines_.data(), count_});
-    count_ = 0;
-  }
-
- private:
-  static constexpr std::string_view rayCastingTrue = "  - Ray casting: true";
-  static constexpr std::string_view rayCastingFalse = "  - Ray casting: false";
-  static constexpr std::string_view bufferTrue = "  - Buffer check: true";
-  static constexpr std::string_view bufferFalse = "  - Buffer check: false";
-  static constexpr std::string_view historicalTrue = "  - Historical: true";
-  static constexpr std::string_view historicalFalse = "  - Historical: false";
-
-  Logger& logger_;
-  std::string location_;
-  std::string accuracy_;
-  std::array<std::string_view, linesPerPolygon * polygonsPerHandOver> lines_;
-  std::size_t count_ = 0;
-};
 
 /// Walks an ascending list alongside the polygons.
 class Among {
@@ -96,28 +58,29 @@ std::vector<GeofenceResult> detectGeofences(const Location& fix, const PolygonSe
   std::vector<GeofenceResult> results;
   if (polygons.size() == 0) return results;
 
-  const double accuracy = fix.horizontalAccuracy;
   const auto containing = polygons.containing(fix.coordinate);
   std::vector<PolygonSet::Index> close;
-  if (accuracy > bufferAccuracy) close = polygons.withVertexWithin(fix.coordinate, accuracy * 0.5);
+  if (fix.horizontalAccuracy > bufferAccuracy) {
+    close = polygons.withVertexWithin(fix.coordinate, fix.horizontalAccuracy * 0.5);
+  }
 
-  const Decision inside = decide(true, accuracy);
-  const Decision outside = decide(false, accuracy);
-  Breadcrumbs breadcrumbs(fix, logger);
+  Breadcrumbs breadcrumbs(logger);
+  const Outcome inside = outcome(fix, true, true, breadcrumbs);
+  const Outcome near = outcome(fix, false, true, breadcrumbs);
+  const Outcome outside = outcome(fix, false, false, breadcrumbs);
   Among insides(containing);
   Among closeOnes(close);
   results.reserve(polygons.size());
   for (std::size_t i = 0; i < polygons.size(); ++i) {
-    // The historical vote repeats the ray-casting vote, so that one alone decides.
-    const bool rayCasting = insides.has(i);
-    const bool bufferCheck = closeOnes.has(i) || rayCasting;
-    const Decision& decision = rayCasting ? inside : outside;
+    const Outcome& other = closeOnes.has(i) ? near : outside;
+    const Outcome& found = insides.has(i) ? inside : other;
     const auto label = polygons.label(i);
-    breadcrumbs.add(label.detectionTitle, rayCasting, bufferCheck, decision.consensus);
-    results.push_back({label.campaignId, label.locationId, decision.isInside, decision.confidence,
-                       decision.method, accuracy});
+    breadcrumbs.add(label.detectionTitle, found.lines);
+    auto& result = results.emplace_back(found.result);
+    result.campaignId = label.campaignId;
+    result.locationId = label.locationId;
   }
-  breadcrumbs.handOver();
+  breadcrumbs.write();
   return results;
 }
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <chrono>
-#include <mutex>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,6 +17,10 @@ namespace orlan {
 /// lines of one thread reach the file in the order written. The caller never waits for disk, and no failure
 /// is reported.
 ///
+/// While the disk is slower than the lines, 16 MB of them wait in memory. What comes then is printed but does
+/// not reach the file, until those that wait have been written; a line in its place ("WARN") says how many
+/// are missing.
+///
 /// The first use of `shared` or of any operation opens the log: it creates the file when there is none.
 class Logger {
  public:
@@ -36,9 +37,6 @@ class Logger {
   void error(std::string_view message);       // "ERROR"
   void breadcrumb(std::string_view message);  // "•"
 
-  /// Several breadcrumbs at one moment: as many `breadcrumb` calls, at the price of one.
-  void breadcrumbs(std::span<const std::string_view> messages);
-
   /// Absolute path of the log file, whether or not it is there now.
   [[nodiscard]] std::string logFileURL();
 
@@ -47,19 +45,14 @@ class Logger {
   void clear();
 
  private:
+  friend class Breadcrumbs;
   class File;
-  void write(std::string_view level, std::span<const std::string_view> messages);
-  std::string lineStart();
+  std::string breadcrumbStart();
+  void write(std::string_view level, std::string_view message);
+  void write(const ConsoleLines& lines, bool isUtf8);
 
   Clock& clock_;
   Console& console_;
-
-  // Formatting a date costs more than the rest of a line, and most lines share their second with the one
-  // before.
-  std::mutex mutex_;
-  std::chrono::sys_seconds second_;  // guarded by mutex_
-  std::string start_;                // guarded by mutex_: "[2025-03-14T09:26:53Z] [" of that second
-
   Lazy<File> file_;
 };
 

@@ -112,8 +112,7 @@ void NotificationManager::didReceive(const NotificationResponse& response, std::
 
 void NotificationManager::logNotificationDiagnostics(const NotificationContent& content,
                                                      std::string_view context) {
-  const auto blocks = diagnostics::received(content, context);
-  logger_.breadcrumbs(std::vector<std::string_view>(blocks.begin(), blocks.end()));
+  for (const auto& block : diagnostics::received(content, context)) logger_.breadcrumb(block);
 }
 
 void NotificationManager::handle(const NotificationContent& content) {

@@ -54,15 +54,17 @@ std::optional<json::Object> TableBundle::propertyList(std::string_view name) con
   return *found->object();
 }
 
-void TableLog::print(std::span<const ConsoleLine> lines) {
+void TableLog::print(const ConsoleLines& lines) {
   if (table_.print == nullptr) return;
+  const std::string level(lines.level);
+  std::string message;
+  std::string whole;
   const std::lock_guard lock(printing_);
-  for (const ConsoleLine& line : lines) {
-    const std::string level(line.level);
-    const std::string message(line.message);
-    const std::string whole(line.text);
+  lines.forEach([&](const ConsoleLine& line) {
+    message = line.message;
+    whole = line.text;
     ask(table_.print, table_.context, lent(level), lent(message), lent(whole));
-  }
+  });
 }
 
 void TableLog::write(std::string_view message) {

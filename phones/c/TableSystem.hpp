@@ -64,7 +64,7 @@ class TableBundle final : public Bundle {
 class TableLog final : public Console, public SystemLog {
  public:
   explicit TableLog(const orlan_log_functions& table) : table_(table) {}
-  void print(std::span<const ConsoleLine> lines) override;
+  void print(const ConsoleLines& lines) override;
   void write(std::string_view message) override;
 
  private:

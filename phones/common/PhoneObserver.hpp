@@ -10,6 +10,7 @@
 #include "orlan/base/json.hpp"
 #include "orlan/platform/Application.hpp"
 #include "orlan/platform/Circle.hpp"
+#include "orlan/platform/Console.hpp"
 #include "orlan/platform/HttpClient.hpp"
 #include "orlan/platform/Location.hpp"
 #include "orlan/platform/NotificationCenter.hpp"
@@ -38,7 +39,7 @@ class PhoneObserver {
   virtual ~PhoneObserver() = default;
 
   // Any thread.
-  virtual void consoleLine(std::string_view /*level*/, std::string_view /*message*/) {}
+  virtual void consoleLines(const ConsoleLines&) {}
   virtual void systemLog(std::string_view /*message*/) {}
   /// Not for a request that is refused before anything is sent (`refusal`); that has no response either.
   virtual void request(RequestId, const HttpRequest&) {}

@@ -12,9 +12,7 @@ class PhoneObservers final : public PhoneObserver {
  public:
   void add(PhoneObserver& observer) { observers_.push_back(&observer); }
 
-  void consoleLine(std::string_view level, std::string_view message) override {
-    tell(&PhoneObserver::consoleLine, level, message);
-  }
+  void consoleLines(const ConsoleLines& lines) override { tell(&PhoneObserver::consoleLines, lines); }
   void systemLog(std::string_view message) override { tell(&PhoneObserver::systemLog, message); }
   void request(RequestId id, const HttpRequest& request) override {
     tell(&PhoneObserver::request, id, request);

@@ -39,23 +39,20 @@ std::uint64_t SystemRandom::next() {
   return bits;
 }
 
-void printToStandardOutput(std::span<const ConsoleLine> lines) {
-  std::string all;
-  for (const ConsoleLine& line : lines) all += line.text;
-  std::string_view left = all;
-  while (!left.empty()) {
-    const ssize_t written = writeOut(left);
+void printToStandardOutput(std::string_view lines) {
+  while (!lines.empty()) {
+    const ssize_t written = writeOut(lines);
     if (written < 0 && errno != EINTR) return;  // nobody reads it any more
-    if (written > 0) left.remove_prefix(static_cast<std::size_t>(written));
+    if (written > 0) lines.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
-void HostConsole::print(std::span<const ConsoleLine> lines) {
+void HostConsole::print(const ConsoleLines& lines) {
   if (sink_) {
     const std::lock_guard lock(mutex_);
-    sink_(lines);
+    sink_(lines.text);
   }
-  for (const ConsoleLine& line : lines) observer_.consoleLine(line.level, line.message);
+  observer_.consoleLines(lines);
 }
 
 void writeToSyslog(std::string_view message) {

@@ -2,8 +2,8 @@
 
 #include <functional>
 #include <mutex>
-#include <span>
-#include <string>
+#include <string_view>
+#include <utility>
 
 #include "orlan/platform/Console.hpp"
 #include "orlan/platform/RandomSource.hpp"
@@ -17,19 +17,19 @@ class SystemRandom final : public RandomSource {
   [[nodiscard]] std::uint64_t next() override;
 };
 
-/// Where printed lines go; one call at a time.
-using ConsoleSink = std::function<void(std::span<const ConsoleLine>)>;
+/// Where printed lines go, as they are printed; one call at a time.
+using ConsoleSink = std::function<void(std::string_view lines)>;
 
 /// Writes all lines of a call to standard output at once, so that those of several processes do not mix. When
 /// nobody reads it any more they are lost; no SIGPIPE is raised.
-void printToStandardOutput(std::span<const ConsoleLine> lines);
+void printToStandardOutput(std::string_view lines);
 
 class HostConsole final : public Console {
  public:
   HostConsole(ConsoleSink sink, phone::PhoneObserver& observer)
       : sink_(std::move(sink)), observer_(observer) {}
 
-  void print(std::span<const ConsoleLine> lines) override;
+  void print(const ConsoleLines& lines) override;
 
  private:
   std::mutex mutex_;

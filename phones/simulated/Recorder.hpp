@@ -41,8 +41,8 @@ class Recorder final : public phone::PhoneObserver {
     return all;
   }
 
-  void consoleLine(std::string_view level, std::string_view message) override {
-    lines.emplace_back(level, message);
+  void consoleLines(const ConsoleLines& printed) override {
+    printed.forEach([this](const ConsoleLine& line) { lines.emplace_back(line.level, line.message); });
   }
   void systemLog(std::string_view message) override { systemLines.emplace_back(message); }
   void request(phone::RequestId id, const HttpRequest& request) override {

@@ -47,9 +47,7 @@ class SimulatedOutput final : public Console, public SystemLog {
  public:
   explicit SimulatedOutput(phone::PhoneObserver& observer) : observer_(observer) {}
 
-  void print(std::span<const ConsoleLine> lines) override {
-    for (const ConsoleLine& line : lines) observer_.consoleLine(line.level, line.message);
-  }
+  void print(const ConsoleLines& lines) override { observer_.consoleLines(lines); }
   void write(std::string_view message) override { observer_.systemLog(message); }
 
  private:

@@ -25,8 +25,10 @@ class Tape final : public phone::PhoneObserver {
   Events events;
   std::vector<HttpRequest> requests;
 
-  void consoleLine(std::string_view level, std::string_view message) override {
-    events.push_back(std::string(level).append(" ").append(message));
+  void consoleLines(const ConsoleLines& lines) override {
+    lines.forEach([this](const ConsoleLine& line) {
+      events.push_back(std::string(line.level).append(" ").append(line.message));
+    });
   }
   void storeWritten(std::string_view key, const json::Value& value) override {
     if (!key.starts_with("Orlan_"))

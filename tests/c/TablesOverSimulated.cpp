@@ -241,8 +241,8 @@ orlan_notification_functions notificationTable(Self& host) {
 
 orlan_log_functions logTable(Self& host) {
   orlan_log_functions table{sizeof table, &host};
-  table.print = [](void* context, orlan_string level, orlan_string message, orlan_string) {
-    of(context).seen.consoleLine(view(level), view(message));
+  table.print = [](void* context, orlan_string level, orlan_string message, orlan_string line) {
+    of(context).seen.consoleLines({view(level), view(line), line.length - message.length - 1, 1});
   };
   return table;
 }

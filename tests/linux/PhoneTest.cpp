@@ -203,8 +203,7 @@ TEST(HostConsole, AReaderThatGoesAwayCostsTheHostNothing) {
   const auto host = [] {
     int ends[2];
     if (::pipe(ends) != 0 || ::close(ends[0]) != 0 || ::dup2(ends[1], STDOUT_FILENO) < 0) ::_exit(1);
-    const ConsoleLine lines[] = {{"INFO", "one", "one\n"}};
-    for (int i = 0; i < 2; ++i) printToStandardOutput(lines);
+    for (int i = 0; i < 2; ++i) printToStandardOutput("one\n");
     (void)!::write(STDERR_FILENO, "alive", 5);
     (void)!::write(STDOUT_FILENO, "x", 1);  // the host's own: what it does about the signal is as it was
     ::_exit(2);

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "orlan/logging/Breadcrumbs.hpp"
 #include "orlan/logging/Logger.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
 
@@ -38,8 +39,10 @@ struct LoggerTest : ::testing::Test, phone::PhoneObserver {
     return phone.files().content(kFile);
   }
 
-  void consoleLine(std::string_view level, std::string_view message) override {
-    printed.push_back(std::string(level).append("|").append(message));
+  void consoleLines(const ConsoleLines& lines) override {
+    lines.forEach([this](const ConsoleLine& line) {
+      printed.push_back(std::string(line.level).append("|").append(line.message));
+    });
   }
   void fileWritten(std::string_view name, std::size_t size) override {
     printed.push_back("created " + std::string(name) + ' ' + std::to_string(size));
@@ -54,17 +57,34 @@ struct LoggerTest : ::testing::Test, phone::PhoneObserver {
 TEST_F(LoggerTest, EachLevelHasItsTagAndMessagesStandUnchanged) {
   const std::string start = "[2025-01-02T03:04:05Z] [";
   const std::string raw("two\nlines\r\n\0 \x1B 100% {} \\n", 24);
-  logger->breadcrumbs({});
-  EXPECT_TRUE(printed.empty());
   logger->log("");
   logger->warn("b");
   logger->error("c");
   logger->breadcrumb(raw);
-  logger->breadcrumbs(std::array<std::string_view, 2>{"🔍 one", ""});
-  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "INFO|", "WARN|b", "ERROR|c", "•|" + raw,
-                                   "•|🔍 one", "•|"));
-  EXPECT_EQ(file(), start + "INFO] \n" + start + "WARN] b\n" + start + "ERROR] c\n" + start + "•] " + raw +
-                        "\n" + start + "•] 🔍 one\n" + start + "•] \n");
+  EXPECT_THAT(printed, ElementsAre("created orlan-sdk.log 0", "INFO|", "WARN|b", "ERROR|c", "•|" + raw));
+  EXPECT_EQ(file(),
+            start + "INFO] \n" + start + "WARN] b\n" + start + "ERROR] c\n" + start + "•] " + raw + "\n");
+}
+
+TEST_F(LoggerTest, BreadcrumbsByTheThousandAreTheLinesOfTheirMomentOneByOne) {
+  std::vector<std::string> expectedLines{"created orlan-sdk.log 0"};
+  std::string expectedText;
+  const auto expect = [&](const std::string& message) {
+    expectedLines.push_back("•|" + message);
+    expectedText += "[2025-01-02T03:04:05Z] [•] " + message + "\n";
+  };
+  Breadcrumbs many(*logger);
+  const auto ready = many.lines({"🔍 one", ""});
+  for (const char* title : {"short", ""}) {
+    for (int i = 0; i < 1000; ++i) {
+      many.add(title, ready);
+      for (const char* message : {title, "🔍 one", ""}) expect(message);
+    }
+    phone.clock().set(at(6));
+    many.write();
+  }
+  EXPECT_EQ(printed, expectedLines);
+  EXPECT_EQ(file(), expectedText);
 }
 
 TEST_F(LoggerTest, TimeIsThatOfTheCallInWholeSecondsWhereverTheClockJumps) {
@@ -79,12 +99,11 @@ TEST_F(LoggerTest, TimeIsThatOfTheCallInWholeSecondsWhereverTheClockJumps) {
 }
 
 TEST_F(LoggerTest, BytesThatAreNoTextArePrintedButNotStored) {
-  const std::array<std::string_view, 3> block{"before", "\xff broken", "after"};
-  logger->breadcrumbs(block);
+  for (const char* message : {"before", "\xff broken", "after"}) logger->log(message);
   logger->log("\xc3");
   logger->log("\xa9");  // halves of one character, which do not make a line together
   EXPECT_EQ(printed.size(), 6u);
-  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [•] before\n[2025-01-02T03:04:05Z] [•] after\n");
+  EXPECT_EQ(file(), "[2025-01-02T03:04:05Z] [INFO] before\n[2025-01-02T03:04:05Z] [INFO] after\n");
 }
 
 TEST_F(LoggerTest, EveryOperationOpensTheLogAndConstructionDoesNot) {
@@ -121,6 +140,20 @@ TEST_F(LoggerTest, DiskThatRefusesTheFileLeavesPrintingAlone) {
   logger->log("b");
   EXPECT_EQ(file(), std::nullopt);  // nobody creates it any more
   EXPECT_THAT(printed, ElementsAre("INFO|a", "INFO|b"));
+}
+
+TEST_F(LoggerTest, WhatFindsNoRoomBesideASlowDiskIsPrintedAndCounted) {
+  const std::string megabyte(1024 * 1024, 'x');
+  for (int i = 0; i < 18; ++i) logger->log(megabyte);  // meanwhile nothing is written
+  EXPECT_EQ(printed.size(), 19u);
+  (void)file();
+  logger->log("later");
+  const std::string text = file().value_or("");
+  constexpr std::size_t start = 30;
+  ASSERT_GT(text.size(), 16 * (start + megabyte.size() + 1));
+  EXPECT_EQ(text.substr(16 * (start + megabyte.size() + 1)),
+            "[2025-01-02T03:04:05Z] [WARN] 2 lines are missing here: the disk was too slow for them\n"
+            "[2025-01-02T03:04:05Z] [INFO] later\n");
 }
 
 }  // namespace

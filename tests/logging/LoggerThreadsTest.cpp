@@ -22,7 +22,7 @@ class StoppedClock final : public Clock {
 
 class CountingConsole final : public Console {
  public:
-  void print(std::span<const ConsoleLine> lines) override { printed += lines.size(); }
+  void print(const ConsoleLines& lines) override { printed += lines.count; }
   std::atomic<std::size_t> printed = 0;
 };
 

@@ -29,7 +29,10 @@ class Transcript final : public phone::PhoneObserver {
 
   void note(std::string line) { lines_.push_back(std::move(line)); }
 
-  void consoleLine(std::string_view level, std::string_view message) override {
+  void consoleLines(const ConsoleLines& lines) override {
+    lines.forEach([this](const ConsoleLine& line) { consoleLine(line.level, line.message); });
+  }
+  void consoleLine(std::string_view level, std::string_view message) {
     constexpr std::array<std::string_view, 6> below{"┌─",           "🔍 Polygon",  "  - ", "✅ Geo activity",
                                                     "✅ Conversion", "❌ sendEvent"};
     if (std::any_of(below.begin(), below.end(), [&](auto opening) { return message.starts_with(opening); })) {

@@ -37,8 +37,11 @@ class Chronicle final : public phone::PhoneObserver {
   }
 
   // Of a block of several lines the first says which it is.
-  void consoleLine(std::string_view level, std::string_view message) override {
-    add("log " + std::string(level) + " " + std::string(message.substr(0, message.find('\n'))));
+  void consoleLines(const ConsoleLines& lines) override {
+    lines.forEach([this](const ConsoleLine& line) {
+      add("log " + std::string(line.level) + " " +
+          std::string(line.message.substr(0, line.message.find('\n'))));
+    });
   }
   void systemLog(std::string_view message) override { add("system log " + std::string(message)); }
   void request(phone::RequestId, const HttpRequest& request) override {

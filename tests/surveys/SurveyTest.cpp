@@ -13,8 +13,8 @@ using Choices = std::optional<std::vector<ChoiceSelection>>;
 
 TEST(AnswerValidation, EachTypeHasItsRule) {
   struct Console final : phone::PhoneObserver {
-    void consoleLine(std::string_view level, std::string_view line) override {
-      text += std::string(level) + " " + std::string(line) + "\n";
+    void consoleLines(const ConsoleLines& lines) override {
+      text += std::string(lines.level) + " " + std::string(lines.text.substr(lines.messageAt));
     }
     std::string text;
   } console;

@@ -87,9 +87,11 @@ std::size_t ReportCollector::openRequests() const {
   return open_.size();
 }
 
-void ReportCollector::consoleLine(std::string_view level, std::string_view message) {
-  if (listener_) listener_->logged(level, message);
-  if (level == "ERROR") note("error", std::string(message));
+void ReportCollector::consoleLines(const ConsoleLines& lines) {
+  lines.forEach([this](const ConsoleLine& line) {
+    if (listener_) listener_->logged(line.level, line.message);
+    if (line.level == "ERROR") note("error", std::string(line.message));
+  });
 }
 
 void ReportCollector::request(phone::RequestId id, const HttpRequest& request) {

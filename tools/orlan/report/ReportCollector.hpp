@@ -49,7 +49,7 @@ class ReportCollector final : public phone::PhoneObserver {
   /// Requests without an answer yet.
   [[nodiscard]] std::size_t openRequests() const;
 
-  void consoleLine(std::string_view level, std::string_view message) override;
+  void consoleLines(const ConsoleLines& lines) override;
   void request(phone::RequestId id, const HttpRequest& request) override;
   void response(phone::RequestId id, const Result<HttpReply>& result) override;
   void notificationScheduled(const NotificationRequest& request) override;

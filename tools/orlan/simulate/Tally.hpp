@@ -13,7 +13,7 @@ class Tally final : public phone::PhoneObserver {
   /// "12 requests (1 failed), 3 notifications, 40 fixes, 210 log lines".
   [[nodiscard]] std::string text() const;
 
-  void consoleLine(std::string_view, std::string_view) override { ++lines_; }
+  void consoleLines(const ConsoleLines& lines) override { lines_ += lines.count; }
   void request(phone::RequestId, const HttpRequest&) override { ++requests_; }
   void response(phone::RequestId, const Result<HttpReply>& result) override;
   void notificationScheduled(const NotificationRequest&) override { ++notifications_; }

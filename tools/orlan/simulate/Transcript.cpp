@@ -44,8 +44,11 @@ void Transcript::write(std::string_view event, const json::Object& members) {
   write_(line + "\n");
 }
 
-void Transcript::consoleLine(std::string_view level, std::string_view message) {
-  if (wants("log")) write("log", {{"level", level}, {"message", message}});
+void Transcript::consoleLines(const ConsoleLines& lines) {
+  if (!wants("log")) return;
+  lines.forEach([this](const ConsoleLine& line) {
+    write("log", {{"level", line.level}, {"message", line.message}});
+  });
 }
 
 void Transcript::systemLog(std::string_view message) {

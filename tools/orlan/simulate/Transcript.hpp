@@ -48,7 +48,7 @@ class Transcript final : public phone::PhoneObserver {
   /// Nothing is written any more, and no last line tells that the play went to its end.
   void abandoned() { ++silences_; }
 
-  void consoleLine(std::string_view level, std::string_view message) override;
+  void consoleLines(const ConsoleLines& lines) override;
   void systemLog(std::string_view message) override;
   void request(phone::RequestId id, const HttpRequest& request) override;
   void response(phone::RequestId id, const Result<HttpReply>& result) override;

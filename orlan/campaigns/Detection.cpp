@@ -65,8 +65,8 @@ std::vector<GeofenceResult> detectGeofences(const Location& fix, const PolygonSe
   }
 
   Breadcrumbs breadcrumbs(logger);
-  const Outcome inside = outcome(fix, true, true, breadcrumbs);
-  const Outcome near = outcome(fix, false, true, breadcrumbs);
+  const Outcome inside = containing.empty() ? Outcome() : outcome(fix, true, true, breadcrumbs);
+  const Outcome near = close.empty() ? Outcome() : outcome(fix, false, true, breadcrumbs);
   const Outcome outside = outcome(fix, false, false, breadcrumbs);
   Among insides(containing);
   Among closeOnes(close);

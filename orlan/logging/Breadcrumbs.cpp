@@ -5,11 +5,13 @@
 namespace orlan {
 namespace {
 
-constexpr std::size_t writtenAtOnce = 32 * 1024;  // fits into the nearest cache, for those who read it next
+constexpr std::size_t writtenAtOnce = 16 * 1024;  // small enough for the nearest cache
 
 }  // namespace
 
-Breadcrumbs::Breadcrumbs(Logger& logger) : logger_(logger), start_(logger.breadcrumbStart()) {}
+Breadcrumbs::Breadcrumbs(Logger& logger) : logger_(logger), start_(logger.breadcrumbStart()) {
+  gathered_.text.reserve(writtenAtOnce + 1024);
+}
 
 Breadcrumbs::Lines Breadcrumbs::lines(std::initializer_list<std::string_view> messages) const {
   Lines made{{}, messages.size()};

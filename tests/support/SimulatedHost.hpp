@@ -37,8 +37,8 @@ class Chronicle final : public phone::PhoneObserver {
   }
 
   // Of a block of several lines the first says which it is.
-  void consoleLines(const ConsoleLines& lines) override {
-    lines.forEach([this](const ConsoleLine& line) {
+  void consoleLines(const ConsoleLines& printed) override {
+    printed.forEach([this](const ConsoleLine& line) {
       add("log " + std::string(line.level) + " " +
           std::string(line.message.substr(0, line.message.find('\n'))));
     });

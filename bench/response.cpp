@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 
-#include "bench/MuteLog.hpp"
 #include "bench/Town.hpp"
 #include "orlan/campaigns/GeofenceResponse.hpp"
 
@@ -28,12 +27,10 @@ void decodeAnswer(benchmark::State& state) {
 
 void decodeAndConvertAnswer(benchmark::State& state) {
   const std::string answer = bench::answerFor(bench::Town(static_cast<std::size_t>(state.range(0)), 66));
-  bench::MuteLog log;
   for (auto _ : state) {
-    auto response = NewGeofenceResponse::decode(answer);
-    if (!response) std::abort();
-    benchmark::DoNotOptimize(convert(std::move(*response), log.logger()));
-    log.drain();
+    auto conversion = GeofenceConversion::of(answer);
+    if (!conversion) std::abort();
+    benchmark::DoNotOptimize(conversion);
   }
   countBytes(state, answer);
 }

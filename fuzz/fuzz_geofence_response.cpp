@@ -1,8 +1,8 @@
 // Any bytes as the backend's answer: refused as a whole with a reason, or converted whole.
 #include <memory>
+#include <string>
 #include <string_view>
 
-#include "bench/MuteLog.hpp"
 #include "fuzz/Input.hpp"
 #include "orlan/campaigns/CampaignFields.hpp"
 #include "orlan/campaigns/CampaignPolygons.hpp"
@@ -12,14 +12,22 @@ namespace orlan {
 namespace {
 
 void check(std::string_view bytes) {
-  static bench::MuteLog log;
-  auto response = NewGeofenceResponse::decode(bytes);
-  if (!response) return fuzz::require(!response.error().description.empty(), "a refusal has a reason");
+  const auto response = NewGeofenceResponse::decode(bytes);
+  auto conversion = GeofenceConversion::of(bytes);
+  // With a byte-order mark in front it is read in one piece.
+  const auto whole = GeofenceConversion::of("\xEF\xBB\xBF" + std::string(bytes));
+  fuzz::require(conversion.has_value() == whole.has_value(), "by elements or in one piece");
+  if (!conversion) {
+    fuzz::require(!conversion.error().description.empty(), "a refusal has a reason");
+    return;
+  }
+  fuzz::require(
+      conversion->data == whole->data && conversion->report.badVertices == whole->report.badVertices,
+      "the same by elements as in one piece");
 
   const std::size_t geofenced = response->geoCampaign.size();
   const std::size_t campaigns = geofenced + response->pushCampaign.size();
-  auto data = std::make_shared<CampaignData>(convert(std::move(*response), log.logger()));
-  log.drain();
+  auto data = std::make_shared<CampaignData>(std::move(conversion->data));
   fuzz::require(data->campaignsArray.size() == campaigns, "every campaign is kept");
   fuzz::require(campaignPolygons(data).size() <= campaigns, "at most one polygon a campaign");
 

@@ -229,6 +229,26 @@ Node Document::root() const {
   return Node(std::bit_cast<Node::Cursor>(dom::element(tree_->parsed.root())));
 }
 
+struct PartParser::Memory {
+  explicit Memory(std::size_t deepestPart) : depth(deepestPart) {}
+  const std::size_t depth;
+  dom::parser parser;
+};
+
+PartParser::PartParser(std::size_t around) : memory_(std::make_unique<Memory>(deepest - around)) {}
+PartParser::~PartParser() = default;
+
+std::optional<Node> PartParser::parse(std::string_view part) {
+  dom::parser& parser = memory_->parser;
+  const std::size_t wanted = std::max(part.size(), dom::MINIMAL_DOCUMENT_CAPACITY);
+  if (parser.capacity() < wanted && parser.allocate(std::bit_ceil(wanted), memory_->depth)) {
+    return std::nullopt;
+  }
+  dom::element root;
+  if (parser.parse(part.data(), part.size()).get(root)) return std::nullopt;
+  return Node(std::bit_cast<Node::Cursor>(root));
+}
+
 Kind Node::kind() const {
   switch (element(cursor_).type()) {
     case dom::element_type::ARRAY:

@@ -141,6 +141,7 @@ class Node {
 
  private:
   friend class Document;
+  friend class PartParser;
   struct Cursor {  // what the parser calls an element, taken apart so that it passes in registers
     const void* document;
     std::size_t index;
@@ -167,6 +168,21 @@ class Document {
   friend Result<Value> parse(std::string_view text);
   static Result<Document> read(std::string_view text, bool exact);
   std::unique_ptr<Tree> tree_;
+};
+
+/// Parses one part of a text after the other in memory that it keeps.
+class PartParser {
+ public:
+  /// `around`: in how many arrays and objects the parts are.
+  explicit PartParser(std::size_t around);
+  ~PartParser();
+
+  /// Nothing for a part that `Document` refuses or holds only with numbers replaced. Valid until the next.
+  [[nodiscard]] std::optional<Node> parse(std::string_view part);
+
+ private:
+  struct Memory;
+  std::unique_ptr<Memory> memory_;
 };
 
 /// The error of a JSON text that is not valid, or does not have the form that a record wants.

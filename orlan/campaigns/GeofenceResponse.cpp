@@ -1,8 +1,11 @@
 #include "orlan/campaigns/GeofenceResponse.hpp"
 
+#include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
+#include "orlan/base/elements.hpp"
 #include "orlan/base/text.hpp"
 #include "orlan/campaigns/GeofenceResponseFields.hpp"
 #include "orlan/logging/Logger.hpp"
@@ -61,7 +64,9 @@ std::string badVertex(const NewGeofencePoint& vertex) {
   return line.append(vertex.latitude).append(",").append(vertex.longitude).append("\"");
 }
 
-std::vector<GeofencePoint> ringFrom(const std::vector<NewGeofencePoint>& vertices, Logger& logger) {
+using Lines = std::vector<std::string>;
+
+std::vector<GeofencePoint> ringFrom(const std::vector<NewGeofencePoint>& vertices, Lines& badVertices) {
   std::vector<GeofencePoint> ring;
   ring.reserve(vertices.size());
   for (const NewGeofencePoint& vertex : vertices) {
@@ -70,23 +75,42 @@ std::vector<GeofencePoint> ringFrom(const std::vector<NewGeofencePoint>& vertice
     if (longitude) {
       ring.push_back({vertex.position, *latitude, *longitude});
     } else {
-      logger.error(badVertex(vertex));
+      badVertices.push_back(badVertex(vertex));
     }
   }
   return ring;
 }
 
-CampaignData::Campaign::Location locationFrom(const CampaignWrapper& wrapper, Logger& logger) {
+CampaignData::Campaign::Location locationFrom(const CampaignWrapper& wrapper, Lines& badVertices) {
   if (const auto& location = wrapper.locationsArray) {
-    return {location->locationId, ringFrom(location->geofence, logger)};
+    return {location->locationId, ringFrom(location->geofence, badVertices)};
   }
   return {wrapper.locations.empty() ? 0 : wrapper.locations.front(), {}};
 }
 
-CampaignData::Campaign campaignFrom(CampaignWrapper&& wrapper, Logger& logger) {
+CampaignData::Campaign campaignFrom(CampaignWrapper&& wrapper, Lines& badVertices) {
   return {{std::move(wrapper.campaignName), wrapper.campaignId},
-          locationFrom(wrapper, logger),
+          locationFrom(wrapper, badVertices),
           mapped(std::move(wrapper.notificationsArray), notificationFrom)};
+}
+
+/// The campaigns of one of the two lists.
+struct Converted {
+  std::vector<CampaignData::Campaign> campaigns;
+  Lines badVertices;
+
+  void add(CampaignWrapper&& wrapper) { campaigns.push_back(campaignFrom(std::move(wrapper), badVertices)); }
+};
+
+GeofenceConversion together(Converted&& geo, Converted&& push) {
+  for (auto& campaign : push.campaigns) {
+    for (auto& notification : campaign.outsideNotificationsArray) notification.activation = pushActivation;
+  }
+  std::string summary = "✅ Conversion complete – " + std::to_string(geo.campaigns.size()) + " GEO + " +
+                        std::to_string(push.campaigns.size()) + " PUSH campaign(s)";
+  std::move(push.campaigns.begin(), push.campaigns.end(), std::back_inserter(geo.campaigns));
+  std::move(push.badVertices.begin(), push.badVertices.end(), std::back_inserter(geo.badVertices));
+  return {{std::move(geo.campaigns)}, {std::move(geo.badVertices), std::move(summary)}};
 }
 
 }  // namespace
@@ -105,19 +129,29 @@ Result<NewGeofenceResponse> NewGeofenceResponse::decode(std::string_view bytes) 
   return response;
 }
 
-CampaignData convert(NewGeofenceResponse response, Logger& logger) {
-  CampaignData data;
-  data.campaignsArray.reserve(response.geoCampaign.size() + response.pushCampaign.size());
-  for (CampaignWrapper& wrapper : response.geoCampaign) {
-    data.campaignsArray.push_back(campaignFrom(std::move(wrapper), logger));
+Result<GeofenceConversion> GeofenceConversion::of(std::string_view bytes) {
+  static constexpr std::array<std::string_view, 2> lists{"geoCampaign", "pushCampaign"};
+  std::array<Converted, 2> converted;
+  const auto take = [&](std::size_t list, json::Node element) {
+    CampaignWrapper wrapper;
+    json::Failure failure;
+    if (!json::decode(element, wrapper, failure)) return false;
+    converted[list].add(std::move(wrapper));
+    return true;
+  };
+  if (!json::eachElement(bytes, lists, take)) {
+    auto response = NewGeofenceResponse::decode(bytes);
+    if (!response) return Unexpected(response.error());
+    converted = {};
+    for (CampaignWrapper& wrapper : response->geoCampaign) converted[0].add(std::move(wrapper));
+    for (CampaignWrapper& wrapper : response->pushCampaign) converted[1].add(std::move(wrapper));
   }
-  for (CampaignWrapper& wrapper : response.pushCampaign) {
-    auto& campaign = data.campaignsArray.emplace_back(campaignFrom(std::move(wrapper), logger));
-    for (auto& notification : campaign.outsideNotificationsArray) notification.activation = pushActivation;
-  }
-  logger.log("✅ Conversion complete – " + std::to_string(response.geoCampaign.size()) + " GEO + " +
-             std::to_string(response.pushCampaign.size()) + " PUSH campaign(s)");
-  return data;
+  return together(std::move(converted[0]), std::move(converted[1]));
+}
+
+void GeofenceConversion::Report::tell(Logger& logger) const {
+  for (const std::string& line : badVertices) logger.error(line);
+  logger.log(summary);
 }
 
 }  // namespace orlan

@@ -104,9 +104,23 @@ struct NewGeofenceResponse {
   [[nodiscard]] static Result<NewGeofenceResponse> decode(std::string_view bytes);
 };
 
-/// What `CampaignData` is made of, a function of its own because it logs: every campaign and notification,
-/// the geofenced ones first; those to be pushed get the activation "PUSH". Vertices whose coordinates are no
-/// numbers are dropped and logged. Any thread; takes the response's texts.
-[[nodiscard]] CampaignData convert(NewGeofenceResponse response, Logger& logger);
+/// What an answer comes to: every campaign and notification, the geofenced ones first; those to be pushed get
+/// the activation "PUSH". Vertices whose coordinates are no numbers are dropped.
+struct GeofenceConversion {
+  /// What a conversion has to say, each time that its answer comes.
+  struct Report {
+    std::vector<std::string> badVertices;  // an error each
+    std::string summary;
+
+    void tell(Logger& logger) const;
+  };
+
+  CampaignData data;
+  Report report;
+
+  /// From the bytes of an answer, with the errors of `NewGeofenceResponse::decode`. Needs little more memory
+  /// than what it returns. Any thread.
+  [[nodiscard]] static Result<GeofenceConversion> of(std::string_view bytes);
+};
 
 }  // namespace orlan

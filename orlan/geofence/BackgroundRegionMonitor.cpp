@@ -7,6 +7,7 @@
 
 #include "orlan/geofence/CampaignReactions.hpp"
 #include "orlan/geofence/ExitDetection.hpp"
+#include "orlan/geofence/TrackedPolygons.hpp"
 #include "orlan/geofence/WatchedRegions.hpp"
 
 namespace orlan {
@@ -153,6 +154,11 @@ Publisher<std::vector<Circle>>& BackgroundRegionMonitor::circlesPublisher() {
 void BackgroundRegionMonitor::updateRegions(const std::vector<CampaignPolygon>& polygons) {
   const Turn turn = parts_->main.enter();
   parts_->regions.update(polygons, parts_);
+}
+
+void BackgroundRegionMonitor::takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) {
+  const auto list = polygons->set().polygons();
+  updateRegions({list.begin(), list.end()});
 }
 
 void BackgroundRegionMonitor::pauseMonitoring() {

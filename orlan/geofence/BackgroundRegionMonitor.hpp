@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orlan/base/Subject.hpp"
+#include "orlan/campaigns/CampaignData.hpp"
 #include "orlan/geofence/Crossing.hpp"
 #include "orlan/geofence/PolygonSink.hpp"
 #include "orlan/geofence/ReactionServices.hpp"
@@ -63,7 +64,7 @@ class BackgroundRegionMonitor : public PolygonSink {
   /// A process that is killed in the middle leaves fewer regions than it should; the first change after the
   /// next launch ends what is left and watches all anew, because nothing of the last set-up is remembered.
   void updateRegions(const std::vector<CampaignPolygon>& polygons);
-  void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updateRegions(polygons); }
+  void takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) override;
 
   /// While paused the foreground monitor is in charge: crossings are lost to this one. Each does and logs
   /// nothing when nothing changes.

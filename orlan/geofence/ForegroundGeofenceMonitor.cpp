@@ -47,7 +47,7 @@ struct ForegroundGeofenceMonitor::Parts final : LocationManagerDelegate {
 
   std::weak_ptr<ForegroundGeofenceDelegate> delegate;
   std::shared_ptr<LocationManager> manager;  // made at first use
-  TrackedPolygons tracked;
+  std::shared_ptr<const TrackedPolygons> tracked = std::make_shared<const TrackedPolygons>();
   std::unordered_set<std::int64_t> active;  // campaigns the user is inside
   HopLog hops;
   bool isInForeground = false;
@@ -104,7 +104,7 @@ void ForegroundGeofenceMonitor::Parts::take(const Location& fix) {
   LocationTrackingReliability& detection = *reliability;
   detection.updateLocation(fix);
   if (const auto line = hops.logHop(fix)) services.logger.log(*line);
-  const auto results = detection.detectGeofences(fix, tracked.set());
+  const auto results = detection.detectGeofences(fix, tracked->set());
   std::unordered_set<std::int64_t> inside;
   for (const auto& result : results) {
     if (result.isInside) inside.insert(result.campaignId);
@@ -117,7 +117,7 @@ void ForegroundGeofenceMonitor::Parts::take(const Location& fix) {
 }
 
 void ForegroundGeofenceMonitor::Parts::react(const GeofenceResult& result) {
-  const SharedCampaign* const found = tracked.find(result.campaignId);
+  const SharedCampaign* const found = tracked->find(result.campaignId);
   if (found == nullptr) return;  // somebody's reaction to this fix replaced what is tracked
   const SharedCampaign campaign = *found;
   Hooks hooks(*this, *campaign, result);
@@ -186,10 +186,14 @@ void ForegroundGeofenceMonitor::stop() {
 }
 
 void ForegroundGeofenceMonitor::updatePolygons(const std::vector<CampaignPolygon>& polygons) {
+  takePolygons(std::make_shared<const TrackedPolygons>(polygons));
+}
+
+void ForegroundGeofenceMonitor::takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) {
   const Turn turn = parts_->main.enter();
-  parts_->tracked = TrackedPolygons(polygons);
+  parts_->tracked = polygons;
   parts_->services.logger.breadcrumb(
-      fmt::format("🎯 FG-Monitor loaded {} polygon geofences", polygons.size()));
+      fmt::format("🎯 FG-Monitor loaded {} polygon geofences", polygons->set().size()));
 }
 
 bool ForegroundGeofenceMonitor::shouldSendNotification(std::int64_t campaignId, std::string_view activation) {

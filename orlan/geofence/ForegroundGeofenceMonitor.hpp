@@ -7,6 +7,7 @@
 
 #include "orlan/base/Lazy.hpp"
 #include "orlan/base/Subject.hpp"
+#include "orlan/campaigns/CampaignData.hpp"
 #include "orlan/campaigns/LocationTrackingReliability.hpp"
 #include "orlan/geofence/Crossing.hpp"
 #include "orlan/geofence/PolygonSink.hpp"
@@ -52,7 +53,7 @@ class ForegroundGeofenceMonitor : public PolygonSink {
 
   /// Replaces what is watched; who is inside what stays known.
   void updatePolygons(const std::vector<CampaignPolygon>& polygons);
-  void takePolygons(const std::vector<CampaignPolygon>& polygons) override { updatePolygons(polygons); }
+  void takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) override;
 
   /// Posts the campaign's notifications of that activation (upper case), without a cooldown of their own.
   void sendLocalNotifications(const CampaignData::Campaign& campaign, std::string_view activation);

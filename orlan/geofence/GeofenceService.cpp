@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "orlan/base/Lifetime.hpp"
-#include "orlan/campaigns/CampaignPolygons.hpp"
 #include "orlan/geofence/CampaignFetch.hpp"
 #include "orlan/geofence/GeofenceRequest.hpp"
 #include "orlan/geofence/PushDispatch.hpp"
@@ -17,15 +16,15 @@ struct GeofenceService::Parts {
   Parts(const Platform& platform, const Neighbours& others)
       : phone(platform),
         neighbours(others),
-        fetcher(platform.main, platform.http, platform.files, others.logger),
+        fetcher(platform.main, platform.http, others.cache, others.logger),
         push(platform, others.logger, others.api) {}
 
   void fetch(const std::string& apiKey, std::string_view reason);
   void request(const std::string& apiKey, const Location& fix, std::string_view reason);
-  void finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason);
-  void publish(const CampaignFetch::Campaigns& data);
-  void setCurrent(const CampaignFetch::Campaigns& data);
-  void setPolygons(const std::vector<CampaignPolygon>& list);
+  void finish(const Result<CampaignFetch::Answer>& answer, std::string_view reason);
+  void publish(const CampaignAnswer& answer);
+  void setCurrent(const CampaignAnswer& answer);
+  void setPolygons(const CampaignAnswer& answer);
   void restartTimer();
   void observeApplication();
   void takeFix(const Location& fix);
@@ -33,8 +32,8 @@ struct GeofenceService::Parts {
   const Platform phone;
   const Neighbours neighbours;
 
-  CampaignFetch::Campaigns current;
-  CurrentValue<CampaignFetch::Campaigns> currentSubject;
+  std::shared_ptr<const CampaignData> current;
+  CurrentValue<std::shared_ptr<const CampaignData>> currentSubject;
   std::vector<Polygon> polygons;
   CurrentValue<std::vector<Polygon>> polygonsSubject;
   Subject<CampaignData> campaigns;
@@ -60,8 +59,8 @@ GeofenceService::GeofenceService(const Platform& phone, const Neighbours& neighb
   const Turn turn = phone.main.enter();
   const auto cached = parts_->fetcher.cached();
   if (!cached) return;
-  parts_->setCurrent(cached);
-  parts_->setPolygons(campaignPolygons(cached));
+  parts_->setCurrent(*cached);
+  parts_->setPolygons(*cached);
 }
 
 GeofenceService::~GeofenceService() = default;
@@ -128,8 +127,8 @@ void GeofenceService::Parts::request(const std::string& apiKey, const Location& 
   fetcher.send(std::move(asking.http), [this, reason](const auto& answer) { finish(answer, reason); });
 }
 
-void GeofenceService::Parts::finish(const Result<CampaignFetch::Campaigns>& answer, std::string_view reason) {
-  if (answer) publish(*answer);
+void GeofenceService::Parts::finish(const Result<CampaignFetch::Answer>& answer, std::string_view reason) {
+  if (answer) publish(**answer);
   isFetchInFlight = false;
   if (!answer) {
     neighbours.logger.error(
@@ -137,25 +136,25 @@ void GeofenceService::Parts::finish(const Result<CampaignFetch::Campaigns>& answ
   }
 }
 
-void GeofenceService::Parts::publish(const CampaignFetch::Campaigns& data) {
-  neighbours.logger.log(fmt::format("✅ Geofence fetch OK – {} campaigns", data->campaignsArray.size()));
-  setCurrent(data);
-  campaigns.send(*data);
-  push.dispatch(*data);
-  const auto list = campaignPolygons(data);
-  neighbours.foreground.takePolygons(list);
-  neighbours.background.takePolygons(list);
-  setPolygons(list);
+void GeofenceService::Parts::publish(const CampaignAnswer& answer) {
+  const CampaignData& data = *answer.data();
+  neighbours.logger.log(fmt::format("✅ Geofence fetch OK – {} campaigns", data.campaignsArray.size()));
+  setCurrent(answer);
+  campaigns.send(data);
+  push.dispatch(data);
+  neighbours.foreground.takePolygons(answer.polygons());
+  neighbours.background.takePolygons(answer.polygons());
+  setPolygons(answer);
 }
 
-void GeofenceService::Parts::setCurrent(const CampaignFetch::Campaigns& data) {
-  current = data;
-  currentSubject.send(data);
+void GeofenceService::Parts::setCurrent(const CampaignAnswer& answer) {
+  current = answer.data();
+  currentSubject.send(current);
 }
 
-void GeofenceService::Parts::setPolygons(const std::vector<CampaignPolygon>& list) {
+void GeofenceService::Parts::setPolygons(const CampaignAnswer& answer) {
   polygons.clear();
-  for (const auto& entry : list) polygons.push_back(entry.polygon);
+  for (const auto& entry : answer.polygons()->set().polygons()) polygons.push_back(entry.polygon);
   polygonsSubject.send(polygons);
 }
 

@@ -16,6 +16,8 @@
 
 namespace orlan {
 
+class CampaignCache;
+
 /// Owns the campaign data: fetches it, keeps the last good answer in a file, refreshes it by timer, on demand
 /// and after background movement, publishes it, posts what is to be pushed and hands its polygons to the
 /// monitors. Main thread.
@@ -25,6 +27,7 @@ class GeofenceService : public CampaignSource {
   struct Neighbours {
     Logger& logger;
     Lazy<APIService>& api;
+    CampaignCache& cache;
     Publisher<std::optional<Location>>& locations;
     PolygonSink& foreground;
     PolygonSink& background;

@@ -10,8 +10,8 @@
 
 namespace orlan {
 
-/// What the foreground monitor watches, not as a list of rings and campaigns but arranged for asking once a
-/// fix. Immutable.
+/// What the monitors watch, not as a list of rings and campaigns but arranged for asking once a fix.
+/// Immutable.
 class TrackedPolygons {
  public:
   TrackedPolygons() = default;

@@ -36,7 +36,7 @@ template <class Monitor>
 class MonitorSink final : public PolygonSink {
  public:
   explicit MonitorSink(Lazy<Monitor>& monitor) : monitor_(monitor) {}
-  void takePolygons(const std::vector<CampaignPolygon>& polygons) override {
+  void takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) override {
     monitor_->takePolygons(polygons);
   }
 

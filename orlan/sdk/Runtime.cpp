@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "orlan/geofence/CampaignCache.hpp"
 #include "orlan/sdk/Errors.hpp"
 #include "orlan/sdk/Ports.hpp"
 #include "orlan/sdk/ScopedMainLoop.hpp"
@@ -35,12 +36,16 @@ struct Runtime::Parts {
               platform.bundle,
               platform.console,
               platform.systemLog},
-        options(std::move(given)) {}
+        options(std::move(given)) {
+    cache.preload();
+  }
 
   ScopedMainLoop main;
   Platform phone;  // the host's phone, but for its main loop
   Options options;
   Logger logger{phone.clock, phone.console, phone.files, phone.queues};
+
+  CampaignCache cache{phone.files, phone.queues};
 
   // What the services know of each other beyond the floors below them.
   CounterPort counter{plugin};
@@ -74,7 +79,8 @@ struct Runtime::Parts {
       [this] { return std::make_shared<NotificationPermissionManager>(phone, logger, notificationManager); }};
   Lazy<GeofenceService> geofence{[this] {
     return std::make_shared<GeofenceService>(
-        phone, GeofenceService::Neighbours{logger, api, locationStream, foregroundSink, backgroundSink});
+        phone,
+        GeofenceService::Neighbours{logger, api, cache, locationStream, foregroundSink, backgroundSink});
   }};
   Lazy<OrlanPlugin> plugin{[this] { return std::make_shared<OrlanPlugin>(phone, services); }};
 

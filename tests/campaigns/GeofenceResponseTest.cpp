@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -43,7 +44,7 @@ std::string with(std::string_view text, std::string_view instead) {
 }
 
 bool decodes(const json::Value& answer) {
-  return NewGeofenceResponse::decode(json::print(answer)).has_value();
+  return GeofenceConversion::of(json::print(answer)).has_value();
 }
 
 /// Takes each member of the part `here` of the answer away, makes it null, and gives it another type.
@@ -72,16 +73,20 @@ TEST(GeofenceResponse, NeedsEveryRequiredKeyWithItsTypeAndDoesWithoutTheOthers) 
   tryEachMember(answer, answer, "");
 }
 
-class GeofenceConversion : public test::WithLogger {
+class Conversion : public test::WithLogger {
  protected:
   CampaignData converted(std::string_view answer) {
-    auto response = NewGeofenceResponse::decode(answer);
-    EXPECT_TRUE(response);
-    return convert(std::move(*response), logger);
+    auto conversion = GeofenceConversion::of(answer);
+    if (!conversion) {
+      ADD_FAILURE() << conversion.error().description;
+      return {};
+    }
+    conversion->report.tell(logger);
+    return std::move(conversion->data);
   }
 };
 
-TEST_F(GeofenceConversion, KeepsEveryField) {
+TEST_F(Conversion, KeepsEveryField) {
   EXPECT_EQ(json::encodeText(converted(complete)).value(),
             R"({"campaignsArray":[{"campaign":{"campaignName":"Market","campaignId":42},)"
             R"("location":{"locationId":9,"geofence":[{"position":3,"latitude":51.5,"longitude":-0.12},)"
@@ -95,7 +100,7 @@ TEST_F(GeofenceConversion, KeepsEveryField) {
   EXPECT_EQ(seen.lines, (Lines{{"INFO", "✅ Conversion complete – 1 GEO + 0 PUSH campaign(s)"}}));
 }
 
-TEST_F(GeofenceConversion, PutsPushCampaignsLastAndMarksThem) {
+TEST_F(Conversion, PutsPushCampaignsLastAndMarksThem) {
   json::Value answer = *json::parse(complete);
   json::Value campaign = answer.object()->find("geoCampaign")->array()->front();
   campaign.object()->remove("locationsArray");
@@ -117,7 +122,7 @@ TEST_F(GeofenceConversion, PutsPushCampaignsLastAndMarksThem) {
   EXPECT_EQ(json::decodeText<CampaignData>(json::encodeText(data).value()).value(), data);
 }
 
-TEST_F(GeofenceConversion, DropsVerticesThatAreNowhere) {
+TEST_F(Conversion, DropsVerticesThatAreNowhere) {
   const CampaignData data = converted(with(R"("51.5", "longitude": "-0.12")", R"("51.5x", "longitude": "")"));
   EXPECT_EQ(data.campaignsArray[0].location.geofence,
             (std::vector<GeofencePoint>{{1, 51.5, -0.11}, {2, 51.6, -0.11}}));
@@ -129,11 +134,11 @@ TEST_F(GeofenceConversion, DropsVerticesThatAreNowhere) {
                                end}));
 }
 
-TEST_F(GeofenceConversion, ReadsNothingButWhatItKnows) {
-  const auto response = NewGeofenceResponse::decode(
-      R"({"geoCampaign": [], "huge": 18446744073709551616, "pushCampaign": [], "other": [1, {"x": -1e999}]})");
-  ASSERT_TRUE(response) << response.error().description;
-  EXPECT_EQ(convert(*response, logger), CampaignData{});
+TEST_F(Conversion, ReadsNothingButWhatItKnows) {
+  EXPECT_EQ(
+      converted(
+          R"({"geoCampaign": [], "huge": 18446744073709551616, "pushCampaign": [], "other": [1, {"x": -1e999}]})"),
+      CampaignData{});
   EXPECT_EQ(seen.lines, (Lines{{"INFO", "✅ Conversion complete – 0 GEO + 0 PUSH campaign(s)"}}));
 
   struct Row {
@@ -144,7 +149,55 @@ TEST_F(GeofenceConversion, ReadsNothingButWhatItKnows) {
             "geoCampaign[0].campaignId: expected an integer, found a number"},
         {R"("v2")", "7",
          "geoCampaign[0].locationsArray.geofence[1]._id: expected a string, found an integer"}}) {
-    EXPECT_EQ(NewGeofenceResponse::decode(with(row.text, row.instead)).error().description, row.error);
+    EXPECT_EQ(GeofenceConversion::of(with(row.text, row.instead)).error().description, row.error);
+  }
+}
+
+/// What is read element by element must come to what the same text comes to in one piece, as it is read with
+/// a byte-order mark in front.
+TEST(GeofenceResponse, ComesToTheSameByElementsAndInOnePiece) {
+  const json::Value answer = *json::parse(complete);
+  const std::string list = json::print(*answer.object()->find("geoCampaign"));
+  const std::string campaign = list.substr(1, list.size() - 2);
+  const auto deep = [](std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); };
+  const auto lists = [](const std::string& geo, const std::string& push) {
+    return R"("geoCampaign":)" + geo + R"(,"pushCampaign":)" + push;
+  };
+  const std::string texts[] = {
+      std::string(complete),
+      "{" + lists(list, list) + "}",
+      "{\"pushCampaign\" : " + list + ",\n \"geoCampaign\":[ " + campaign + "\t,\r\n" + campaign + "] } ",
+      "{" + lists("[]", "[ ]") + R"(,"a\"]":[{"]":"}\\"}],"b":-1.5e3,"b":null,"":"{"})",
+      R"({"geo\u0043ampaign":[],"pushCampaign":[]})",
+      "{" + lists("[]", "[]") + R"(,"deep":)" + deep(511) + "}",
+      "{" + lists("[]", "[]") + R"(,"deep":)" + deep(512) + "}",
+      "{" + lists(list, "[]") + R"(,"geoCampaign":[]})",
+      "{" + lists(list, "[]") + "}}",
+      "{" + lists(list, "[]") + ",}",
+      "{" + lists("[" + campaign + "," + campaign, "[]") + "}",
+      "{" + lists("[" + campaign + campaign + "]", "[]") + "}",
+      "{" + lists("[" + campaign + ",]", "[]") + "}",
+      "{" + lists("[" + campaign.substr(0, campaign.size() - 1) + "]", "[]") + "}",
+      "{" + lists(list, "{}") + "}",
+      "{" + lists(list, "[]") + ",\"\xFF\":1}",
+      "{" + lists(list, "[]") + R"(,"open":"})",
+      "{" + lists(list, "[]") + R"(,7:1})",
+      "{" + lists(list, "[]") + R"(,"none":})",
+      R"({"geoCampaign":[)",
+      R"({"geoCampaign":[],"x":1})",
+      "[]",
+      "",
+  };
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text.substr(0, 60) + " … " +
+                 text.substr(text.size() - std::min<std::size_t>(text.size(), 40)));
+    const auto byElements = GeofenceConversion::of(text);
+    const auto inOnePiece = GeofenceConversion::of("\xEF\xBB\xBF" + text);
+    ASSERT_EQ(byElements.has_value(), inOnePiece.has_value());
+    if (byElements) {
+      EXPECT_EQ(byElements->data, inOnePiece->data);
+      EXPECT_EQ(byElements->report.summary, inOnePiece->report.summary);
+    }
   }
 }
 

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "orlan/geofence/CampaignCache.hpp"
 #include "orlan/geofence/GeofenceService.hpp"
 #include "support/FloorHost.hpp"
 
@@ -7,6 +8,7 @@ namespace orlan::test {
 namespace {
 
 using sim::HttpAnswer;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -40,8 +42,8 @@ const std::string twoAndOne = [] {
 class Sink final : public PolygonSink {
  public:
   Sink(Transcript& transcript, std::string name) : transcript_(transcript), name_(std::move(name)) {}
-  void takePolygons(const std::vector<CampaignPolygon>& polygons) override {
-    transcript_.note(name_ + " takes " + std::to_string(polygons.size()));
+  void takePolygons(const std::shared_ptr<const TrackedPolygons>& polygons) override {
+    transcript_.note(name_ + " takes " + std::to_string(polygons->set().size()));
   }
 
  private:
@@ -62,13 +64,14 @@ class GeofenceServiceTest : public testing::Test {
   }
 
   FloorHost host_{{.location = {.position = Location{home, 5.0, {}}}}};
+  CampaignCache cache_{host_.platform.files, host_.platform.queues};
   CurrentValue<std::optional<Location>> locations_;
   Sink foreground_{host_.transcript, "foreground"};
   Sink background_{host_.transcript, "background"};
   std::shared_ptr<LocationManager> manager_ = host_.platform.locations.makeManager("host");
   std::unique_ptr<GeofenceService> service_ = std::make_unique<GeofenceService>(
       host_.platform,
-      GeofenceService::Neighbours{host_.logger, host_.api, locations_, foreground_, background_});
+      GeofenceService::Neighbours{host_.logger, host_.api, cache_, locations_, foreground_, background_});
 };
 
 TEST_F(GeofenceServiceTest, AnAnswerIsPublishedInOrderAndTheFetchEndsWithItsLastConsequence) {
@@ -179,8 +182,65 @@ TEST_F(GeofenceServiceTest, AnAnswerThatComesWithItsEndIsForgotten) {
   host_.phone.observe(ending);
   start();
   EXPECT_EQ(host_.seenAfter(1h).back(), "file orlan-geofences.json");
-  const GeofenceService next(host_.platform, {host_.logger, host_.api, locations_, foreground_, background_});
+  const GeofenceService next(host_.platform,
+                             {host_.logger, host_.api, cache_, locations_, foreground_, background_});
   EXPECT_THAT(next.currentPolygons(), SizeIs(2)) << "kept for the next service";
+}
+
+TEST_F(GeofenceServiceTest, TheSameAnswerAgainSaysAndWritesAllOfItAgain) {
+  Lines below;  // what the transcript of this floor leaves out
+  struct Conversions final : phone::PhoneObserver {
+    explicit Conversions(Lines& to) : lines(to) {}
+    void consoleLine(std::string_view, std::string_view message) override {
+      if (message.starts_with("✅ Conversion")) lines.emplace_back(message);
+    }
+    Lines& lines;
+  } conversions(below);
+  host_.phone.observe(conversions);
+  const std::string other = R"({"geoCampaign":[],"pushCampaign":[]})";
+  host_.phone.http().forget("POST", path);
+  host_.phone.http().answer("POST", path,
+                            {HttpAnswer::reply(200, twoAndOne), HttpAnswer::reply(200, twoAndOne),
+                             HttpAnswer::reply(200, other), HttpAnswer::reply(200, twoAndOne)});
+  const auto again = [this] {
+    service_->refetch();
+    return host_.seenAfter(1s);
+  };
+  startAndFetch();
+  const auto first = service_->current();
+  host_.phone.files().change(cacheFile, std::nullopt);
+  EXPECT_THAT(again(), AllOf(Contains("file orlan-geofences.json"), Contains("background takes 2")));
+  EXPECT_EQ(service_->current(), first) << "not made anew";
+  EXPECT_EQ(host_.phone.files().content(cacheFile), twoAndOne) << "although it had vanished";
+  EXPECT_THAT(again(), Contains("background takes 0"));
+  EXPECT_EQ(host_.phone.files().content(cacheFile), other);
+  EXPECT_THAT(again(), Contains("background takes 2"));
+  EXPECT_EQ(*service_->current(), *first);
+  const std::string line = "✅ Conversion complete – 2 GEO + 1 PUSH campaign(s)";
+  EXPECT_THAT(below, ElementsAre(line, line, "✅ Conversion complete – 0 GEO + 0 PUSH campaign(s)", line));
+}
+
+TEST_F(GeofenceServiceTest, TheCacheGivesWhatTheFileHoldsWheneverItWasRead) {
+  struct Row {
+    const char* what;
+    std::optional<std::string> whenRead, whenTaken;
+    bool runs;  // before it is taken
+    bool holds;
+  };
+  for (const Row& row : {Row{"read ahead", twoAndOne, twoAndOne, true, true},
+                         {"taken before that", twoAndOne, twoAndOne, false, true},
+                         {"not there yet", std::nullopt, twoAndOne, true, true},
+                         {"there no more", twoAndOne, std::nullopt, true, false},
+                         {"of no use", "[]", "[]", true, false}}) {
+    CampaignCache cache(host_.platform.files, host_.platform.queues);
+    host_.phone.files().change(cacheFile, row.whenRead);
+    cache.preload();
+    if (row.runs) host_.world.settle();
+    host_.phone.files().change(cacheFile, row.whenTaken);
+    const auto answer = cache.take();
+    ASSERT_EQ(answer != nullptr, row.holds) << row.what;
+    if (answer) EXPECT_EQ(answer->polygons()->set().size(), 2U) << row.what;
+  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "orlan/base/elements.hpp"
 #include "orlan/base/json.hpp"
 #include "orlan/base/text.hpp"
 
@@ -179,6 +180,38 @@ TEST(JsonNode, VisitsInOrderUntilToldToStop) {
   EXPECT_FALSE(until("b"));
   EXPECT_EQ(seen, "a1b2a3a1b2");
   EXPECT_TRUE(document->root().elements([](Node) { return false; })) << "an object has no elements";
+}
+
+TEST(JsonElements, AreVisitedOneByOneOrTheTextIsNotPlain) {
+  constexpr std::string_view arrays[] = {"a", "b"};
+  struct Row {
+    std::string text, visited;
+    bool isPlain;
+  };
+  const std::string longText(5000, '[');
+  const Row rows[] = {
+      {R"({"a":[],"b":[ ]})", "", true},
+      {R"( {"x":{"a":[9]}, "b" :[7,"]"] ,"a":[[1,{"{":"}"}],null]} )", R"(1:7 1:"]" 0:[1,{"{":"}"}] 0:null )",
+       true},
+      {R"({"a":[")" + longText + R"("],"\u0062":[{"c":[{"long \"text\"":")" + std::string(200, '.') +
+           R"("}]}]})",
+       "0:\"" + longText + R"(" 1:{"c":[{"long \"text\"":")" + std::string(200, '.') + "\"}]} ", true},
+      {R"({"a":[1,2]})", "0:1 0:2 ", false},
+      {R"({"a":[1],"b":7})", "0:1 ", false},
+      {R"({"a":[1],"b":[],"a":[2]})", "0:1 ", false},
+      {R"({"a":[1,"stop",2],"b":[]})", "0:1 0:\"stop\" ", false},
+      {R"({"a":[{"lonely":"]"}],"b":[]})", "", false},  // valid, but only as a document
+      {R"({"a":[1],"b":[]}})", "0:1 ", false},
+  };
+  for (const Row& row : rows) {
+    std::string visited;
+    const bool isPlain = eachElement(row.text, arrays, [&](std::size_t array, Node element) {
+      visited += std::to_string(array) + ":" + print(element.value()) + " ";
+      return element.string() != "stop";
+    });
+    EXPECT_EQ(visited, row.visited) << row.text;
+    EXPECT_EQ(isPlain, row.isPlain) << row.text;
+  }
 }
 
 }  // namespace

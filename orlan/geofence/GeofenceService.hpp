@@ -33,7 +33,7 @@ class GeofenceService : public CampaignSource {
     PolygonSink& background;
   };
 
-  /// Loads the cached answer, silently doing without when there is none that can be used.
+  /// Takes the cached answer, silently doing without when there is none that can be used.
   GeofenceService(const Platform& phone, const Neighbours& neighbours);
   ~GeofenceService() override;
 

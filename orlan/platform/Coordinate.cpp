@@ -1,16 +1,12 @@
 #include "orlan/platform/Coordinate.hpp"
 
 #include <GeographicLib/Geodesic.hpp>
-#include <cmath>
 #include <limits>
 
 namespace orlan {
 
 double distance(Coordinate a, Coordinate b) {
-  const auto usable = [](Coordinate c) {
-    return std::fabs(c.latitude) <= 90.0 && std::isfinite(c.longitude);
-  };
-  if (!usable(a) || !usable(b)) return std::numeric_limits<double>::quiet_NaN();
+  if (!isOnGlobe(a) || !isOnGlobe(b)) return std::numeric_limits<double>::quiet_NaN();
   double metres = 0.0;
   GeographicLib::Geodesic::WGS84().Inverse(a.latitude, a.longitude, b.latitude, b.longitude, metres);
   return metres;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 namespace orlan {
 
 /// Degrees, latitude first. May be out of range or not finite (the backend's text may say "nan"): every
@@ -11,8 +13,13 @@ struct Coordinate {
   friend bool operator==(const Coordinate&, const Coordinate&) = default;
 };
 
-/// Geodesic distance in metres on the WGS84 ellipsoid. Not-a-number when either coordinate is not finite or a
-/// latitude lies beyond 90 degrees, so write comparisons such that not-a-number means "no".
+/// Whether distances to it exist: finite, its latitude at most 90 degrees.
+[[nodiscard]] inline bool isOnGlobe(Coordinate coordinate) {
+  return std::isfinite(coordinate.longitude) && std::abs(coordinate.latitude) <= 90.0;
+}
+
+/// Geodesic distance in metres on the WGS84 ellipsoid. Not-a-number when either coordinate is not on the
+/// globe, so write comparisons such that not-a-number means "no".
 [[nodiscard]] double distance(Coordinate a, Coordinate b);
 
 }  // namespace orlan

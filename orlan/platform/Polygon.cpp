@@ -24,6 +24,10 @@ Polygon::Box Polygon::vertexBox() const {
   return shape_->vertexBox;
 }
 
+const Place& Polygon::centre() const {
+  return shape_->centre;
+}
+
 bool Polygon::rayCastingContains(Coordinate point) const {
   const Shape& shape = *shape_;
   if (!boxContains(shape.box, point)) return false;

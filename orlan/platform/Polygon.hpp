@@ -9,6 +9,7 @@
 
 namespace orlan {
 
+class Place;
 class Vicinity;
 
 /// An immutable ring of vertices in the order given; it closes itself, the first vertex is not repeated.
@@ -51,6 +52,10 @@ class Polygon {
   /// The closed box of the vertices that lie on the ground (longitude finite, latitude at most 90 degrees);
   /// its ends are exchanged, and infinite, when there are none.
   [[nodiscard]] Box vertexBox() const;
+
+  /// The mean of the vertices, in plain degrees (not for rings across 180 degrees). Not measurable without
+  /// vertices, or when one of them is not on the globe.
+  [[nodiscard]] const Place& centre() const;
 
   /// The same vertices, by identity or by value.
   friend bool operator==(const Polygon& a, const Polygon& b);

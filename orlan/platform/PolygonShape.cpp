@@ -66,7 +66,7 @@ Polygon::Box containmentBox(std::span<const Coordinate> ring) {
 Polygon::Box boxOfVertices(std::span<const Coordinate> ring) {
   Polygon::Box box{{infinity, -infinity}, infinity, -infinity};
   for (const Coordinate& vertex : ring) {
-    if (!std::isfinite(vertex.longitude) || !(std::abs(vertex.latitude) <= 90.0)) continue;
+    if (!isOnGlobe(vertex)) continue;
     box.longitude.min = std::min(box.longitude.min, vertex.longitude);
     box.longitude.max = std::max(box.longitude.max, vertex.longitude);
     box.minLatitude = std::min(box.minLatitude, vertex.latitude);
@@ -75,12 +75,24 @@ Polygon::Box boxOfVertices(std::span<const Coordinate> ring) {
   return box;
 }
 
+Place meanOf(std::span<const Coordinate> ring) {
+  Coordinate sum;
+  for (const Coordinate& vertex : ring) {
+    if (!isOnGlobe(vertex)) return Place(vertex);
+    sum.latitude += vertex.latitude;
+    sum.longitude += vertex.longitude;
+  }
+  const auto count = static_cast<double>(ring.size());
+  return Place({sum.latitude / count, sum.longitude / count});  // of none: not a number
+}
+
 }  // namespace
 
 Polygon::Shape::Shape(std::vector<Coordinate> ring)
     : vertices(std::move(ring)),
       box(containmentBox(vertices)),
       vertexBox(boxOfVertices(vertices)),
+      centre(meanOf(vertices)),
       bins(vertices) {}
 
 }  // namespace orlan

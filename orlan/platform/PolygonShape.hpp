@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "orlan/platform/EdgeBins.hpp"
+#include "orlan/platform/Place.hpp"
 #include "orlan/platform/Polygon.hpp"
 
 namespace orlan {
@@ -14,6 +15,7 @@ struct Polygon::Shape {
   std::vector<Coordinate> vertices;
   Box box;
   Box vertexBox;
+  Place centre;
   EdgeBins bins;
 };
 

@@ -151,7 +151,7 @@ void TableLocations::tell(orlan_id manager,
 void TableLocations::fixes(orlan_id manager, std::span<const Location> fixes) {
   if (fixes.empty()) return;
   service_->last = fixes.back();
-  const phone::Place here(fixes.back().coordinate);
+  const Place here(fixes.back().coordinate);
   tell(manager, [&](LocationManager& each, LocationManagerDelegate& delegate) {
     auto& client = static_cast<Manager&>(each);
     const bool forAll = manager == ORLAN_ALL_MANAGERS;

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "phones/common/Place.hpp"
+#include "orlan/platform/Place.hpp"
 
 namespace orlan::phone {
 

@@ -7,8 +7,8 @@
 
 #include "orlan/platform/Circle.hpp"
 #include "orlan/platform/Location.hpp"
+#include "orlan/platform/Place.hpp"
 #include "phones/common/PhoneObserver.hpp"
-#include "phones/common/Place.hpp"
 
 namespace orlan::phone {
 

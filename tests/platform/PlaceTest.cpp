@@ -4,9 +4,9 @@
 #include <limits>
 #include <random>
 
-#include "phones/common/Place.hpp"
+#include "orlan/platform/Place.hpp"
 
-namespace orlan::phone {
+namespace orlan {
 namespace {
 
 // The shortcut must never answer differently from measuring, least of all close to the limit.
@@ -49,4 +49,4 @@ TEST(Place, WhatCannotBeMeasuredIsUnordered) {
 }
 
 }  // namespace
-}  // namespace orlan::phone
+}  // namespace orlan

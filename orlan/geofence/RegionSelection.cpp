@@ -1,64 +1,73 @@
 #include "orlan/geofence/RegionSelection.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
-#include <numeric>
+
+#include "orlan/platform/Place.hpp"
+#include "orlan/platform/VertexDistance.hpp"
 
 namespace orlan::regionSelection {
 namespace {
 
-bool isPlace(Coordinate coordinate) {
-  return std::isfinite(coordinate.longitude) && std::abs(coordinate.latitude) <= 90.0;
-}
-
-std::optional<Coordinate> centreOf(std::span<const Coordinate> vertices) {
-  Coordinate sum;
-  for (const Coordinate& vertex : vertices) {
-    if (!isPlace(vertex)) return std::nullopt;
-    sum.latitude += vertex.latitude;
-    sum.longitude += vertex.longitude;
-  }
-  const auto count = static_cast<double>(vertices.size());
-  const Coordinate centre{sum.latitude / count, sum.longitude / count};
-  return isPlace(centre) ? std::optional(centre) : std::nullopt;
-}
+constexpr double leastRadius = 100.0;  // metres
+constexpr double mostRadius = 1000.0;
 
 /// The greatest finite double when there is none.
 double distanceToCentre(Coordinate from, const Polygon& polygon) {
-  const auto centre = centreOf(polygon.coordinates());
-  const double metres = centre ? distance(from, *centre) : 0.0;
-  return centre && std::isfinite(metres) ? metres : std::numeric_limits<double>::max();
+  const double metres = distance(from, polygon.centre().coordinate());
+  return std::isfinite(metres) ? metres : std::numeric_limits<double>::max();
+}
+
+/// A squared chord beyond which nobody is among the nearest.
+double farthestWanted(const std::vector<double>& squaredChords) {
+  std::array<double, mostRegions> least{};
+  const auto end =
+      std::partial_sort_copy(squaredChords.begin(), squaredChords.end(), least.begin(), least.end());
+  return end == least.end() ? surelyFartherThan(least.back()) : std::numeric_limits<double>::infinity();
 }
 
 }  // namespace
 
-std::optional<Circle> circleForVertices(std::span<const Coordinate> vertices) {
-  const auto centre = centreOf(vertices);
-  if (!centre) return std::nullopt;
-  double radius = 0.0;
-  for (const Coordinate& vertex : vertices) radius = std::max(radius, distance(*centre, vertex));
-  return Circle{*centre, radius};
+std::optional<Circle> circleFor(const Polygon& polygon) {
+  const Place& place = polygon.centre();
+  if (!place.measurable()) return std::nullopt;
+  const Coordinate centre = place.coordinate();
+  double radius = leastRadius;
+  Vicinity covered(centre, radius);
+  for (const Coordinate& vertex : polygon.coordinates()) {
+    if (covered.contains(vertex)) continue;
+    radius = distance(centre, vertex);
+    if (radius >= mostRadius) return Circle{centre, mostRadius};
+    covered = Vicinity(centre, radius);
+  }
+  return Circle{centre, radius};
 }
 
-double clampedRadius(double radius) {
-  if (!(radius > 100.0)) return 100.0;
-  return radius > 1000.0 ? 1000.0 : radius;
-}
+std::vector<CampaignPolygon> nearest(const std::vector<CampaignPolygon>& polygons, Coordinate from) {
+  const Place here(from);
+  std::vector<double> chords;
+  chords.reserve(polygons.size());
+  for (const auto& entry : polygons) chords.push_back(squaredChord(here, entry.polygon.centre()));
 
-std::vector<CampaignPolygon> sortedByProximity(const std::vector<CampaignPolygon>& polygons,
-                                               Coordinate from) {
-  std::vector<double> distances;
-  distances.reserve(polygons.size());
-  for (const auto& entry : polygons) distances.push_back(distanceToCentre(from, entry.polygon));
-  std::vector<std::size_t> order(polygons.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return distances[a] < distances[b]; });
-  std::vector<CampaignPolygon> sorted;
-  sorted.reserve(polygons.size());
-  for (const std::size_t index : order) sorted.push_back(polygons[index]);
-  return sorted;
+  struct Measured {
+    double metres;
+    const CampaignPolygon* entry;
+  };
+  std::vector<Measured> measured;
+  const double limit = farthestWanted(chords);
+  for (std::size_t i = 0; i < polygons.size(); ++i) {
+    if (chords[i] > limit) continue;
+    measured.push_back({distanceToCentre(from, polygons[i].polygon), &polygons[i]});
+  }
+  std::stable_sort(measured.begin(), measured.end(),
+                   [](const Measured& a, const Measured& b) { return a.metres < b.metres; });
+
+  std::vector<CampaignPolygon> chosen;
+  const std::size_t count = std::min(measured.size(), mostRegions);
+  for (std::size_t i = 0; i < count; ++i) chosen.push_back(*measured[i].entry);
+  return chosen;
 }
 
 }  // namespace orlan::regionSelection

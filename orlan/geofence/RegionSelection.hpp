@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "orlan/campaigns/CampaignData.hpp"
@@ -15,16 +14,17 @@ namespace orlan::regionSelection {
 /// How many circles an operating system watches for an application.
 inline constexpr std::size_t mostRegions = 20;
 
-/// About the mean of the vertices, in plain degrees (not for rings across 180 degrees), as far as the
-/// farthest vertex. Nothing without vertices, or when one of them is no place on the globe.
-[[nodiscard]] std::optional<Circle> circleForVertices(std::span<const Coordinate> vertices);
+/// About the polygon's centre as far as the farthest vertex, but at least 100 metres and at most 1000.
+/// Nothing when the centre is not measurable.
+[[nodiscard]] std::optional<Circle> circleFor(const Polygon& polygon);
 
-/// Metres, at least 100 and at most 1000.
-[[nodiscard]] double clampedRadius(double radius);
-
-/// By the distance of their circles' centres from `from`, nearest first; equal distances, and those without a
-/// circle at the end, in the order given.
-[[nodiscard]] std::vector<CampaignPolygon> sortedByProximity(const std::vector<CampaignPolygon>& polygons,
-                                                             Coordinate from);
+/// The `mostRegions` first by the distance of the centre from `from`, nearest first; equal distances, and
+/// those without a centre at the end, in the order given.
+///
+/// Measures few of them. Let c be the chord (`squaredChord`) of the last among the nearest by chord. As many
+/// as are wanted have a chord up to c, so whoever is surely farther than these is not wanted. Only the others
+/// are measured and sorted, and no bound decides between two of them.
+[[nodiscard]] std::vector<CampaignPolygon> nearest(const std::vector<CampaignPolygon>& polygons,
+                                                   Coordinate from);
 
 }  // namespace orlan::regionSelection

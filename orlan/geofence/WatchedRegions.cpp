@@ -13,10 +13,23 @@ namespace orlan {
 
 using regionSelection::mostRegions;
 
+namespace {
+
+/// Ascending, each once.
+std::vector<std::int64_t> idsOf(const std::vector<CampaignPolygon>& polygons) {
+  std::vector<std::int64_t> ids;
+  ids.reserve(polygons.size());
+  for (const auto& entry : polygons) ids.push_back(entry.campaign->campaign.campaignId);
+  std::sort(ids.begin(), ids.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return ids;
+}
+
+}  // namespace
+
 void WatchedRegions::update(const std::vector<CampaignPolygon>& polygons,
                             const std::weak_ptr<LocationManagerDelegate>& delegate) {
-  CampaignIds ids;
-  for (const auto& entry : polygons) ids.insert(entry.campaign->campaign.campaignId);
+  auto ids = idsOf(polygons);
   if (ids == lastCampaignIds_) {
     logger_.breadcrumb(fmt::format("🧲 BG-Monitor: campaigns unchanged ({}), skipping reset", ids.size()));
     return;
@@ -63,23 +76,19 @@ std::vector<std::int64_t> WatchedRegions::campaignsInside() {
 
 std::vector<CampaignPolygon> WatchedRegions::chosen(const std::vector<CampaignPolygon>& polygons) {
   if (polygons.size() <= mostRegions) return polygons;
-  auto ordered = polygons;
   if (const auto position = lm_.location()) {
     logger_.breadcrumb("🧲 BG-Monitor: selecting nearest campaigns for 20-slot iOS region cap");
-    ordered = regionSelection::sortedByProximity(polygons, position->coordinate);
-  } else {
-    logger_.breadcrumb(
-        "🧲 BG-Monitor: no location available, using default campaign order for 20-slot limit");
+    return regionSelection::nearest(polygons, position->coordinate);
   }
-  ordered.erase(ordered.begin() + mostRegions, ordered.end());
-  return ordered;
+  logger_.breadcrumb(
+      "🧲 BG-Monitor: no location available, using default campaign order for 20-slot limit");
+  return {polygons.begin(), polygons.begin() + mostRegions};
 }
 
 void WatchedRegions::watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved,
                            std::uint64_t round) {
-  auto circle = regionSelection::circleForVertices(polygon.polygon.coordinates());
+  const auto circle = regionSelection::circleFor(polygon.polygon);
   if (!circle) return;
-  circle->radius = regionSelection::clampedRadius(circle->radius);
   circles_.push_back(*circle);
   circlesSubject_.send(circles_);
   if (round != round_) return;

@@ -42,8 +42,6 @@ class WatchedRegions {
   [[nodiscard]] Publisher<std::vector<Circle>>& circlesPublisher() { return circlesSubject_; }
 
  private:
-  using CampaignIds = std::set<std::int64_t>;
-
   [[nodiscard]] std::vector<std::int64_t> campaignsInside();
   [[nodiscard]] std::vector<CampaignPolygon> chosen(const std::vector<CampaignPolygon>& polygons);
   void watch(const CampaignPolygon& polygon, const std::vector<std::int64_t>& preserved, std::uint64_t round);
@@ -56,7 +54,7 @@ class WatchedRegions {
   CurrentValue<std::vector<Circle>> circlesSubject_;
   std::unordered_map<std::string, SharedCampaign> idMap_;
   std::set<std::string> regionsCurrentlyInside_;  // of what is watched no more only once an update is through
-  CampaignIds lastCampaignIds_;
+  std::vector<std::int64_t> lastCampaignIds_;     // ascending
   std::uint64_t round_ = 0;  // a subscriber of the circles may begin a new one in the middle of an update
 };
 

@@ -1,10 +1,14 @@
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "geofence/Campaigns.hpp"
 #include "orlan/geofence/RegionIdentifier.hpp"
 #include "orlan/geofence/RegionSelection.hpp"
+#include "orlan/platform/Place.hpp"
+#include "platform/PolygonGenerators.hpp"
 
 namespace orlan::test {
 namespace {
@@ -14,15 +18,30 @@ using namespace regionSelection;
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(RegionSelection, TheCircleReachesTheFarthestVertexFromTheMean) {
-  const std::vector<Coordinate> ring{{51.0, 0.0}, {51.0, 0.2}, {51.3, 0.1}};
-  const auto circle = circleForVertices(ring);
-  ASSERT_TRUE(circle);
-  EXPECT_DOUBLE_EQ(circle->centre.latitude, 51.1);
-  EXPECT_DOUBLE_EQ(circle->centre.longitude, 0.1);
-  EXPECT_EQ(circle->radius, distance(circle->centre, ring[2]));
-  // GeographicLib comes with the system, whose compiler may have fused its multiplications and additions.
-  EXPECT_NEAR(circleForVertices(std::vector<Coordinate>{{51.0, 0.0}})->radius, 0.0, 1e-9);
+TEST(RegionSelection, TheCircleReachesTheFarthestVertexFromTheMeanBetween100And1000Metres) {
+  test::PolygonGenerator generate(3);
+  int between = 0;
+  for (int round = 0; round < 1000; ++round) {
+    const Coordinate about{180.0 * generate.unit() - 90.0, 400.0 * generate.unit() - 200.0};
+    const double size = std::pow(10.0, 4.0 * generate.unit() - 5.0);
+    std::vector<Coordinate> ring;
+    Coordinate mean;
+    const std::size_t count = 1 + generate.below(40);
+    for (std::size_t i = 0; i < count; ++i) {
+      ring.push_back({std::clamp(about.latitude + size * generate.unit(), -90.0, 90.0),
+                      about.longitude + size * generate.unit()});
+      mean.latitude += ring[i].latitude;
+      mean.longitude += ring[i].longitude;
+    }
+    mean = {mean.latitude / static_cast<double>(count), mean.longitude / static_cast<double>(count)};
+    double farthest = 0.0;
+    for (const Coordinate& vertex : ring) farthest = std::max(farthest, distance(mean, vertex));
+    const Circle expected{mean, std::clamp(farthest, 100.0, 1000.0)};
+    ASSERT_EQ(circleFor(Polygon(ring)), expected) << farthest;
+    between += expected.radius == farthest;
+  }
+  EXPECT_GT(between, 200);
+  EXPECT_LT(between, 800);
 }
 
 TEST(RegionSelection, WithoutAPlaceThereIsNoCircle) {
@@ -34,35 +53,64 @@ TEST(RegionSelection, WithoutAPlaceThereIsNoCircle) {
       {"beyond the pole", {{89.0, 0.0}, {90.5, 0.0}}},
       {"a sum beyond doubles", {{51.0, 1.7e308}, {51.0, 1.7e308}}},
   };
-  for (const auto& [name, ring] : rows) EXPECT_EQ(circleForVertices(ring), std::nullopt) << name;
+  for (const auto& [name, ring] : rows) EXPECT_EQ(circleFor(Polygon(ring)), std::nullopt) << name;
 }
 
-TEST(RegionSelection, RadiiAreKeptBetween100And1000Metres) {
-  const std::pair<double, double> rows[] = {{0.0, 100.0},   {99.9, 100.0},      {100.5, 100.5},
-                                            {345.6, 345.6}, {1000.5, 1000.0},   {3000.0, 1000.0},
-                                            {nan, 100.0},   {infinity, 1000.0}, {-1.0, 100.0}};
-  for (const auto& [radius, expected] : rows) EXPECT_EQ(clampedRadius(radius), expected) << radius;
-}
+using Ids = std::vector<std::int64_t>;
 
-std::vector<std::int64_t> order(const std::vector<CampaignPolygon>& polygons, Coordinate from) {
-  std::vector<std::int64_t> ids;
-  for (const auto& entry : sortedByProximity(polygons, from))
-    ids.push_back(entry.campaign->campaign.campaignId);
+Ids idsOf(const std::vector<CampaignPolygon>& polygons) {
+  Ids ids;
+  for (const auto& entry : polygons) ids.push_back(entry.campaign->campaign.campaignId);
   return ids;
 }
 
-TEST(RegionSelection, TheNearestComeFirstAndEqualsKeepTheirOrder) {
-  const std::vector<CampaignPolygon> polygons{
-      {Polygon(), campaign(1, 0)},
-      {square({51.3, 0.0}), campaign(2, 0)},
-      {Polygon({{nan, 0.0}, {51.0, 0.0}, {51.0, 0.1}}), campaign(3, 0)},
-      {square({51.1, 0.0}), campaign(4, 0)},
-      {square({51.1, 0.0}, 0.01), campaign(5, 0)},
-      {square({51.0, 0.0}), campaign(6, 0)},
-      {Polygon(), campaign(7, 0)},
-  };
-  EXPECT_THAT(order(polygons, {51.0, 0.0}), testing::ElementsAre(6, 4, 5, 2, 1, 3, 7));
-  EXPECT_THAT(order(polygons, {nan, 0.0}), testing::ElementsAre(1, 2, 3, 4, 5, 6, 7)) << "no distance at all";
+/// What `nearest` promises, said with every distance.
+Ids sortedOut(const std::vector<CampaignPolygon>& polygons, Coordinate from) {
+  std::vector<std::pair<double, std::int64_t>> all;
+  for (const auto& [polygon, campaign] : polygons) {
+    const double metres = distance(from, polygon.centre().coordinate());
+    all.emplace_back(std::isnan(metres) ? std::numeric_limits<double>::max() : metres,
+                     campaign->campaign.campaignId);
+  }
+  std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  Ids ids;
+  for (std::size_t i = 0; i < std::min<std::size_t>(all.size(), 20); ++i) ids.push_back(all[i].second);
+  return ids;
+}
+
+/// Places that are hard to tell apart from `from` by distance: `spread` degrees away but for 2 %, or again
+/// one that was there, or anywhere, on the globe or off it.
+std::vector<CampaignPolygon> placesAround(Coordinate from, double spread, test::PolygonGenerator& generate) {
+  std::vector<CampaignPolygon> polygons;
+  const auto count = static_cast<std::int64_t>(generate.below(120));
+  for (std::int64_t id = 0; id < count; ++id) {
+    if (id > 0 && generate.below(6) == 0) {
+      polygons.push_back({polygons[generate.below(polygons.size())].polygon, campaign(id, 0)});
+      continue;
+    }
+    const double angle = 7.0 * generate.unit();
+    const double away = spread * (1.0 + 0.02 * generate.unit());
+    Coordinate place{from.latitude + away * std::sin(angle),
+                     from.longitude + away * std::cos(angle) / std::cos(from.latitude * 0.01745)};
+    if (generate.below(10) == 0) place = {200.0 * generate.unit() - 100.0, 720.0 * generate.unit() - 360.0};
+    if (generate.below(20) == 0) place.longitude = infinity;
+    polygons.push_back({Polygon({place}), campaign(id, 0)});
+  }
+  return polygons;
+}
+
+TEST(RegionSelection, TheNearestAreTheFirstOfAllSortedByDistance) {
+  test::PolygonGenerator generate(20);
+  const Coordinate corners[] = {{0.0, 0.0},      {51.5, -0.12}, {90.0, 0.0}, {-90.0, 12.0},
+                                {-17.0, 179.99}, {0.0, -180.0}, {nan, 0.0},  {91.0, 0.0}};
+  for (int round = 0; round < 800; ++round) {
+    Coordinate from = corners[generate.below(std::size(corners))];
+    const double spread = std::pow(10.0, 7.0 * generate.unit() - 6.0);
+    const auto polygons = placesAround(from, spread, generate);
+    if (generate.below(5) == 0) from = {-from.latitude, from.longitude + 180.0};  // all at the other end
+    ASSERT_EQ(idsOf(nearest(polygons, from)), sortedOut(polygons, from))
+        << from.latitude << "," << from.longitude << " among " << polygons.size() << " at " << spread;
+  }
 }
 
 TEST(RegionIdentifier, IsBuiltAndReadBack) {

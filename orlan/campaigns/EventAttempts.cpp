@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "orlan/campaigns/RetryPolicy.hpp"
@@ -13,16 +14,11 @@ constexpr std::string_view pendingKey = "Orlan_PendingEvents";
 constexpr std::string_view failedKey = "Orlan_FailedEvents";
 
 template <class Event>
-void load(const KeyValueStore& store, std::string_view key, std::vector<Event>& events) {
+std::optional<std::vector<Event>> load(const KeyValueStore& store, std::string_view key) {
   const auto bytes = store.bytes(key);
-  if (!bytes) return;
-  if (auto stored = json::decodeText<std::vector<Event>>(*bytes)) events = std::move(*stored);
-}
-
-/// Events that have no form as JSON change nothing in the store.
-template <class Event>
-void save(KeyValueStore& store, std::string_view key, const std::vector<Event>& events) {
-  if (auto text = json::encodeText(events)) store.set(key, Bytes{std::move(*text)});
+  if (!bytes) return std::nullopt;
+  auto events = json::decodeText<std::vector<Event>>(*bytes);
+  return events ? std::optional(std::move(*events)) : std::nullopt;
 }
 
 }  // namespace
@@ -31,16 +27,19 @@ EventAttempts::EventAttempts(RandomSource& random, KeyValueStore& store, StartTi
     : random_(random), store_(store), startTimer_(std::move(startTimer)) {}
 
 void EventAttempts::loadPending() {
-  load(store_, pendingKey, pendingEvents_);
+  if (auto events = load<PendingEvent>(store_, pendingKey)) pendingEvents_ = std::move(*events);
 }
 
 void EventAttempts::loadFailed() {
-  load(store_, failedKey, failedEvents_);
+  auto events = load<FailedEvent>(store_, failedKey);
+  if (!events) return;
+  failures_ = "[]";
+  lastFailures_ = std::move(*events);
 }
 
 void EventAttempts::add(PendingEvent event) {
   pendingEvents_.push_back(std::move(event));
-  save(store_, pendingKey, pendingEvents_);
+  savePending();
   process();
 }
 
@@ -78,10 +77,10 @@ void EventAttempts::tryAgain(const PendingEvent& event, Duration delay) {
 }
 
 void EventAttempts::giveUp(const PendingEvent& event) {
-  failedEvents_.push_back({event.id, event.eventType, event.data, event.timestamp,
+  lastFailures_.push_back({event.id, event.eventType, event.data, event.timestamp,
                            "Max retry attempts exceeded", event.retryCount});
   finish(event);
-  save(store_, failedKey, failedEvents_);
+  saveFailed();
 }
 
 void EventAttempts::finish(const PendingEvent& event) {
@@ -90,7 +89,26 @@ void EventAttempts::finish(const PendingEvent& event) {
     due_.erase(timer->second);
     retryTimers_.erase(timer);
   }
-  save(store_, pendingKey, pendingEvents_);
+  savePending();
+}
+
+// A list that holds an event without a form as JSON is not written.
+
+void EventAttempts::savePending() {
+  if (auto text = json::encodeText(pendingEvents_)) store_.set(pendingKey, Bytes{std::move(*text)});
+}
+
+void EventAttempts::saveFailed() {
+  auto event = lastFailures_.begin();
+  for (; event != lastFailures_.end(); ++event) {
+    const auto text = json::encodeText(*event);
+    if (!text) break;
+    failures_.pop_back();
+    if (failures_.size() > 1) failures_ += ',';
+    failures_ += *text + ']';
+  }
+  lastFailures_.erase(lastFailures_.begin(), event);
+  if (lastFailures_.empty()) store_.set(failedKey, Bytes{failures_});
 }
 
 }  // namespace orlan::reliability

@@ -42,12 +42,18 @@ class EventAttempts {
   void tryAgain(const PendingEvent& event, Duration delay);
   void giveUp(const PendingEvent& event);
   void finish(const PendingEvent& event);
+  void savePending();
+  void saveFailed();
 
   RandomSource& random_;
   KeyValueStore& store_;
   StartTimer startTimer_;
   std::vector<PendingEvent> pendingEvents_;
-  std::vector<FailedEvent> failedEvents_;
+
+  // Failed events are never pruned, so the text of each is made once. A JSON array, and what it lacks yet.
+  std::string failures_ = "[]";
+  std::vector<FailedEvent> lastFailures_;
+
   std::map<std::string, Timer> retryTimers_;  // the latest of each event; only that one ends with the event
   std::set<Timer> due_;                       // all that may still fire
   Timer lastTimer_ = 0;

@@ -191,6 +191,18 @@ TEST_F(Reliability, TakesADamagedStoreForAnEmptyOne) {
   EXPECT_EQ(pending().size(), 1u);
 }
 
+TEST_F(Reliability, WritesNoListThatHoldsWhatJsonCannot) {
+  launch();
+  for (const char* type : {"written", "\xff", "after it"}) {
+    add(type, Priority::high, {fail});
+    pass(5s, {fail});
+    pass(10s, {fail});
+    EXPECT_TRUE(pending().empty());
+    ASSERT_EQ(failed().size(), 1u) << type;
+    EXPECT_EQ(failed()[0].eventType, "written");
+  }
+}
+
 TEST_F(Reliability, EmitsTheStatusAfterEveryFix) {
   launch();
   std::vector<ReliabilityStatus> statuses;

@@ -13,8 +13,8 @@ constexpr std::string_view directory = "/phone/caches";
 }  // namespace
 
 SimulatedFiles::SimulatedFiles(phone::PhoneObserver& observer,
-                               const std::map<std::string, std::string>& initial)
-    : observer_(observer), files_(initial.begin(), initial.end()) {}
+                               const std::map<std::string, std::string>& initial, bool keepsAppended)
+    : observer_(observer), keepsAppended_(keepsAppended), files_(initial.begin(), initial.end()) {}
 
 std::string SimulatedFiles::cachesDirectory() const {
   return std::string(directory);
@@ -51,7 +51,7 @@ Result<void> SimulatedFiles::append(const std::string& path, std::string_view by
   const std::lock_guard lock(mutex_);
   const auto file = fileToChange(path);
   if (!file) return Unexpected(file.error());
-  (*file)->second.append(bytes);
+  if (keepsAppended_) (*file)->second.append(bytes);
   return {};
 }
 

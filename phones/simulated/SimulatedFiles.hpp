@@ -17,8 +17,10 @@ enum class StorageFault { none, reads, writes };
 /// A caches directory in memory, without directories below it. Any thread.
 class SimulatedFiles final : public FileSystem {
  public:
-  /// `initial`: contents by file name.
-  SimulatedFiles(phone::PhoneObserver& observer, const std::map<std::string, std::string>& initial);
+  /// `initial`: contents by file name. `keepsAppended`: false when what is appended to a file is taken but
+  /// forgotten, so that it reads as it was last written as a whole.
+  SimulatedFiles(phone::PhoneObserver& observer, const std::map<std::string, std::string>& initial,
+                 bool keepsAppended = true);
 
   [[nodiscard]] std::string cachesDirectory() const override;
   [[nodiscard]] bool exists(const std::string& path) const override;
@@ -41,6 +43,7 @@ class SimulatedFiles final : public FileSystem {
   [[nodiscard]] Result<Files::iterator> fileToChange(const std::string& path);  // under the mutex
 
   phone::PhoneObserver& observer_;
+  const bool keepsAppended_;
   mutable std::mutex mutex_;
   Files files_;
   StorageFault fault_ = StorageFault::none;

@@ -12,7 +12,7 @@ SimulatedPhone::SimulatedPhone(World& world, PhoneSettings settings)
       clock_(world, std::move(settings.offsetFromUtc)),
       random_(world.nextSeed()),
       store_(observers_, settings.store),
-      files_(observers_, settings.files),
+      files_(observers_, settings.files, settings.keepsAppended),
       http_(world.scheduler(), observers_),
       device_(std::move(settings.device)),
       output_(observers_),

@@ -30,6 +30,7 @@ struct PhoneSettings {
   phone::NotificationSettings notifications;
   json::Object store;                        // the key-value store
   std::map<std::string, std::string> files;  // the caches directory, by name
+  bool keepsAppended = true;  // false: for a long play that never reads the log, which then takes no memory
 };
 
 /// Keeps what the application scheduled, so that a person can find it again by its number.

@@ -61,6 +61,17 @@ TEST_F(SimulatedPhoneTest, ChangesByOthersAreNotTheApplications) {
   EXPECT_TRUE(recorder.filesWritten.empty());
 }
 
+TEST_F(SimulatedPhoneTest, AppendingIsForgottenWhereNobodyWillRead) {
+  PhoneSettings settings;
+  settings.keepsAppended = false;
+  SimulatedPhone small(world, settings);
+  FileSystem& files = small.platform().files;
+  EXPECT_FALSE(files.append("/phone/caches/log", "there is no such file"));
+  ASSERT_TRUE(files.writeAtomically("/phone/caches/log", "begun\n"));
+  EXPECT_TRUE(files.append("/phone/caches/log", "more\n"));
+  EXPECT_EQ(small.files().content("log"), "begun\n");
+}
+
 TEST_F(SimulatedPhoneTest, ARelaunchKeepsThePhoneAndDropsTheProcess) {
   const Platform platform = phone.platform();
   std::string heard;

@@ -28,6 +28,7 @@ TEST(ScenarioReader, ReadsWhatNoScenarioOfTheTestsHas) {
             R"({"CFBundleName":1,"CFBundleShortVersionString":"1.0","Extra":true})");
   EXPECT_EQ(json::print(phone.device.propertyLists.at("OrlanConfig")), R"({"file":1,"apiKey":"K"})");
   EXPECT_EQ(phone.notifications.answer.error().description, "no");
+  EXPECT_FALSE(phone.keepsAppended) << "a log that no step reads would take more memory than all else";
   EXPECT_EQ(json::print(phone.store),
             R"({"s":"t","b":true,"i":1,"d":1.0,"x":{"base64":"AAE="},"t":{"base64":"W10="}})");
 }

@@ -34,6 +34,9 @@ Scenario read(const Item& root, const Files& files, std::span<const std::string_
   scenario.backend = readBackend(members["backend"], files);
   scenario.hosts = readHosts(members["hosts"]);
   scenario.steps = readSteps(members["steps"], files);
+  // The library only appends to its log, which soon is larger than all else; only this step can show it.
+  scenario.phone.keepsAppended =
+      std::ranges::any_of(scenario.steps, [](const Step& step) { return step.call == "readFile"; });
   readUntil(members["until"], scenario);
   return scenario;
 }

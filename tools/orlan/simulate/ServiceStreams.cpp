@@ -17,7 +17,9 @@ struct ServiceStreams::Parts {
   void list(Publisher<T>& stream, std::string_view name, Form form) {
     subscribing = true;
     subscriptions.add(stream.subscribe([this, name, form](const T& value) {
-      if (!subscribing) transcript.published(name, form(value));
+      if (!subscribing && transcript.wants(Transcript::Event::publish)) {
+        transcript.published(name, form(value));
+      }
     }));
     subscribing = false;
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <functional>
 #include <set>
@@ -20,6 +21,25 @@ class Transcript final : public phone::PhoneObserver {
   using Write = std::function<void(std::string_view line)>;  // with its line break
   using Now = std::function<Duration()>;                     // since second 0
 
+  enum class Event {
+    log,
+    systemLog,
+    request,
+    response,
+    delegate,
+    publish,
+    result,
+    notification,
+    store,
+    file,
+    locationUpdates,
+    significantChanges,
+    region,
+    application,
+    remoteRegistration,
+    end
+  };
+
   /// The names of all events.
   static std::span<const std::string_view> eventNames();
 
@@ -37,6 +57,11 @@ class Transcript final : public phone::PhoneObserver {
    private:
     Transcript& transcript_;
   };
+
+  /// Whether such an event would be written now; who has to make much of one asks first.
+  [[nodiscard]] bool wants(Event event) const {
+    return silences_ == 0 && kept_[static_cast<std::size_t>(event)];
+  }
 
   void delegateCalled(std::string_view to, std::string_view method, json::Array arguments);
   void published(std::string_view stream, json::Value value);
@@ -69,13 +94,13 @@ class Transcript final : public phone::PhoneObserver {
   void remoteRegistration() override;
 
  private:
-  [[nodiscard]] bool wants(std::string_view event) const;
-  void write(std::string_view event, const json::Object& members);
+  template <class Members>
+  void write(Event event, Members members);
   void notification(std::string_view action, const NotificationRequest& request,
                     const json::Object& extra = {});
 
   Write write_;
-  std::set<std::string, std::less<>> only_;
+  std::bitset<static_cast<std::size_t>(Event::end) + 1> kept_;
   Now now_;
   int silences_ = 0;
 };

@@ -94,9 +94,9 @@ TEST(ScenarioReader, FilesLieBesideTheScenario) {
   EXPECT_TRUE(scenario->phone.device.propertyLists.empty()) << "what stands in it is the library's affair";
   EXPECT_EQ(scenario->backend[0].answers[0].outcome->body, "answer");
   const auto& walk = std::get<Track>(scenario->steps[0].action);
-  ASSERT_EQ(walk.fixes.size(), 3u);
-  EXPECT_EQ(walk.fixes[1].coordinate, (Coordinate{1, 3}));
-  EXPECT_EQ(walk.fixes[1].accuracy, 7.0);
+  ASSERT_EQ(walk.size(), 3u);
+  EXPECT_EQ(walk.fix(1).coordinate, (Coordinate{1, 3}));
+  EXPECT_EQ(walk.fix(1).accuracy, 7.0);
 
   const auto empty = read(R"({"steps": [{"at": 0, "do": "track", "file": "empty.gpx"}]})");
   ASSERT_FALSE(empty);

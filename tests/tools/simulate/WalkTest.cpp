@@ -15,24 +15,30 @@ Walk way(std::initializer_list<std::pair<Coordinate, double>> points) {
 }
 
 TEST(Walk, IsCutAtEachIntervalUntilTheEndIsReached) {
-  const Walk walk = way({{{0, 0}, 0}, {{0, 4}, 4}, {{2, 4}, 5}});
-  std::vector<Coordinate> places;
-  for (const Fix& fix : cut(walk, 2s)) places.push_back(fix.coordinate);
-  EXPECT_EQ(places, (std::vector<Coordinate>{{0, 0}, {0, 2}, {0, 4}, {2, 4}}));
-  EXPECT_EQ(cut(walk, 1h).back().coordinate, (Coordinate{2, 4}));
-  const auto jump = cut(way({{{0, 0}, 0}, {{5, 5}, 0}, {{5, 6}, 1}}), 1s);  // two points of the same time
-  ASSERT_EQ(jump.size(), 2u);
-  EXPECT_EQ(jump[0].coordinate, (Coordinate{5, 5}));
+  const Walk corner = way({{{0, 0}, 0}, {{0, 4}, 4}, {{2, 4}, 5}});
+  const Walk jump = way({{{0, 0}, 0}, {{5, 5}, 0}, {{5, 6}, 1}});  // two points of the same time
+  const std::pair<Track, std::vector<Coordinate>> rows[] = {
+      {{2s, corner}, {{0, 0}, {0, 2}, {0, 4}, {2, 4}}},
+      {{1h, corner}, {{0, 0}, {2, 4}}},
+      {{1s, jump}, {{5, 5}, {5, 6}}},
+  };
+  for (const auto& [track, expected] : rows) {
+    std::vector<Coordinate> places;
+    for (std::size_t i = 0; i < track.size(); ++i) places.push_back(track.fix(i).coordinate);
+    EXPECT_EQ(places, expected);
+  }
 }
 
 TEST(Timeline, WalksAndStepsShareOneOrder) {
   Scenario scenario;
-  scenario.steps.push_back({0s, "track", Track{2s, std::vector<Fix>(4)}});
+  scenario.steps.push_back({0s, "track", Track{2s, way({{{0, 0}, 0}, {{0, 1}, 6}})}});
   scenario.steps.push_back({2s, "relaunch", Act()});
   scenario.until = 4s;
+  Timeline timeline(scenario);
   std::vector<std::tuple<Duration, std::size_t, std::size_t>> order;
-  for (const Moment& moment : timeline(scenario)) order.emplace_back(moment.at, moment.step, moment.fix);
+  while (const auto moment = timeline.next()) order.emplace_back(moment->at, moment->step, moment->fix);
   EXPECT_EQ(order, (decltype(order){{0s, 0, 0}, {2s, 0, 1}, {2s, 1, 0}, {4s, 0, 2}}));
+  EXPECT_EQ(timeline.size(), order.size());
 }
 
 }  // namespace

@@ -15,13 +15,13 @@ void Player::play() {
   stage.launch();
   // What is due at the time of a step comes before it, and so does all that an earlier step of the same time
   // set going for that time.
-  const auto moments = timeline(scenario_);
-  for (std::size_t done = 0; done < moments.size(); ++done) {
+  Timeline timeline(scenario_);
+  for (std::size_t done = 0; const auto moment = timeline.next(); ++done) {
     for (const Spectator& spectator : spectators_) {
-      if (spectator.passed) spectator.passed(done, moments.size());
+      if (spectator.passed) spectator.passed(done, timeline.size());
     }
-    world_.runUntil(moments[done].at);
-    stage.perform(moments[done].step, moments[done].fix);
+    world_.runUntil(moment->at);
+    stage.perform(moment->step, moment->fix);
     if ((mistake_ = stage.mistake())) return transcript_.abandoned();
   }
   world_.runUntil(scenario_.until);

@@ -25,7 +25,8 @@ void Stage::perform(std::size_t index, std::size_t fix) {
   index_ = index;
   const auto& action = scenario_.steps[index].action;
   if (const auto* walk = std::get_if<Track>(&action)) {
-    phone_.moveTo(walk->fixes[fix].coordinate, walk->fixes[fix].accuracy);
+    const Fix at = walk->fix(fix);
+    phone_.moveTo(at.coordinate, at.accuracy);
   } else if (const auto* act = std::get_if<ActOfAPerson>(&action)) {
     (*act)(*this);
   } else {

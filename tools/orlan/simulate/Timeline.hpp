@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <queue>
+#include <tuple>
 #include <vector>
 
 #include "tools/orlan/simulate/Scenario.hpp"
@@ -16,7 +18,29 @@ struct Moment {
 };
 
 /// All moments up to the scenario's end in their order; at the same time, in the order of their steps.
-[[nodiscard]] std::vector<Moment> timeline(const Scenario& scenario);
+class Timeline {
+ public:
+  /// The scenario outlives it.
+  explicit Timeline(const Scenario& scenario);
+
+  /// How many there are in all.
+  [[nodiscard]] std::size_t size() const { return size_; }
+
+  /// Nothing behind the last one.
+  [[nodiscard]] std::optional<Moment> next();
+
+ private:
+  struct Later {
+    bool operator()(const Moment& a, const Moment& b) const {
+      return std::tie(a.at, a.step) > std::tie(b.at, b.step);
+    }
+  };
+  void await(std::size_t index, std::size_t fix);
+
+  const Scenario& scenario_;
+  std::size_t size_ = 0;
+  std::priority_queue<Moment, std::vector<Moment>, Later> due_;  // of each step, what comes next
+};
 
 /// When the last walk would have ended, if that is after the scenario's end.
 [[nodiscard]] std::optional<Duration> walkBeyondTheEnd(const Scenario& scenario);

@@ -1,6 +1,8 @@
 #include "tools/orlan/simulate/Walk.hpp"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "orlan/platform/Coordinate.hpp"
 
@@ -25,29 +27,20 @@ Walk atSpeed(Walk way, double speed) {
   return way;
 }
 
-double countFixes(const Walk& walk, Duration interval) {
-  return walk.empty() ? 0.0 : std::ceil(walk.back().seconds / seconds(interval)) + 1.0;
+double Track::countFixes() const {
+  return way.empty() ? 0.0 : std::ceil(way.back().seconds / seconds(interval)) + 1.0;
 }
 
-std::vector<Fix> cut(const Walk& walk, Duration interval) {
-  std::vector<Fix> fixes;
-  if (walk.empty()) return fixes;
-  const auto count = static_cast<std::size_t>(countFixes(walk, interval));
-  fixes.reserve(count);
-  std::size_t behind = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double time = seconds(interval) * static_cast<double>(i);
-    while (behind + 1 < walk.size() && walk[behind + 1].seconds <= time) ++behind;
-    Fix fix = walk[behind].fix;
-    if (behind + 1 < walk.size()) {
-      const Waypoint& from = walk[behind];
-      const Waypoint& to = walk[behind + 1];
-      fix.coordinate = between(from.fix.coordinate, to.fix.coordinate,
-                               (time - from.seconds) / (to.seconds - from.seconds));
-    }
-    fixes.push_back(fix);
+Fix Track::fix(std::size_t index) const {
+  const double now = seconds(interval) * static_cast<double>(index);
+  const auto ahead = std::ranges::upper_bound(way, now, {}, &Waypoint::seconds);
+  const Waypoint& from = *std::prev(ahead);
+  Fix fix = from.fix;
+  if (ahead != way.end()) {
+    fix.coordinate = between(from.fix.coordinate, ahead->fix.coordinate,
+                             (now - from.seconds) / (ahead->seconds - from.seconds));
   }
-  return fixes;
+  return fix;
 }
 
 }  // namespace orlan::simulate

@@ -1,12 +1,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "orlan/base/Time.hpp"
-#include "tools/orlan/simulate/Steps.hpp"
+#include "orlan/platform/Coordinate.hpp"
 
 namespace orlan::simulate {
+
+/// A position as a scenario gives it; when it is taken follows from the step.
+struct Fix {
+  Coordinate coordinate;  // degrees
+  double accuracy = 5.0;  // metres
+};
 
 /// A way on the ground with the time at which each of its points is reached.
 struct Waypoint {
@@ -19,11 +26,21 @@ using Walk = std::vector<Waypoint>;
 /// no time.
 [[nodiscard]] Walk atSpeed(Walk way, double speed);
 
-/// How many fixes `cut` would make of it.
-[[nodiscard]] double countFixes(const Walk& walk, Duration interval);
+/// A walk as a phone sees it: where the walker is at each interval from the start until the end is reached,
+/// both included. Between two points the position lies on the straight line in degrees; the accuracy is that
+/// of the point behind. A fix is made when it is asked for, so that a long walk takes no more memory than its
+/// points.
+struct Track {
+  Duration interval{};
+  Walk way;
 
-/// Where the walker is at each interval from the start until the end is reached, both included. Between two
-/// points the position lies on the straight line in degrees; the accuracy is that of the point behind.
-[[nodiscard]] std::vector<Fix> cut(const Walk& walk, Duration interval);
+  /// How many fixes it has, also when no integer holds their number.
+  [[nodiscard]] double countFixes() const;
+  [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(countFixes()); }
+
+  /// Fix number `index`, from 0, and when it is taken, since the first.
+  [[nodiscard]] Fix fix(std::size_t index) const;
+  [[nodiscard]] Duration time(std::size_t index) const { return interval * static_cast<std::int64_t>(index); }
+};
 
 }  // namespace orlan::simulate

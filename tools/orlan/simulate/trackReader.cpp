@@ -5,7 +5,7 @@
 namespace orlan::simulate {
 namespace {
 
-constexpr double mostFixes = 10e6;  // of one walk: what still fits in memory
+constexpr double mostFixes = 10e6;  // of one walk: beyond, speed or interval are slips
 
 Walk readPoints(const Item& points) {
   Walk way;
@@ -48,7 +48,8 @@ Track readTrack(const Members& members, const Files& files) {
   const Item file = members["file"];
   members.excludes("points", {"file"});
   if (!points.isThere() && !file.isThere()) points.expected("the points of a walk, or a \"file\"");
-  Walk walk = points.isThere() ? readPoints(points) : readTrackFile(file, files);
+  Walk& walk = track.way;
+  walk = points.isThere() ? readPoints(points) : readTrackFile(file, files);
   if (const Item interval = members["interval"]; interval.isThere()) {
     track.interval = fromSeconds(interval.positive());
     if (track.interval <= Duration::zero()) interval.expected("a microsecond or more");
@@ -63,11 +64,9 @@ Track readTrack(const Members& members, const Files& files) {
     speed.expected("a number above 0, as points have no times of their own");
   }
   if (track.interval <= Duration::zero()) return track;
-  if (countFixes(walk, track.interval) > mostFixes) {
+  if (track.countFixes() > mostFixes) {
     members.owner().mistaken("the walk has more than ten million fixes");
-    return track;
   }
-  track.fixes = cut(walk, track.interval);
   return track;
 }
 

@@ -20,7 +20,7 @@ ReportData rideThrough(const std::string& name) {
   ReportData data;
   data.title = name;
   data.length = std::chrono::minutes(10);
-  data.areas = {{7, 70, name, {{51.0, -1.0}, {51.0, -0.9}, {51.1, -0.9}}}};
+  data.put({7, 70, name, {{51.0, -1.0}, {51.0, -0.9}, {51.1, -0.9}}});
   data.fixes = {{Duration(0), {51.0, -1.0}, 5.0}, {std::chrono::minutes(5), {51.05, -0.95}, 5.0}};
   data.crossings = {{std::chrono::minutes(5), true, "foreground", 7, 70, name, Coordinate{51.05, -0.95}}};
   data.notifications = {

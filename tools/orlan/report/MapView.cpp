@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <set>
+#include <utility>
 
 #include "tools/orlan/report/Html.hpp"
 
@@ -87,11 +89,11 @@ Coordinate middleOf(const std::vector<Coordinate>& vertices) {
 }
 
 std::string areaShapes(const ReportData& data, const Projection& projection) {
+  std::set<std::pair<std::int64_t, std::int64_t>> crossed;
+  for (const Crossing& crossing : data.crossings) crossed.emplace(crossing.campaignId, crossing.locationId);
   std::string out;
   for (const Area& area : data.areas) {
-    const bool touched = std::ranges::any_of(data.crossings, [&](const Crossing& crossing) {
-      return crossing.campaignId == area.campaignId && crossing.locationId == area.locationId;
-    });
+    const bool touched = crossed.contains({area.campaignId, area.locationId});
     out += fmt::format(R"(<polygon class="area{}" points="{}"><title>{}</title></polygon>)",
                        touched ? " touched" : "", points(area.vertices, projection), escaped(area.name));
     if (!touched) continue;

@@ -11,10 +11,6 @@ namespace {
 
 constexpr char scheduled[] = "scheduled";
 
-const std::string& identifierOf(const Notification& notification) {
-  return notification.request.identifier;
-}
-
 std::string pathOf(const std::string& url) {
   const auto parts = parseUrl(url);
   if (!parts) return url;  // a phone refuses it, which the report shows
@@ -134,10 +130,10 @@ void ReportCollector::notificationTapped(const NotificationResponse& response) {
   std::string which;
   {
     const std::lock_guard lock(mutex_);
-    const auto found = std::ranges::find(data_.notifications, response.request.identifier, identifierOf);
-    if (found != data_.notifications.end()) {
-      found->tapped = true;
-      which = "#" + std::to_string(found->number) + " ";
+    const auto found = numbers_.find(response.request.identifier);
+    if (found != numbers_.end()) {
+      data_.notifications[found->second - 1].tapped = true;
+      which = "#" + std::to_string(found->second) + " ";
     }
   }
   note("tapped", which + response.request.content.title);
@@ -207,14 +203,10 @@ void ReportCollector::notificationState(const NotificationRequest& request, std:
   {
     const std::lock_guard lock(mutex_);
     notification.where = position();
-    const auto found = std::ranges::find(data_.notifications, request.identifier, identifierOf);
-    if (found == data_.notifications.end()) {
-      notification.number = data_.notifications.size() + 1;
-      data_.notifications.push_back(notification);
-    } else {
-      notification.number = found->number;
-      *found = notification;
-    }
+    const auto [known, isNew] = numbers_.try_emplace(request.identifier, data_.notifications.size() + 1);
+    if (isNew) data_.notifications.emplace_back();
+    notification.number = known->second;
+    data_.notifications[known->second - 1] = notification;
   }
   if (listener_ && notification.state != scheduled) listener_->notified(notification);
 }

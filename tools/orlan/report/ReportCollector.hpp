@@ -74,6 +74,7 @@ class ReportCollector final : public phone::PhoneObserver {
   ReportData data_;
   std::optional<Duration> backgroundSince_;
   std::unordered_map<phone::RequestId, std::size_t> open_;  // index into data_.requests
+  std::unordered_map<std::string, std::size_t> numbers_;    // of notifications, by identifier
   SubscriptionBag subscriptions_;                           // main thread
 };
 

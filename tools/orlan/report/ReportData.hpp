@@ -1,7 +1,7 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -70,7 +70,7 @@ struct ReportData {
   TimePoint begin;                   // wall clock at second 0
   std::chrono::seconds utcOffset{};  // local time of the device
   Duration length{};
-  std::vector<Area> areas;
+  std::vector<Area> areas;  // one for each location of a campaign, see `put`
   std::vector<Circle> circles;
   std::vector<Fix> fixes;
   std::vector<Crossing> crossings;
@@ -81,20 +81,18 @@ struct ReportData {
 
   /// In the place of what is known of the same location of the same campaign.
   void put(Area area) {
-    const auto known = std::ranges::find_if(areas, [&](const Area& other) {
-      return other.campaignId == area.campaignId && other.locationId == area.locationId;
-    });
-    if (known == areas.end()) {
-      areas.push_back(std::move(area));
-    } else {
-      *known = std::move(area);
-    }
+    const auto [known, isNew] = places_.try_emplace({area.campaignId, area.locationId}, areas.size());
+    if (isNew) areas.emplace_back();
+    areas[known->second] = std::move(area);
   }
 
   /// "09:26:53" local time.
   [[nodiscard]] std::string clockTime(Duration at) const {
     return localTimeOfDay(begin + at, utcOffset).substr(0, 8);
   }
+
+ private:
+  std::map<std::pair<std::int64_t, std::int64_t>, std::size_t> places_;  // in areas
 };
 
 }  // namespace orlan::report

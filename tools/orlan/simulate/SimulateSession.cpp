@@ -63,9 +63,9 @@ void summarize(const Scenario& scenario, const Tally& tally) {
   }
 }
 
-/// What a report shows of it; the error is a mistake in the scenario.
+/// What a report shows of it, if one is wanted; the error is a mistake in the scenario.
 Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& transcript,
-                                const Events& events, Tally& tally, std::FILE* terminal) {
+                                const Events& events, Tally& tally, const SimulateOptions& options) {
   const TimePoint begin = scenario.world.start;
   const auto& offset = scenario.phone.offsetFromUtc;
   const Player* playing = nullptr;
@@ -75,11 +75,13 @@ Result<report::ReportData> play(const Scenario& scenario, output::OutputFile& tr
   Player player(
       scenario, [&](std::string_view line) { transcript.write(line); }, events);
   playing = &player;
-  Progress progress(terminal);
+  Progress progress(!options.quiet && ::isatty(STDERR_FILENO) == 1 ? stderr : nullptr);
   player.add({&tally, {}, [&](std::size_t done, std::size_t all) { progress.passed(done, all); }});
-  player.add({&collector, [&collector](OrlanServices& services, ApplicationState state) {
-                collector.watch(services, state);
-              }});
+  if (options.report) {
+    player.add({&collector, [&collector](OrlanServices& services, ApplicationState state) {
+                  collector.watch(services, state);
+                }});
+  }
   player.play();
   if (const auto& mistake = player.mistake()) return Unexpected(Error{"Scenario", -1, *mistake});
   return collector.data();
@@ -107,8 +109,7 @@ int simulate(const SimulateOptions& options) {
   if (!report) return complain(failed, report.error().description);
 
   Tally tally;
-  std::FILE* terminal = !options.quiet && ::isatty(STDERR_FILENO) == 1 ? stderr : nullptr;
-  const auto data = play(*scenario, *output, *events, tally, terminal);
+  const auto data = play(*scenario, *output, *events, tally, options);
   if (!data) {
     return complain(invalidScenario, options.scenario + ": " + data.error().description);
   }

@@ -45,10 +45,11 @@ Subscription SimulatedHttp::send(HttpRequest request, HttpDone done) {
   if (answer.delay > request.timeout) answer = HttpAnswer::timeout().after(request.timeout);
   const auto id = ++lastId_;
   observer_.request(id, request);
-  return complete(answer.delay, [this, id, done = std::move(done), outcome = std::move(answer.outcome)] {
-    observer_.response(id, outcome);
-    done(outcome);
-  });
+  return complete(answer.delay,
+                  [this, id, done = std::move(done), outcome = std::move(answer.outcome)]() mutable {
+                    observer_.response(id, outcome);
+                    done(std::move(outcome));
+                  });
 }
 
 void SimulatedHttp::answer(std::string method, std::string path, std::vector<HttpAnswer> answers) {

@@ -3,7 +3,6 @@
 #include <functional>
 #include <string>
 #include <variant>
-#include <vector>
 
 #include "orlan/base/Time.hpp"
 #include "tools/orlan/simulate/Walk.hpp"

@@ -4,6 +4,9 @@
 #include <cstdlib>
 #include <deque>
 #include <new>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "geofence/Campaigns.hpp"
 #include "orlan/campaigns/Detection.hpp"
@@ -89,7 +92,7 @@ TEST(Growth, IsNoWorseThanStated) {
   struct Row {
     const char* name;
     std::size_t (*cost)(int count);
-    double most;  // as many times the requests for ten times as much
+    double most;  // times the requests for ten times as much
   };
   for (const Row& row :
        {Row{"failed events", failedEvent, 1.1}, Row{"selection", selection, 1.1}, Row{"a fix", fix, 4.0}}) {

@@ -191,8 +191,10 @@ TEST_F(GeofenceServiceTest, TheSameAnswerAgainSaysAndWritesAllOfItAgain) {
   Lines below;  // what the transcript of this floor leaves out
   struct Conversions final : phone::PhoneObserver {
     explicit Conversions(Lines& to) : lines(to) {}
-    void consoleLine(std::string_view, std::string_view message) override {
-      if (message.starts_with("✅ Conversion")) lines.emplace_back(message);
+    void consoleLines(const ConsoleLines& printed) override {
+      printed.forEach([this](const ConsoleLine& line) {
+        if (line.message.starts_with("✅ Conversion")) lines.emplace_back(line.message);
+      });
     }
     Lines& lines;
   } conversions(below);

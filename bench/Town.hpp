@@ -20,7 +20,16 @@ class Town {
  public:
   explicit Town(std::size_t count, std::size_t vertices = 100)
       : size_(0.01 * std::sqrt(static_cast<double>(count))) {
-    for (std::size_t i = 0; i < count; ++i) areas.push_back(area(vertices));
+    for (std::size_t i = 0; i < count; ++i) areas.push_back(area(vertices, 1.0));
+  }
+
+  /// A city on less ground, so that any place lies in three or four areas; one in a hundred is a district,
+  /// four times as wide as the others.
+  static Town denseCity(std::size_t count) {
+    Town city(0);
+    city.size_ = 0.0058 * std::sqrt(static_cast<double>(count));
+    for (std::size_t i = 0; i < count; ++i) city.areas.push_back(city.area(100, i % 100 == 0 ? 4.0 : 1.0));
+    return city;
   }
 
   std::vector<std::vector<Coordinate>> areas;
@@ -46,9 +55,9 @@ class Town {
 
   Coordinate place() { return {51.0 + size_ * unit(), -1.3 + 1.6 * size_ * unit()}; }
 
-  std::vector<Coordinate> area(std::size_t vertices) {
+  std::vector<Coordinate> area(std::size_t vertices, double width) {
     const Coordinate centre = place();
-    const double radius = 0.003 + 0.005 * unit();
+    const double radius = width * (0.003 + 0.005 * unit());
     std::vector<Coordinate> ring;
     for (std::size_t i = 0; i < vertices; ++i) {
       const double angle = 2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(vertices);
@@ -63,10 +72,9 @@ class Town {
   std::mt19937_64 random_{42};
 };
 
-/// An answer of the backend about a town.
-inline std::string answerFor(const Town& town) {
+/// An answer of the backend about a town, its campaigns numbered from one after `id` on.
+inline std::string answerFor(const Town& town, std::size_t id = 1000) {
   std::string text = R"({"geoCampaign":[)";
-  std::size_t id = 1000;
   for (const auto& area : town.areas) {
     const std::string number = std::to_string(++id);
     if (text.back() == '}') text += ',';

@@ -1,17 +1,17 @@
-// One fix from its arrival at the foreground monitor to the last of what it sets off: detection, log lines,
-// and for those that enter or leave an area the notification, the cooldown's store writes and the reports.
-// The phone is simulated; what it does later (deliveries, answers, retries) is not timed.
-#include <benchmark/benchmark.h>
-
+// One fix, from its arrival at the foreground monitor to the last of its log lines, where nobody enters or
+// leaves. The literal build only detects. Writing the file is the log's own queue's work and not timed.
 #include <memory>
 #include <optional>
 
+#include "bench/Literal.hpp"
 #include "bench/MuteLog.hpp"
+#include "bench/Timing.hpp"
 #include "bench/Town.hpp"
+#include "bench/rows.hpp"
 #include "orlan/geofence/ForegroundGeofenceMonitor.hpp"
 #include "phones/simulated/SimulatedPhone.hpp"
 
-namespace orlan {
+namespace orlan::bench {
 namespace {
 
 struct NoCounter final : NotificationCounter {
@@ -19,65 +19,49 @@ struct NoCounter final : NotificationCounter {
   void recordBGNotification(std::string_view) override {}
 };
 
-/// A location service whose one manager hands fixes over as they come.
-class Fixes final : public LocationService {
- public:
-  class Manager final : public LocationManager {
-   public:
-    void setDelegate(std::weak_ptr<LocationManagerDelegate> to) override { delegate_ = std::move(to); }
-    [[nodiscard]] LocationAuthorization authorizationStatus() const override { return {}; }
-    void requestWhenInUseAuthorization() override {}
-    void requestAlwaysAuthorization() override {}
-    void setDesiredAccuracy(double) override {}
-    void setDistanceFilter(double) override {}
-    void setAllowsBackgroundUpdates(bool) override {}
-    void startUpdatingLocation() override {}
-    void stopUpdatingLocation() override {}
-    void startMonitoringSignificantChanges() override {}
-    void stopMonitoringSignificantChanges() override {}
-    [[nodiscard]] std::optional<Location> location() const override { return {}; }
-    void startMonitoring(const CircularRegion&) override {}
-    void stopMonitoring(std::string_view) override {}
-    [[nodiscard]] std::vector<CircularRegion> monitoredRegions() const override { return {}; }
-
-    void deliver(const Location& fix) {
-      if (const auto delegate = delegate_.lock()) delegate->didUpdateLocations(*this, {&fix, 1});
+/// The campaigns of a town's areas, each with something to say.
+std::vector<CampaignData::Campaign> campaignsOf(const Town& town) {
+  std::vector<CampaignData::Campaign> campaigns;
+  for (const auto& area : town.areas) {
+    const auto id = static_cast<std::int64_t>(1000 + campaigns.size());
+    CampaignData::Campaign campaign{{"Area", id}, {id, {}}, {}};
+    for (const Coordinate& vertex : area) {
+      const auto position = static_cast<std::int64_t>(campaign.location.geofence.size());
+      campaign.location.geofence.emplace_back(position, vertex.latitude, vertex.longitude);
     }
+    for (const char* activation : {"ON_ENTER", "ON_EXIT"}) {
+      CampaignData::Notification notification;
+      notification.headline = "Good morning";
+      notification.body = "A coffee on the house, two streets from here.";
+      notification.activation = activation;
+      campaign.outsideNotificationsArray.push_back(std::move(notification));
+    }
+    campaigns.push_back(std::move(campaign));
+  }
+  return campaigns;
+}
 
-   private:
-    std::weak_ptr<LocationManagerDelegate> delegate_;
-  };
-
-  [[nodiscard]] std::shared_ptr<LocationManager> makeManager(std::string_view) override { return manager; }
-  std::shared_ptr<Manager> manager = std::make_shared<Manager>();
-};
-
-/// The monitor on a phone of its own, watching a town whose areas all have something to say.
-struct Walk {
-  explicit Walk(std::size_t areas) : town(areas) {
-    auto polygons = town.polygons();
-    for (auto& entry : polygons) {
-      auto campaign = *entry.campaign;
-      for (const char* activation : {"ON_ENTER", "ON_EXIT"}) {
-        CampaignData::Notification notification;
-        notification.headline = "Good morning";
-        notification.body = "A coffee on the house, two streets from here.";
-        notification.activation = activation;
-        campaign.outsideNotificationsArray.push_back(std::move(notification));
-      }
-      entry.campaign = SharedCampaign(std::move(campaign));
+/// The monitor on a phone of its own.
+struct Walker {
+  explicit Walker(const Town& town, const std::vector<CampaignData::Campaign>& campaigns) {
+    std::vector<CampaignPolygon> polygons;
+    for (std::size_t i = 0; i < campaigns.size(); ++i) {
+      polygons.push_back({Polygon(town.areas[i]), campaigns[i]});
     }
     monitor.updatePolygons(polygons);
     monitor.start(nullptr);
   }
 
-  bench::Town town;
+  void take(const Location& fix) {
+    phone.locations().deliver({&fix, 1});
+    log.drain();
+  }
+
   sim::World world;
   sim::SimulatedPhone phone{world};
   Platform platform = phone.platform();
-  bench::MuteLog log;
+  MuteLog log;
   NoCounter counter;
-  Fixes fixes;
   Lazy<LocationTrackingReliability> reliability{[this] {
     return std::make_shared<LocationTrackingReliability>(platform.main, platform.queues, platform.clock,
                                                          platform.random, platform.store, log.logger());
@@ -85,44 +69,47 @@ struct Walk {
   Lazy<APIService> api{[this] {
     return std::make_shared<APIService>(platform, BaseUrls::builtIn(), log.logger(), reliability);
   }};
-  ForegroundGeofenceMonitor monitor{platform.main, fixes,
+  ForegroundGeofenceMonitor monitor{platform.main, platform.locations,
                                     ReactionServices{platform.clock, platform.store, platform.notifications,
                                                      platform.random, log.logger(), api, counter},
                                     reliability};
 };
 
-void walk(benchmark::State& state, const std::vector<Coordinate>& places, Walk& walk) {
+void measure(Row& row, double size, Town town, double accuracy) {
+  const auto campaigns = campaignsOf(town);
+  Walker walker(town, campaigns);
+  MuteLog log;
+  // Far enough apart for the distance filter, near enough to stay inside what one of them is inside.
+  const Coordinate here = town.walk(1).front();
+  const Location fixes[] = {{here, accuracy, {}}, {{here.latitude + 0.0002, here.longitude}, accuracy, {}}};
   std::size_t next = 0;
-  std::int64_t crossings = 0;
-  const auto enters = walk.monitor.enterPublisher().subscribe([&](const Crossing&) { ++crossings; });
-  const auto exits = walk.monitor.exitPublisher().subscribe([&](const Crossing&) { ++crossings; });
-  for (auto _ : state) {
-    walk.fixes.manager->deliver({places[next], 10.0, {}});
-    next = (next + 1) % places.size();
-    walk.log.drain();
-    if (next % 64 != 0) continue;
-    state.PauseTiming();
-    walk.world.runFor(std::chrono::seconds(2));
-    state.ResumeTiming();
-  }
-  state.counters["crossings per fix"] =
-      benchmark::Counter(static_cast<double>(crossings), benchmark::Counter::kAvgIterations);
+  const auto ours = [&] {
+    walker.take(fixes[next++ % 2]);
+    walker.world.settle();  // the status of the fix, on its queue
+  };
+  const auto paper = [&] {
+    keep(literal::detectGeofences(fixes[next++ % 2], campaigns, log.logger()));
+    log.drain();
+  };
+  row.measure(size, {{"ours", [&] { return nanoseconds(ours); }},
+                     {"literal build", [&] { return nanoseconds(paper); }}});
 }
-
-/// Somebody stands about: nobody enters or leaves.
-void fixWithoutCrossing(benchmark::State& state) {
-  Walk standing(static_cast<std::size_t>(state.range(0)));
-  walk(state, standing.town.walk(1), standing);
-}
-
-/// Each fix lies somewhere else in town: about two crossings each.
-void fixWithCrossings(benchmark::State& state) {
-  Walk jumping(static_cast<std::size_t>(state.range(0)));
-  walk(state, jumping.town.walk(), jumping);
-}
-
-BENCHMARK(fixWithoutCrossing)->Arg(20)->Arg(100)->Arg(1000);
-BENCHMARK(fixWithCrossings)->Arg(20)->Arg(100)->Arg(1000);
 
 }  // namespace
-}  // namespace orlan
+
+void fix(Table& table) {
+  for (const double accuracy : {10.0, 50.0}) {
+    const std::string work = accuracy > 20.0 ? "One fix of 50 m accuracy" : "One fix of 10 m accuracy";
+    Row& row = table.emplace_back(Row{work, "polygons", Unit::nanoseconds, {}});
+    for (const std::size_t count : {20, 100, 1'000, 10'000}) {
+      measure(row, static_cast<double>(count), Town(count), accuracy);
+    }
+  }
+  Row& row = table.emplace_back(
+      Row{"One fix of 50 m accuracy, 100 polygons of so many vertices", "vertices", Unit::nanoseconds, {}});
+  for (const std::size_t vertices : {10, 100, 1'000, 10'000}) {
+    measure(row, static_cast<double>(vertices), Town(100, vertices), 50.0);
+  }
+}
+
+}  // namespace orlan::bench

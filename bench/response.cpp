@@ -1,43 +1,30 @@
-// An answer of the backend, from its bytes to campaign data.
-#include <benchmark/benchmark.h>
-
+// An answer of the backend, from its bytes to campaign data; the peers only make their bare tree.
 #include <cstdlib>
 
+#include "bench/Timing.hpp"
 #include "bench/Town.hpp"
+#include "bench/jsonPeers.hpp"
+#include "bench/rows.hpp"
 #include "orlan/campaigns/GeofenceResponse.hpp"
 
-namespace orlan {
-namespace {
+namespace orlan::bench {
 
-void countBytes(benchmark::State& state, const std::string& answer) {
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * answer.size()));
-}
-
-void parseAnswer(benchmark::State& state) {
-  const std::string answer = bench::answerFor(bench::Town(static_cast<std::size_t>(state.range(0)), 66));
-  for (auto _ : state) benchmark::DoNotOptimize(json::Document::parse(answer));
-  countBytes(state, answer);
-}
-
-void decodeAnswer(benchmark::State& state) {
-  const std::string answer = bench::answerFor(bench::Town(static_cast<std::size_t>(state.range(0)), 66));
-  for (auto _ : state) benchmark::DoNotOptimize(NewGeofenceResponse::decode(answer));
-  countBytes(state, answer);
-}
-
-void decodeAndConvertAnswer(benchmark::State& state) {
-  const std::string answer = bench::answerFor(bench::Town(static_cast<std::size_t>(state.range(0)), 66));
-  for (auto _ : state) {
-    auto conversion = GeofenceConversion::of(answer);
-    if (!conversion) std::abort();
-    benchmark::DoNotOptimize(conversion);
+void response(Table& table) {
+  Row& row = table.emplace_back(Row{"An answer decoded and converted", "campaigns", Unit::nanoseconds, {}});
+  for (const std::size_t count : {20, 200, 1'000}) {
+    const std::string answer = answerFor(Town(count, 66));
+    const auto ours = [&] {
+      const auto conversion = GeofenceConversion::of(answer);
+      if (!conversion) std::abort();
+      keep(conversion);
+    };
+    const auto treeOf = [&](auto parse) {
+      return [&answer, parse] { return nanoseconds([&] { parse(answer, [] {}); }); };
+    };
+    row.measure(static_cast<double>(count), {{"ours", [&] { return nanoseconds(ours); }},
+                                             {"RapidJSON's tree", treeOf(rapidjsonTree)},
+                                             {"nlohmann's tree", treeOf(nlohmannTree)}});
   }
-  countBytes(state, answer);
 }
 
-BENCHMARK(parseAnswer)->Arg(20)->Arg(1000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(decodeAnswer)->Arg(20)->Arg(1000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(decodeAndConvertAnswer)->Arg(20)->Arg(1000)->Unit(benchmark::kMicrosecond);
-
-}  // namespace
-}  // namespace orlan
+}  // namespace orlan::bench

@@ -10,7 +10,7 @@ orlan_packages() {
     format) echo clang-format ;;
     tidy) echo clang-tidy clang libclang-rt-14-dev ;;
     fuzz) echo clang libclang-rt-14-dev ;;
-    bench) echo libbenchmark-dev ;;
+    bench) echo libboost-dev libgeos++-dev libs2-dev rapidjson-dev nlohmann-json3-dev libspdlog-dev binutils ;;
     arm) echo g++-aarch64-linux-gnu qemu-user ;;
     docs) echo doxygen ;;
   esac

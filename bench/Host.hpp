@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,16 +24,15 @@ class Host {
  public:
   /// `answers` are those to the questions for campaigns, one after the other, each ten seconds late.
   Host(const std::string& cachesDirectory, Coordinate position, const std::vector<std::string>& answers)
-      : phone_(world_, settings(position)), files_(cachesDirectory, nobody_) {
+      : phone_(world_, settings(position)),
+        network_(phone_.http(), answers),
+        files_(cachesDirectory, nobody_) {
     using sim::HttpAnswer;
     phone_.http().answer("POST", "/api/device-registerd/create",
                          {HttpAnswer::reply(200, R"({"data":{"device_id":"D1","orlan_id":"O1"}})")});
     phone_.http().answer("POST", "/api/plugin-activity/create", {HttpAnswer::reply(200, "ok")});
-    std::vector<HttpAnswer> replies;
-    for (const auto& answer : answers) {
-      replies.push_back(HttpAnswer::reply(200, answer).after(std::chrono::seconds(10)));
-    }
-    phone_.http().answer("POST", "/api/check-geofence", std::move(replies));
+    phone_.http().answer("POST", "/api/check-geofence",
+                         {HttpAnswer::reply(200, "").after(std::chrono::seconds(10))});
   }
 
   /// The process starts, the host calls `start`, the device is registered and campaigns are asked for.
@@ -63,6 +64,28 @@ class Host {
  private:
   struct Delegate final : OrlanPluginDelegate {};
 
+  /// The simulated network, but that an answer about campaigns comes into being when it arrives, on the queue
+  /// of answers: the simulated one makes it inside the call that asks.
+  class Network final : public HttpClient {
+   public:
+    Network(HttpClient& simulated, std::vector<std::string> answers)
+        : simulated_(simulated), answers_(std::move(answers)) {}
+
+    [[nodiscard]] bool isUrl(std::string_view text) const override { return simulated_.isUrl(text); }
+    [[nodiscard]] Subscription send(HttpRequest request, HttpDone done) override {
+      const bool asksForCampaigns = request.url.ends_with("/check-geofence");
+      return simulated_.send(std::move(request), [=, this, done = std::move(done)](Result<HttpReply> reply) {
+        if (asksForCampaigns && reply) reply->body = answers_[std::min(next_++, answers_.size() - 1)];
+        done(std::move(reply));
+      });
+    }
+
+   private:
+    HttpClient& simulated_;
+    const std::vector<std::string> answers_;
+    std::size_t next_ = 0;
+  };
+
   static sim::PhoneSettings settings(Coordinate position) {
     sim::PhoneSettings settings;
     settings.location.position = Location{position, 5.0, {}};
@@ -72,12 +95,13 @@ class Host {
   Platform platform() {
     const Platform phone = phone_.platform();
     return {loop_,        phone.queues, phone.clock,     phone.random,        phone.store,
-            files_,       phone.http,   phone.locations, phone.notifications, phone.application,
+            files_,       network_,     phone.locations, phone.notifications, phone.application,
             phone.device, phone.bundle, phone.console,   phone.systemLog};
   }
 
   sim::World world_;
   sim::SimulatedPhone phone_;
+  Network network_;
   TimedLoop loop_{phone_.platform().main};
   phone::PhoneObserver nobody_;
   linuxphone::DiskFiles files_;

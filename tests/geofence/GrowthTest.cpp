@@ -18,18 +18,19 @@ namespace {
 thread_local std::size_t requests = 0;
 }
 
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+// Not inline: where only one half of a pair is, the compiler takes it for a mistake.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   ++requests;
   return std::malloc(size > 0 ? size : 1);
 }
-void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (void* memory = ::operator new(size, std::nothrow)) return memory;
   throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
   std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
   std::free(memory);
 }
 
